@@ -1,0 +1,61 @@
+#include "benchmarks/bare_save.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "capture/format.h"
+#include "capture/mdlFileProcessing.h"
+#include "save/camera_index.h"
+#include "tests/support/fake_dates.h"
+#include "tests/support/posix_disk.h"
+
+BareSave::BareSave(const std::string& source, std::int32_t cameras) {
+  PosixDisk disk;
+  FakeDates dates;
+  mdlFileProcessing::ScanSourceFile(disk, dates, source);
+  const std::int32_t count = mdlFileProcessing::lngBlockCount;
+  IndexBlockRange(disk, source, 1, count);
+  constexpr std::int64_t kTrailer = format::kVariant60D.trailerOffset;
+  for (std::int32_t b = 1; b <= count; ++b) {
+    const std::int64_t block = (b - 1) * std::int64_t{format::kBlockSize};
+    const auto& images = cameraIndex.blocks[b].images;
+    reads.emplace_back(block + kTrailer + format::trailer30::kImageCount, 3);
+    reads.emplace_back(block + kTrailer + format::trailer30::kEntryList,
+                       images.size() * format::entry30::kSize + format::kEndEntryLength);
+    for (const IndexedImage& image : images) {
+      if ((cameras >> image.camera & 1) == 0) continue;
+      const std::int64_t sector = image.startSector - format::kVariant60D.trailerSectors;
+      const std::size_t sectors = image.endSector - image.startSector;
+      reads.emplace_back(block + sector * format::kSectorSize, sectors * format::kSectorSize);
+      bytesToWrite += static_cast<std::int64_t>(reads.back().second);
+    }
+  }
+  cameraIndex = CameraIndex();
+}
+
+void BareSave::Run(const std::string& source, const std::string& target) const {
+  const int from = open(source.c_str(), O_RDONLY | O_CLOEXEC);
+  const int to = open(target.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+  std::vector<char> buffer(format::kBlockSize);
+  bool whole = true;
+  std::size_t filled = 0;
+  const auto flush = [&] {
+    whole = whole && write(to, buffer.data(), filled) == static_cast<ssize_t>(filled);
+    filled = 0;
+  };
+  for (const auto& [offset, bytes] : reads) {
+    if (filled + bytes > buffer.size()) flush();
+    whole =
+        whole && pread(from, buffer.data() + filled, bytes, offset) == static_cast<ssize_t>(bytes);
+    filled += bytes;
+  }
+  flush();
+  close(from);
+  if (close(to) == 0 && whole) return;
+  std::perror("bare save");
+  std::exit(1);
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/date_text.h"
+
+/// A capture time stamp is a signed 32-bit number of whole seconds since 1960-01-01 00:00:00, the
+/// recorder's local time. Dates and their texts are the platform's.
+
+/// The general date-time text of a capture time stamp.
+std::string SecondsToDateText(platform::DateText& dates, std::int32_t seconds);
+
+/// The date that the text of a capture time stamp shows; where the platform cannot read its own
+/// text back, the date that the number means.
+platform::Date DateOfSeconds(platform::DateText& dates, std::int32_t seconds);
+
+/// Whole seconds from the epoch to a date, rounded.
+std::int64_t SecondsOfDate(platform::Date date);
+
+/// The date `seconds` whole seconds after the epoch.
+platform::Date DateAfterEpoch(std::int64_t seconds);
+
+/// One field of a date as its general text shows it: `part` 1 the hour of a 24-hour clock, 2 the
+/// minute, 3 the second; none for any other part. Twelve is added to the hour whenever the text's
+/// day-half marker is not "AM": 12:30 PM is hour 24 and 12:30 AM hour 12.
+std::optional<int> TimePart(platform::DateText& dates, platform::Date when, int part);

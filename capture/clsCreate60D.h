@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "capture/format.h"
+#include "capture/mdlCreate60DFile.h"
+#include "platform/files.h"
+
+/// Writes a new capture file image by image, in the order given: fills a block, writes it when it
+/// is full, and writes the last one compactly, its trailer right behind its data. The kind of file
+/// follows the source's (`mdlFileProcessing::bln20D`). One object writes one file.
+class clsCreate60D {
+ public:
+  explicit clsCreate60D(platform::Files& files);
+  ~clsCreate60D();
+  clsCreate60D(const clsCreate60D&) = delete;
+  clsCreate60D& operator=(const clsCreate60D&) = delete;
+
+  /// Adds one image: `ImageSize` bytes of `Image` from `StartPosition` (from 0) on. `Flags` 1 to 3
+  /// are stored, others are not. `Title` and `atmText` hold one byte a character. `Seconds` is the
+  /// capture time stamp, `CameraNumber` 0 to 15, `AudioSectNum` (0 to 31) the number of 512-byte
+  /// sound sectors in `AudioArr`. A value that its field cannot hold, or an image that no block
+  /// can, raises an overflow and changes nothing. Does nothing when the writer is not ready.
+  void AddDataTo60DFile(const std::uint8_t* Image, std::int32_t StartPosition,
+                        std::int32_t ImageSize, std::int16_t Flags, const std::string& Title,
+                        const std::string& atmText, std::int32_t Seconds, std::int32_t CameraNumber,
+                        std::int32_t AudioSectNum, const std::uint8_t* AudioArr);
+  /// Writes the last block and closes the file.
+  void Close60dFile();
+  /// Whether a file is open.
+  bool FileIsReady() const;
+  /// Creates the target file; an old one is cut to nothing. False when that fails.
+  bool Create60DFile(const std::string& Filename);
+  /// Sets the video standard: PAL, or NTSC as at the start.
+  void SetVideoStandardToPAL(bool vsPAL);
+  /// Size of the file in bytes after the last block that was written; 0 before.
+  double GetCurrentFileSize() const;
+  /// Whether a seek, a write or the close has failed or was short: the file is not whole then.
+  bool HasFailed() const;
+
+ private:
+  /// Writes the block, unless it is empty, and begins the next one.
+  void ChangeBlock();
+  /// Writes the block with its trailer at `trailerOffset`, unless it holds no image.
+  void WriteBlock(std::int32_t trailerOffset);
+  /// Writes at `offset` of the block's place in the file.
+  void WriteAt(std::int32_t offset, const std::uint8_t* bytes, std::int32_t count);
+
+  platform::Files& files_;
+  platform::FileHandle handle_ = platform::FileHandle::kInvalid;
+  const format::Variant* variant_ = &format::kVariant60D;
+  mdlCreate60DFile::BlockBuilder block_;
+  std::int32_t blockPosition_ = 0;  // 2 MiB slot of the next block write, from 0.
+  std::int32_t blockSequence_ = 0;
+  bool isPal_ = false;
+  bool failed_ = false;
+  double fileSize_ = 0;
+};

@@ -1,0 +1,184 @@
+#include "capture/mdlFileProcessing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "capture/capture_time.h"
+#include "capture/format.h"
+#include "capture/source_file.h"
+#include "platform/runtime_error.h"
+
+namespace mdlFileProcessing {
+
+platform::FileHandle hSourceFile = platform::FileHandle::kInvalid;
+OneBased<std::uint8_t> bytRecord;
+std::int32_t lngRecordOffset = 0;
+std::int32_t lngBytesRead = 0;
+bool bln20D = false;
+
+std::int32_t lngBlockCount = 0;
+OneBased<std::int32_t> lngBlockStart;
+OneBased<std::int32_t> lngBlockEnd;
+OneBased<platform::Date> dtBlockStart;
+OneBased<platform::Date> dtBlockEnd;
+std::uint8_t bytBlockStatus = 0;
+
+OneBased<std::int32_t> lngCamMask;
+OneBased<std::int32_t> lngCamMaskAlt;
+
+namespace {
+
+constexpr char kSource[] = "mdlFileProcessing";
+
+std::int32_t CountBlocks(platform::Files& files, const SourceFile& source) {
+  if (!source.IsOpen()) return 0;
+  const std::int32_t count = BlocksInFile(FileSize64(files, hSourceFile));
+  return count > kMostBlocks ? 0 : count;
+}
+
+/// Dates of time stamps. One block often ends in the second in which the next begins, and going
+/// through the platform's texts is what a scan spends its time on.
+class DateMemory {
+ public:
+  explicit DateMemory(platform::DateText& dates) : dates_(dates) {}
+
+  platform::Date Of(std::int32_t seconds) {
+    if (!filled_ || seconds != seconds_) date_ = DateOfSeconds(dates_, seconds);
+    filled_ = true;
+    seconds_ = seconds;
+    return date_;
+  }
+
+ private:
+  platform::DateText& dates_;
+  bool filled_ = false;
+  std::int32_t seconds_ = 0;
+  platform::Date date_ = 0;
+};
+
+/// Reads the stamps and the type of block `block` (from 1) into the index.
+void IndexBlock(platform::Files& files, DateMemory& dates, std::int32_t block) {
+  constexpr int kFirst = format::trailer::kStart;
+  constexpr int kLength = format::trailer::kBlockType - kFirst + 1;
+  ReadRecord(files, block - 1, lngRecordOffset, kLength);
+  lngBlockStart[block] = ReadBigEndian(bytRecord, 1, 4);
+  lngBlockEnd[block] = ReadBigEndian(bytRecord, format::trailer::kEnd - kFirst + 1, 4);
+  dtBlockStart[block] = dates.Of(lngBlockStart[block]);
+  dtBlockEnd[block] = dates.Of(lngBlockEnd[block]);
+  bytBlockStatus = bytRecord[kLength];
+}
+
+bool TypeFitsSource() {
+  if (bln20D) return bytBlockStatus == format::kType60;
+  return bytBlockStatus == format::kType00 || bytBlockStatus == format::kType10 ||
+         bytBlockStatus == format::kType20 || bytBlockStatus == format::kType30;
+}
+
+/// Reads the masks of block `block` (from 0) into element `k` of the result.
+void ReadMasks(platform::Files& files, std::int32_t block, std::int32_t k) {
+  if (lngCamMaskAlt.UpperBound() == 0) {
+    ReadRecord(files, block, lngRecordOffset, 2);
+    lngCamMask[k] = ReadBigEndian(bytRecord, 1, 2);
+    return;
+  }
+  static_assert(format::trailer20::kCameraMask == format::trailer20::kCameraMaskAlt + 2);
+  ReadRecord(files, block, lngRecordOffset, 4);
+  lngCamMask[k] = ReadBigEndian(bytRecord, 3, 2);
+  lngCamMaskAlt[k] = ReadBigEndian(bytRecord, 1, 2);
+}
+
+}  // namespace
+
+std::int16_t ScanSourceFile(platform::Files& files, platform::DateText& dates,
+                            const std::string& path) {
+  const SourceFile source(files, path);
+  lngBlockCount = CountBlocks(files, source);
+  const auto count = static_cast<std::size_t>(lngBlockCount);
+  lngBlockStart.Redimension(count);
+  lngBlockEnd.Redimension(count);
+  dtBlockStart.Redimension(count);
+  dtBlockEnd.Redimension(count);
+  lngRecordOffset = format::VariantOf(bln20D).trailerOffset + format::trailer::kStart;
+  DateMemory memory(dates);
+  for (std::int32_t block = 1; block <= lngBlockCount; ++block) IndexBlock(files, memory, block);
+  return lngBlockCount > 0 && TypeFitsSource() ? 1 : 0;
+}
+
+void CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
+                       std::int32_t lastBlock) {
+  firstBlock = std::max(firstBlock, 1);
+  lastBlock = std::min(lastBlock, lngBlockCount);
+  const std::int32_t count = std::max(lastBlock - firstBlock + 1, 0);
+  const bool hasAlt = !bln20D && bytBlockStatus == format::kType20;
+  lngCamMask.Redimension(static_cast<std::size_t>(count));
+  lngCamMaskAlt.Redimension(hasAlt ? static_cast<std::size_t>(count) : 0);
+  lngRecordOffset = format::VariantOf(bln20D).trailerOffset +
+                    (hasAlt ? format::trailer20::kCameraMaskAlt : format::trailer30::kCameraMask);
+  const SourceFile source(files, path);
+  for (std::int32_t k = 1; k <= count; ++k) ReadMasks(files, firstBlock + k - 2, k);
+}
+
+double FileSize64(platform::Files& files, platform::FileHandle file) {
+  constexpr std::uint64_t kLowHalf = 0xFFFFFFFF;
+  const std::uint64_t size = files.Size(file).value_or(0);
+  return (size & kLowHalf) == kLowHalf ? 0 : static_cast<double>(size);
+}
+
+std::int32_t BlocksInFile(double size) {
+  constexpr double kMost = std::numeric_limits<std::int32_t>::max();
+  const double blocks = std::nearbyint(size / format::kBlockSize);  // Halves to even.
+  return blocks > 0 ? static_cast<std::int32_t>(std::min(blocks, kMost)) : 0;
+}
+
+bool SeekBlock(platform::Files& files, std::int32_t block, std::int32_t offset) {
+  return files.Seek(hSourceFile, std::int64_t{block} * format::kBlockSize + offset);
+}
+
+bool ReadRecord(platform::Files& files, std::int32_t block, std::int32_t offset,
+                std::int32_t count) {
+  bytRecord.Redimension(static_cast<std::size_t>(std::max(count, 0)));
+  lngBytesRead = 0;
+  if (!SeekBlock(files, block, offset)) return false;
+  std::uint32_t bytesRead = 0;
+  const bool read = files.Read(hSourceFile, bytRecord.data(),
+                               static_cast<std::uint32_t>(bytRecord.UpperBound()), bytesRead);
+  lngBytesRead = static_cast<std::int32_t>(bytesRead);
+  return read;
+}
+
+std::int32_t ReadBigEndian(const OneBased<std::uint8_t>& bytes, int start, int length) {
+  if (length < 1 || length > 4) throw RuntimeError::InvalidProcedureCall(kSource);
+  std::uint32_t value = 0;
+  for (int k = 0; k < length; ++k) value = value << 8 | bytes[start + k];
+  return static_cast<std::int32_t>(value);
+}
+
+void PutBigEndian(std::uint8_t* bytes, int length, std::int64_t value) {
+  if (length < 1 || length > 4) throw RuntimeError::InvalidProcedureCall(kSource);
+  const std::int64_t least = length == 4 ? std::numeric_limits<std::int32_t>::min() : 0;
+  const std::int64_t limit = std::int64_t{1} << 8 * length;
+  if (value < least || value >= limit) throw RuntimeError::Overflow(kSource);
+  for (int k = 0; k < length; ++k)
+    bytes[k] = static_cast<std::uint8_t>(value >> 8 * (length - 1 - k) & 0xFF);
+}
+
+std::int32_t ReadSectorNumber(const OneBased<std::uint8_t>& bytes, int index, int width) {
+  return (bytes[index] & 15) * 256 + bytes[index + width - 1];
+}
+
+std::string ReadTitleField(const OneBased<std::uint8_t>& bytes, int start) {
+  std::string title;
+  for (int k = 0; k < format::tail::kTitleRead && bytes[start + k] != 0; ++k)
+    title += static_cast<char>(bytes[start + k]);
+  return title;
+}
+
+std::string ReadTextField(const OneBased<std::uint8_t>& bytes, int start, std::int32_t& length) {
+  length = std::min(length, format::text::kRoom);
+  std::string text;
+  for (int k = 0; k < length; ++k) text += static_cast<char>(bytes[start + k]);
+  return text;
+}
+
+}  // namespace mdlFileProcessing

@@ -1,0 +1,78 @@
+#include "cdwizard/disc.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "cdwizard/player_files.h"
+
+using platform::FileHandle;
+using platform::FileIdentity;
+
+namespace {
+
+std::optional<FileIdentity> IdentityOf(platform::Files& files, const std::string& path) {
+  const FileHandle file = files.Open(path, platform::OpenMode::kReadExisting);
+  if (file == FileHandle::kInvalid) return std::nullopt;
+  const auto identity = files.Identity(file);
+  files.Close(file);
+  return identity;
+}
+
+bool Contains(const auto& list, const auto& element) {
+  return std::find(list.begin(), list.end(), element) != list.end();
+}
+
+void Append(std::vector<std::string>& list, const std::vector<std::string>& more) {
+  list.insert(list.end(), more.begin(), more.end());
+}
+
+}  // namespace
+
+Disc::Disc(platform::Platform& system, std::string drive)
+    : system_(system), drive_(std::move(drive)) {}
+
+std::string Disc::PlayerFolder() const {
+  return drive_ + kPlayerFolder;
+}
+
+bool Disc::Spares(const std::vector<std::string>& kept, bool clears,
+                  const std::vector<std::string>& written) {
+  std::vector<FileIdentity> keptIdentities;
+  for (const std::string& path : kept) {
+    const auto identity = IdentityOf(system_.files, path);
+    if (!identity) return false;
+    keptIdentities.push_back(*identity);
+  }
+  std::vector<std::string> lost = written;
+  if (clears) Append(lost, WhatClearingDeletes());
+  return std::none_of(lost.begin(), lost.end(), [&](const std::string& path) {
+    if (!system_.drives.HasFile(path)) return false;
+    const auto identity = IdentityOf(system_.files, path);
+    return !identity || Contains(keptIdentities, *identity);
+  });
+}
+
+bool Disc::Clear() {
+  if (!IsCdRom()) return false;
+  if (system_.drives.HasFolder(PlayerFolder()) && !system_.drives.RemoveFolder(PlayerFolder()))
+    return false;
+  return !CarriesPlayer() || system_.drives.RemoveFilesIn(drive_ + "\\");
+}
+
+bool Disc::IsCdRom() {
+  return Contains(system_.drives.CdRomDrives(), drive_);
+}
+
+bool Disc::CarriesPlayer() {
+  return system_.drives.HasFile(drive_ + kPlayerMark);
+}
+
+std::vector<std::string> Disc::WhatClearingDeletes() {
+  std::vector<std::string> paths = system_.drives.FilesBelow(PlayerFolder());
+  if (!CarriesPlayer()) return paths;
+  const std::string root = drive_ + "\\";
+  for (const std::string& path : system_.drives.FilesBelow(root))
+    if (path.find('\\', root.size()) == std::string::npos) paths.push_back(path);
+  return paths;
+}

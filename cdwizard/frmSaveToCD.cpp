@@ -1,0 +1,104 @@
+#include "cdwizard/frmSaveToCD.h"
+
+#include <cmath>
+
+#include "forms/text.h"
+#include "platform/runtime_error.h"
+#include "resources/layouts.h"
+
+using forms::Event;
+
+frmSaveToCD::frmSaveToCD(platform::Platform& system, MainWindowView& mainWindow)
+    : Form(layout::kFrmSaveToCD), system_(system), wizard_(system, mainWindow, *this) {
+  BindArray<forms::Button>(cmdNext, Event::kClick,
+                           [this](int index) { wizard_.cmdNext_Click(index); });
+  Bind({{cmdCancel, Event::kClick, [this] { wizard_.cmdCancel_Click(); }}});
+}
+
+void frmSaveToCD::OnLoad() {
+  wizard_.Load();
+}
+
+void frmSaveToCD::OnUnload() {
+  if (Hourglass()) SetHourglass(false);
+}
+
+void frmSaveToCD::ShowPage(const PageLook& look) {
+  Label2.SetCaption(look.heading);
+  Label1.SetTop(look.instructionsTop);
+  Label1.SetHeight(look.instructionsHeight);
+  Label1.SetCaption(look.instructions);
+  Combo1.SetVisible(look.showsDrives);
+  Text1.SetVisible(look.showsFileName);
+  Check1.SetVisible(look.showsFileName);
+  cmdCancel.SetEnabled(look.cancelEnabled);
+  ShowButtons(look);
+  Focus(look);
+}
+
+void frmSaveToCD::ShowButtons(const PageLook& look) {
+  for (int i = 0; i < kPageButtons; ++i) {
+    const PageLook::Button button = look.buttons[static_cast<std::size_t>(i)];
+    cmdNext(i).SetEnabled(button.enabled);
+    cmdNext(i).SetVisible(button.visible);
+  }
+}
+
+void frmSaveToCD::Focus(const PageLook& look) {
+  if (look.defaultButton != page_button::kNone) cmdNext(look.defaultButton).SetDefault();
+  if (look.focusesFileName) FocusFileName();
+  if (look.focus != page_button::kNone) cmdNext(look.focus).SetFocus();
+}
+
+void frmSaveToCD::ShowDrives(const std::vector<std::string>& drives) {
+  for (const std::string& drive : drives) Combo1.AddItem(drive);
+  Combo1.SetListIndex(Combo1.ListCount() - 1);
+}
+
+WizardInput frmSaveToCD::Input() {
+  return {.drive = Combo1.Text(),
+          .fileName = forms::Trimmed(Text1.Text()),
+          .wantsPlayer = Check1.Value()};
+}
+
+void frmSaveToCD::SetFileName(const std::string& name) {
+  Text1.SetText(name);
+  Text1.SelectAll();
+}
+
+void frmSaveToCD::FocusFileName() {
+  Text1.SetFocus();
+  Text1.SelectAll();
+}
+
+platform::WindowHandle frmSaveToCD::Window() {
+  return static_cast<platform::WindowHandle>(reinterpret_cast<UINT_PTR>(window()));
+}
+
+void frmSaveToCD::ShowProgress(bool shown) {
+  Animation1.SetVisible(shown);
+  ProgressBar1.SetVisible(shown);
+  Label3.SetVisible(shown);
+  if (!shown) {
+    Animation1.Stop();
+    keepAwake_.reset();
+    return;
+  }
+  keepAwake_.emplace();
+  sessionEnds_ = false;
+  ShowPercent(0);
+  // Without the clip the copy goes on without a picture.
+  if (Animation1.Open(system_.programFolder + "\\FILECOPY.avi")) Animation1.Play();
+}
+
+void frmSaveToCD::ShowPercent(double percent) {
+  const auto whole = static_cast<int>(std::lround(percent));
+  ProgressBar1.SetValue(whole);
+  Label3.SetCaption(std::to_string(whole) + "%");
+}
+
+// The copy fails and removes its file before the session's next message can reach the window.
+void frmSaveToCD::LetMessagesRun() {
+  forms::DoEvents();
+  if (keepAwake_ && sessionEnds_) throw RuntimeError::InvalidProcedureCall(system_.programName);
+}

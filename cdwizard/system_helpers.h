@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/file_names.h"
+#include "platform/registry.h"
+
+/// Small wrappers of system calls that the main window and the CD wizard share.
+
+/// Executable of the packet-writing program without which the wizard does not go on. The main
+/// window sets it when it loads.
+extern std::string strBurnExeName;
+/// Last answer of `GetDiskFreeMB`, megabytes.
+extern double dblDiskFreeMB;
+
+/// A string value of the registry, up to its first zero; `defaultText` when it is missing or of
+/// another type (expandable strings included). A zero that comes only after 32767 other
+/// characters raises an overflow.
+std::string RegGetString(platform::Registry& registry, platform::RegistryRoot root,
+                         const std::string& keyPath, const std::string& valueName,
+                         const std::string& defaultText);
+
+/// Path under which a program, such as "DirectCD.exe", has registered itself for all users; empty
+/// when it has not.
+std::string AppPathOf(platform::Registry& registry, const std::string& executable);
+
+/// Free space of the volume that holds `path`, in megabytes of 1048576 bytes, not rounded; 0 when
+/// it cannot be told. The volume is named by the path's first three characters, a network share by
+/// its server and share.
+double GetDiskFreeMB(platform::FileNames& names, const std::string& path);
+
+/// The unsigned 64-bit number with these two halves.
+double LargeIntToDouble(std::int32_t low, std::int32_t high);

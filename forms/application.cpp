@@ -1,0 +1,58 @@
+#include "forms/application.h"
+
+#include <objbase.h>
+
+namespace forms {
+
+void StartApplication() {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
+  INITCOMMONCONTROLSEX controls = {};
+  controls.dwSize = sizeof controls;
+  controls.dwICC = ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_UPDOWN_CLASS | ICC_DATE_CLASSES |
+                   ICC_PROGRESS_CLASS | ICC_ANIMATE_CLASS | ICC_TAB_CLASSES;
+  InitCommonControlsEx(&controls);
+}
+
+void HandleMessage(MSG& message) {
+  if (TranslateForForm(message)) return;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
+int RunMessageLoop() {
+  MSG message = {};
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) HandleMessage(message);
+  return static_cast<int>(message.wParam);
+}
+
+void DoEvents() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return;
+    }
+    HandleMessage(message);
+  }
+}
+
+void DiscardPendingInput() {
+  constexpr struct {
+    UINT first, last;
+  } kInput[] = {{WM_KEYFIRST, WM_KEYLAST},
+                {WM_MOUSEFIRST, WM_MOUSELAST},
+                {WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK}};
+  MSG message;
+  for (const auto& [first, last] : kInput)
+    while (PeekMessageW(&message, nullptr, first, last, PM_REMOVE)) {
+    }
+}
+
+KeepAwake::KeepAwake() {
+  SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
+}
+KeepAwake::~KeepAwake() {
+  SetThreadExecutionState(ES_CONTINUOUS);
+}
+
+}  // namespace forms

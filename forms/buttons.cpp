@@ -1,0 +1,77 @@
+#include "forms/buttons.h"
+
+#include "forms/form.h"
+
+namespace forms {
+
+void Button::SetDefault() {
+  if (window()) SendMessageW(form().window(), DM_SETDEFID, static_cast<WPARAM>(id()), 0);
+}
+
+DWORD Button::WindowStyle() const {
+  return HasStyle(layout::kDefault) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+}
+
+void Button::OnCommand(WORD code) {
+  if (code == BN_CLICKED) Raise(Event::kClick);
+}
+
+PictureButton::~PictureButton() {
+  if (icon_) DestroyIcon(icon_);
+}
+
+DWORD PictureButton::WindowStyle() const {
+  return Button::WindowStyle() | BS_ICON;
+}
+
+void PictureButton::LaidOut(UINT dpi) {
+  constexpr int kIconSide = 16;  // Pixels at 96 dots per inch.
+  const int side = MulDiv(kIconSide, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI);
+  const HANDLE made = LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(row().resource),
+                                 IMAGE_ICON, side, side, LR_DEFAULTCOLOR);
+  Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(made));
+  if (icon_) DestroyIcon(icon_);
+  icon_ = static_cast<HICON>(made);
+}
+
+bool CheckBox::Value() const {
+  return window() ? Send(BM_GETCHECK) == BST_CHECKED : value_;
+}
+
+void CheckBox::SetValue(bool ticked) {
+  value_ = ticked;
+  Send(BM_SETCHECK, ticked ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void CheckBox::Created() {
+  SetValue(value_);
+}
+
+void CheckBox::OnCommand(WORD code) {
+  if (code == BN_CLICKED) Raise(Event::kClick);
+}
+
+// Windows marks the focus around the caption, so that without one nothing would show it.
+LRESULT CheckBox::OnNotify(const NMHDR& header) {
+  if (header.code != NM_CUSTOMDRAW || !Caption().empty()) return CDRF_DODEFAULT;
+  const auto& draw = reinterpret_cast<const NMCUSTOMDRAW&>(header);
+  if (draw.dwDrawStage != CDDS_POSTPAINT) return CDRF_NOTIFYPOSTPAINT;
+  RECT client = {};
+  GetClientRect(window(), &client);
+  if (HasFocus()) DrawFocusRect(draw.hdc, &client);
+  return CDRF_DODEFAULT;
+}
+
+bool OptionButton::Value() const {
+  return Send(BM_GETCHECK) == BST_CHECKED;
+}
+
+void OptionButton::SetValue(bool chosen) {
+  Send(BM_SETCHECK, chosen ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void OptionButton::OnCommand(WORD code) {
+  if (code == BN_CLICKED) Raise(Event::kClick);
+}
+
+}  // namespace forms

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "forms/control.h"
+
+namespace forms {
+
+/// A push button. Event: kClick.
+class Button : public Control {
+ public:
+  using Control::Control;
+
+  /// Makes this the button that Enter presses.
+  void SetDefault();
+
+ protected:
+  const wchar_t* WindowClass() const override { return WC_BUTTONW; }
+  DWORD WindowStyle() const override;
+  void OnCommand(WORD code) override;
+};
+
+/// A push button that shows an icon; its row's name is what screen readers say. Event: kClick.
+class PictureButton : public Button {
+ public:
+  using Button::Button;
+  ~PictureButton() override;
+
+ protected:
+  DWORD WindowStyle() const override;
+  void LaidOut(UINT dpi) override;
+
+ private:
+  HICON icon_ = nullptr;
+};
+
+/// A box that is ticked or not. Event: kClick, also when the program ticks it otherwise than it
+/// was.
+class CheckBox : public Control {
+ public:
+  using Control::Control;
+
+  bool Value() const;
+  void SetValue(bool ticked);
+
+ protected:
+  const wchar_t* WindowClass() const override { return WC_BUTTONW; }
+  DWORD WindowStyle() const override { return BS_AUTOCHECKBOX; }
+  void Created() override;
+  void OnCommand(WORD code) override;
+  LRESULT OnNotify(const NMHDR& header) override;
+
+ private:
+  bool value_ = false;
+};
+
+/// One of a group of choices. Event: kClick.
+class OptionButton : public Control {
+ public:
+  using Control::Control;
+
+  bool Value() const;
+  void SetValue(bool chosen);
+
+ protected:
+  const wchar_t* WindowClass() const override { return WC_BUTTONW; }
+  DWORD WindowStyle() const override { return BS_AUTORADIOBUTTON; }
+  void OnCommand(WORD code) override;
+};
+
+}  // namespace forms

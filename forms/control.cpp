@@ -1,0 +1,212 @@
+#include "forms/control.h"
+
+#include <algorithm>
+
+#include "forms/accessible_name.h"
+#include "forms/form_state.h"
+#include "forms/text.h"
+#include "platform/runtime_error.h"
+
+namespace forms {
+namespace {
+
+const layout::Row& RowWithId(const layout::Form& form, int id) {
+  for (const layout::Row& row : form.rows)
+    if (row.id == id) return row;
+  throw RuntimeError::InvalidProcedureCall(form.name);
+}
+
+/// Kinds that do nothing with keys would hide the focus.
+bool CanHaveFocus(layout::Kind kind) {
+  using layout::Kind;
+  constexpr Kind kOnlyShown[] = {Kind::kLabel, Kind::kLine, Kind::kFrame, Kind::kProgressBar,
+                                 Kind::kAnimation};
+  return std::find(std::begin(kOnlyShown), std::end(kOnlyShown), kind) == std::end(kOnlyShown);
+}
+
+std::string OrEmpty(const char* text) {
+  return text ? text : "";
+}
+
+}  // namespace
+
+Control::Control(Form& form, int id)
+    : form_(form),
+      row_(&RowWithId(form.state_->layout, id)),
+      caption_(OrEmpty(row_->caption)),
+      toolTip_(OrEmpty(row_->toolTip)),
+      left_(row_->left),
+      top_(row_->top),
+      width_(row_->width),
+      height_(row_->height),
+      visible_(!HasStyle(layout::kHidden)),
+      enabled_(!HasStyle(layout::kDisabled)),
+      tabStop_(!HasStyle(layout::kNoTabStop)) {
+  form_.state_->byId[id] = this;
+}
+
+Control::~Control() {
+  if (window_) RemoveWindowSubclass(window_, SubclassProcedure, 0);
+}
+
+void Control::SetVisible(bool visible) {
+  if (visible == visible_) return;
+  if (!visible) LeaveFocus();
+  visible_ = visible;
+  Refresh();
+}
+
+void Control::SetEnabled(bool enabled) {
+  if (enabled == enabled_) return;
+  if (!enabled) LeaveFocus();
+  enabled_ = enabled;
+  Refresh();
+}
+
+void Control::SetTabStop(bool tabStop) {
+  tabStop_ = tabStop;
+  if (!window_) return;
+  const LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE);
+  SetWindowLongPtrW(window_, GWL_STYLE, tabStop ? style | WS_TABSTOP : style & ~WS_TABSTOP);
+}
+
+void Control::SetLeft(int twips) {
+  left_ = twips;
+  Place();
+}
+
+void Control::SetTop(int twips) {
+  top_ = twips;
+  Place();
+}
+
+void Control::SetWidth(int twips) {
+  width_ = twips;
+  Place();
+}
+
+void Control::SetHeight(int twips) {
+  height_ = twips;
+  Place();
+}
+
+void Control::SetCaption(const std::string& caption) {
+  caption_ = caption;
+  if (window_) SetWindowTextW(window_, Wide(caption).c_str());
+}
+
+void Control::SetToolTip(const std::string& text) {
+  toolTip_ = text;
+  if (window_) form_.state_->toolTips.Set(window_, text);
+}
+
+void Control::SetRestingToolTip(bool on) {
+  // To deactivate the tool tips is not enough: Wine shows one whose time has come all the same.
+  form_.state_->toolTips.Set(window_, on ? toolTip_ : "");
+}
+
+void Control::SetFocus() {
+  if (!window_ || !IsUsable()) return;
+  if (IsWindowVisible(form_.window_))
+    SendMessageW(form_.window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window_), TRUE);
+  else
+    form_.state_->firstFocus = this;
+}
+
+bool Control::HasFocus() const {
+  return window_ && GetFocus() == window_;
+}
+
+bool Control::IsShown() const {
+  return visible_ && (!container_ || container_->IsShown());
+}
+
+bool Control::IsUsable() const {
+  if (!enabled_ || !visible_) return false;
+  return !container_ || container_->IsUsable();
+}
+
+bool Control::Raise(Event event) {
+  return form_.Raise(*this, event);
+}
+
+bool Control::HasHandler(Event event) const {
+  return form_.HasHandler(*this, event);
+}
+
+LRESULT Control::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
+  return window_ ? SendMessageW(window_, message, wParam, lParam) : 0;
+}
+
+std::string Control::WindowText() const {
+  if (!window_) return caption_;
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
+  GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1);
+  return Utf8(text);
+}
+
+void Control::CreateIn(HWND parent) {
+  container_ = row_->container ? &form_.ControlById(row_->container) : nullptr;
+  if (!WindowClass()) return;
+  // A button that shows an icon only still has a text: its name.
+  const std::string text = caption_.empty() && row_->kind == layout::Kind::kPictureButton
+                               ? OrEmpty(row_->name)
+                               : caption_;
+  DWORD style = WS_CHILD | WindowStyle();
+  if (tabStop_ && CanHaveFocus(row_->kind)) style |= WS_TABSTOP;
+  if (HasStyle(layout::kGroup)) style |= WS_GROUP;
+  window_ = CreateWindowExW(ExtendedStyle(), WindowClass(), Wide(text).c_str(), style, 0, 0, 0, 0,
+                            parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id())),
+                            GetModuleHandleW(nullptr), nullptr);
+  if (!window_) throw RuntimeError::InvalidProcedureCall(form_.state_->layout.name);
+  SetWindowPos(window_, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  SetWindowSubclass(window_, SubclassProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+  if (row_->name) SetAccessibleName(window_, row_->name);
+  Created();
+}
+
+void Control::Place() {
+  if (!window_) return;
+  const RECT place = form_.PixelRect(*this);
+  SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+               WindowHeight(place.bottom - place.top), SWP_NOZORDER | SWP_NOACTIVATE);
+  if (row_->kind != layout::Kind::kFrame) return;
+  for (Control* control : form_.state_->inOrder)
+    if (control->container_ == this) control->Place();
+  InvalidateRect(form_.window_, nullptr, TRUE);
+}
+
+void Control::Refresh() {
+  if (window_) {
+    // Windows keeps a hidden control's access key alive unless the control is disabled too.
+    EnableWindow(window_, IsUsable());
+    ShowWindow(window_, IsShown() ? SW_SHOWNA : SW_HIDE);
+  }
+  if (row_->kind != layout::Kind::kFrame) return;
+  for (Control* control : form_.state_->inOrder)
+    if (control->container_ == this) control->Refresh();
+}
+
+// A window that is disabled or hidden keeps the focus, and then no key reaches the form.
+void Control::LeaveFocus() {
+  for (Control* control : form_.state_->inOrder)
+    if (control->container_ == this) control->LeaveFocus();
+  if (HasFocus()) SendMessageW(form_.window_, WM_NEXTDLGCTL, 0, FALSE);
+}
+
+LRESULT CALLBACK Control::SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR, DWORD_PTR self) {
+  Control& control = *reinterpret_cast<Control*>(self);
+  if (message == WM_DESTROY && control.row_->name) ForgetAccessibleName(window);
+  if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(window, SubclassProcedure, 0);
+    control.Destroying();
+    control.window_ = nullptr;
+    return DefSubclassProc(window, message, wParam, lParam);
+  }
+  if (message == WM_SETFOCUS) control.form_.ScrollIntoView(control);
+  const std::optional<LRESULT> result = control.OnMessage(message, wParam, lParam);
+  return result ? *result : DefSubclassProc(window, message, wParam, lParam);
+}
+
+}  // namespace forms

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "forms/win32.h"
+#include "resources/layout.h"
+
+namespace forms {
+
+class Form;
+
+/// What a control tells its form. The handler is a member function named control_event.
+enum class Event {
+  kClick,        ///< Button, check box, option button; a day picked in a calendar; a list's choice.
+  kChange,       ///< A slider's value changed, by whomever; a text was edited.
+  kScroll,       ///< The user moved a slider.
+  kMonthChange,  ///< The user turned a calendar to another month.
+  kYearChange,   ///< The user turned a calendar to another year.
+  kTimer,        ///< A timer's interval has passed.
+  kLostFocus,    ///< The focus left a text box.
+  kEnter,        ///< Enter was pressed in a text box; without a handler it is the default button's.
+};
+
+/// A control of a form: its state, kept in twips and UTF-8, and the window that shows it. The state
+/// can be read and set at any time; while the form has no window, only the state changes. Shown is
+/// a control that is visible itself and whose frame is shown; a control that is not shown or whose
+/// frame is disabled is disabled in Windows' terms as well, so that its access key is dead.
+class Control {
+ public:
+  /// A control of `form`, described by the row with this id in the form's layout.
+  Control(Form& form, int id);
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+  virtual ~Control();
+
+  int id() const { return row_->id; }
+  const layout::Row& row() const { return *row_; }
+  HWND window() const { return window_; }  ///< Null while the form has no window.
+
+  bool Visible() const { return visible_; }
+  void SetVisible(bool visible);
+  bool Enabled() const { return enabled_; }
+  virtual void SetEnabled(bool enabled);
+  bool TabStop() const { return tabStop_; }
+  void SetTabStop(bool tabStop);
+  int Left() const { return left_; }
+  int Top() const { return top_; }
+  int Width() const { return width_; }
+  int Height() const { return height_; }
+  void SetLeft(int twips);
+  void SetTop(int twips);
+  void SetWidth(int twips);
+  void SetHeight(int twips);
+  virtual std::string Caption() const { return caption_; }
+  virtual void SetCaption(const std::string& caption);
+  /// The text that shows when the mouse rests on the control; empty for none.
+  const std::string& ToolTip() const { return toolTip_; }
+  virtual void SetToolTip(const std::string& text);
+  /// Gives the control the keyboard focus, when it is shown and enabled.
+  void SetFocus();
+  bool HasFocus() const;
+  /// Visible, and in frames that are.
+  bool IsShown() const;
+
+ protected:
+  friend class Form;
+
+  /// The window class; null for a control without a window (a timer).
+  virtual const wchar_t* WindowClass() const = 0;
+  virtual DWORD WindowStyle() const { return 0; }
+  virtual DWORD ExtendedStyle() const { return 0; }
+  /// The window has just been made: hands it what the state holds beyond place and caption.
+  virtual void Created() {}
+  /// The window was laid out at this DPI, first after it was made.
+  virtual void LaidOut(UINT /*dpi*/) {}
+  /// The window is about to go.
+  virtual void Destroying() {}
+  /// WM_COMMAND with this notification code.
+  virtual void OnCommand(WORD /*code*/) {}
+  /// WM_NOTIFY.
+  virtual LRESULT OnNotify(const NMHDR& /*header*/) { return 0; }
+  /// WM_HSCROLL or WM_VSCROLL with this scroll code.
+  virtual void OnScroll(WORD /*code*/) {}
+  /// A message of the control's own window, before the control itself sees it; its result, or none
+  /// when the control is to handle it.
+  virtual std::optional<LRESULT> OnMessage(UINT /*message*/, WPARAM, LPARAM) { return {}; }
+  /// The height in pixels that the window is made with to look `pixels` high.
+  virtual int WindowHeight(int pixels) const { return pixels; }
+
+  /// Whether the form has a handler of this event.
+  bool HasHandler(Event event) const;
+  /// Runs the form's handler of an event, if it has one; whether it has.
+  bool Raise(Event event);
+  /// Sends a message to the window; 0 while there is none.
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+  /// Lets the tool tip show where the mouse rests, or not, while another tip is up.
+  void SetRestingToolTip(bool on);
+  bool HasStyle(layout::Style style) const { return (row_->styles & style) != 0; }
+  Form& form() const { return form_; }
+  /// The text in the window, or the caption while there is none.
+  std::string WindowText() const;
+
+ private:
+  static LRESULT CALLBACK SubclassProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+  void CreateIn(HWND parent);
+  void Place();
+  /// Shows, hides, enables or disables the window as the state and the frames around it have it.
+  void Refresh();
+  bool IsUsable() const;
+  void LeaveFocus();
+
+  Form& form_;
+  const layout::Row* row_;
+  Control* container_ = nullptr;
+  HWND window_ = nullptr;
+  std::string caption_;
+  std::string toolTip_;
+  int left_, top_, width_, height_;
+  bool visible_, enabled_, tabStop_;
+};
+
+}  // namespace forms

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "forms/win32.h"
+
+namespace forms {
+
+inline constexpr const char* kApplicationTitle = "Trimbrook";
+inline constexpr const char* kMessageTitle = "Message";
+
+/// A modal box with an OK button over `owner`, which may be null.
+void ShowMessageBox(HWND owner, const std::string& text, const char* title = kMessageTitle);
+/// A modal question with Yes and No; true for Yes.
+bool AskYesNoBox(HWND owner, const std::string& text, const char* title = kMessageTitle);
+
+/// What a file dialog is asked for.
+struct FileQuestion {
+  std::string title;
+  std::string filter;  ///< "description|pattern|description|pattern".
+  std::string initialFolder;
+  /// Save only: the ending with its dot that the name always has. A name with another one gets it
+  /// appended, before the question whether an existing file is to be replaced.
+  std::string ending;
+};
+
+/// Asks for a file to open; none when the user cancelled. The current folder stays as it is.
+std::optional<std::string> AskOpenFile(HWND owner, const FileQuestion& question);
+/// Asks for a file to save to; none when the user cancelled.
+std::optional<std::string> AskSaveFile(HWND owner, const FileQuestion& question);
+
+}  // namespace forms

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "forms/fonts.h"
+#include "forms/form.h"
+#include "forms/tool_tips.h"
+
+namespace forms {
+
+/// What a form keeps behind its door.
+struct Form::State {
+  explicit State(const layout::Form& table) : layout(table) {}
+
+  const layout::Form& layout;
+  std::map<int, Control*> byId;
+  std::vector<Control*> inOrder;  ///< Rows' order; complete once loaded.
+  std::vector<std::unique_ptr<Control>>
+      nameless;  ///< Those that the window class has no member of.
+  std::map<std::pair<const Control*, Event>, std::function<void()>> handlers;
+  std::vector<Key> keys;
+  HACCEL accelerators = nullptr;
+  Fonts fonts;
+  ToolTips toolTips;
+
+  std::optional<int> outerWidth;  ///< Twips, once set; until then the layout's client size holds.
+  std::optional<int> outerHeight;
+  POINT scrolled = {};  ///< Pixels that the content is scrolled by.
+
+  int running = 0;                ///< Handlers of this form that are on the stack.
+  bool failed = false;            ///< The load was left by a fault.
+  bool wasForeground = false;     ///< When it was hidden.
+  Control* firstFocus = nullptr;  ///< What asked for the focus before the window was shown.
+};
+
+}  // namespace forms

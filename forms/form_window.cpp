@@ -1,0 +1,216 @@
+// The window of a form: its messages, and how the keyboard reaches it.
+#include "forms/application.h"
+#include "forms/buttons.h"
+#include "forms/form_state.h"
+#include "forms/text.h"
+#include "forms/timer.h"
+
+namespace forms {
+namespace {
+
+constexpr WORD kFirstKeyCommand = 0x7000;  // Above all control ids.
+constexpr WORD kFromAccelerator = 1;
+
+}  // namespace
+
+Form* Form::FromWindow(HWND window) {
+  // Other windows of this thread (message boxes, file dialogs) use that place for their own.
+  const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrW(window, GCLP_WNDPROC));
+  if (!window || procedure != WindowProcedure) return nullptr;
+  return reinterpret_cast<Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+LRESULT CALLBACK Form::WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  // Null for the first messages, before the window's creation has returned.
+  auto* form = reinterpret_cast<Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (form) {
+    if (const auto result = form->Handle(message, wParam, lParam)) return *result;
+  }
+  const LRESULT result = DefDlgProcW(window, message, wParam, lParam);
+  if (form && message == WM_NCDESTROY) {
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    form->WindowGone();
+  }
+  return result;
+}
+
+std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_COMMAND:
+      OnCommandMessage(LOWORD(wParam), HIWORD(wParam), lParam != 0);
+      return 0;
+    case WM_NOTIFY:
+      return OnNotifyMessage(*reinterpret_cast<const NMHDR*>(lParam));
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+      OnScrollMessage(message, wParam, lParam);
+      return 0;
+    case WM_MOUSEWHEEL:
+      ScrollTo(state_->scrolled.x, state_->scrolled.y - GET_WHEEL_DELTA_WPARAM(wParam) / 2);
+      return 0;
+    case WM_TIMER:
+      OnTimerMessage(wParam);
+      return 0;
+    case WM_CLOSE:
+      Close();
+      return 0;
+    case WM_QUERYENDSESSION:
+      Dispatch([this] { OnEndSession(); });
+      return TRUE;
+    case WM_ENDSESSION:
+      if (wParam) Dispatch([this] { OnEndSession(); });
+      return 0;
+    case WM_SETCURSOR:
+      if (!hourglass_) return {};
+      SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+      return TRUE;
+    case WM_DPICHANGED:
+      OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+      return 0;
+    default:
+      return {};
+  }
+}
+
+void Form::OnCommandMessage(WORD id, WORD code, bool fromControl) {
+  if (!fromControl && code == kFromAccelerator && id >= kFirstKeyCommand) {
+    const std::size_t key = id - kFirstKeyCommand;
+    if (key < state_->keys.size() && !IsClosed()) Dispatch(state_->keys[key].handler);
+    return;
+  }
+  // A window above must be answered first; other programs reach the buttons beneath it all the
+  // same.
+  if (code == BN_CLICKED && !IsWindowEnabled(window_)) return;
+  if (id == IDCANCEL) {
+    PressCancel();
+    return;
+  }
+  const auto found = state_->byId.find(id);
+  if (found == state_->byId.end()) return;
+  // Enter on a form whose default button is disabled arrives here all the same. A control that is
+  // not shown can only be meant by another program, which may reach its handler.
+  Control& control = *found->second;
+  const bool isMeant = !control.IsShown() && code == BN_CLICKED;
+  if (control.window_ && (isMeant || IsWindowEnabled(control.window_))) control.OnCommand(code);
+}
+
+void Form::PressCancel() {
+  for (Control* control : state_->inOrder)
+    if (control->HasStyle(layout::kCancel) && control->IsUsable()) {
+      control->OnCommand(BN_CLICKED);
+      return;
+    }
+}
+
+LRESULT Form::OnNotifyMessage(const NMHDR& header) {
+  const auto found = state_->byId.find(static_cast<int>(header.idFrom));
+  if (found == state_->byId.end() || found->second->window_ != header.hwndFrom) return 0;
+  return found->second->OnNotify(header);
+}
+
+void Form::OnTimerMessage(WPARAM id) {
+  const auto found = state_->byId.find(static_cast<int>(id));
+  if (found == state_->byId.end()) return;
+  if (auto* timer = dynamic_cast<Timer*>(found->second)) timer->Tick();
+}
+
+void Form::OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (lParam) {
+    const auto found = state_->byId.find(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)));
+    if (found != state_->byId.end()) found->second->OnScroll(LOWORD(wParam));
+    return;
+  }
+  const bool vertical = message == WM_VSCROLL;
+  SCROLLINFO bar = {};
+  bar.cbSize = sizeof bar;
+  bar.fMask = SIF_ALL;
+  GetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &bar);
+  int at = bar.nPos;
+  const int line = Pixels(kTwipsPerInch / 4);
+  switch (LOWORD(wParam)) {
+    case SB_LINEUP:
+      at -= line;
+      break;
+    case SB_LINEDOWN:
+      at += line;
+      break;
+    case SB_PAGEUP:
+      at -= static_cast<int>(bar.nPage);
+      break;
+    case SB_PAGEDOWN:
+      at += static_cast<int>(bar.nPage);
+      break;
+    case SB_THUMBTRACK:
+      at = bar.nTrackPos;
+      break;
+    case SB_TOP:
+      at = 0;
+      break;
+    case SB_BOTTOM:
+      at = bar.nMax;
+      break;
+    default:
+      return;
+  }
+  ScrollTo(vertical ? state_->scrolled.x : at, vertical ? at : state_->scrolled.y);
+}
+
+void Form::WindowGone() {
+  window_ = nullptr;
+  closing_ = false;
+  state_->inOrder.clear();
+  state_->toolTips.Forget();
+  if (!owner_) PostQuitMessage(0);
+}
+
+void Form::BindKeys(std::vector<Key> keys) {
+  state_->keys = std::move(keys);
+  std::vector<ACCEL> table;
+  for (const Key& key : state_->keys)
+    table.push_back({static_cast<BYTE>(key.modifiers | FVIRTKEY), key.virtualKey,
+                     static_cast<WORD>(kFirstKeyCommand + table.size())});
+  state_->accelerators = CreateAcceleratorTableW(table.data(), static_cast<int>(table.size()));
+}
+
+std::string Form::Caption() const {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
+  GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1);
+  return Utf8(text);
+}
+
+void Form::SetCaption(const std::string& caption) {
+  if (window_) SetWindowTextW(window_, Wide(caption).c_str());
+}
+
+void Form::SetHourglass(bool on) {
+  hourglass_ = on;
+  POINT pointer = {};
+  GetCursorPos(&pointer);
+  if (window_ && GetAncestor(WindowFromPoint(pointer), GA_ROOT) == window_)
+    SetCursor(LoadCursorW(nullptr, on ? IDC_WAIT : IDC_ARROW));
+}
+
+void Form::FlashTaskbar() {
+  if (!window_ || GetForegroundWindow() == window_) return;
+  // A modal window has no taskbar button of its own.
+  FLASHWINFO flash = {};
+  flash.cbSize = sizeof flash;
+  flash.hwnd = GetAncestor(window_, GA_ROOTOWNER);
+  flash.dwFlags = FLASHW_TRAY | FLASHW_TIMERNOFG;
+  FlashWindowEx(&flash);
+}
+
+void Form::BringToFront() {
+  if (window_) SetForegroundWindow(window_);
+}
+
+bool TranslateForForm(MSG& message) {
+  const HWND root = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+  Form* form = Form::FromWindow(root);
+  if (!form) return false;
+  const HACCEL keys = form->state_->accelerators;
+  if (keys && IsWindowEnabled(root) && TranslateAcceleratorW(root, keys, &message)) return true;
+  return IsDialogMessageW(root, &message);
+}
+
+}  // namespace forms

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "forms/control.h"
+
+namespace forms {
+
+/// Text that cannot be edited. An ampersand shows as itself.
+class Label : public Control {
+ public:
+  using Control::Control;
+
+ protected:
+  const wchar_t* WindowClass() const override { return WC_STATICW; }
+  DWORD WindowStyle() const override;
+};
+
+/// A thin line that divides a form.
+class Line : public Control {
+ public:
+  using Control::Control;
+
+ protected:
+  const wchar_t* WindowClass() const override { return WC_STATICW; }
+  DWORD WindowStyle() const override { return SS_ETCHEDHORZ; }
+};
+
+/// A titled box around the controls that stand in it. Hidden or disabled, it hides or disables
+/// them, whose own state stays as it is.
+class Frame : public Control {
+ public:
+  using Control::Control;
+
+ protected:
+  const wchar_t* WindowClass() const override { return WC_BUTTONW; }
+  DWORD WindowStyle() const override { return BS_GROUPBOX; }
+};
+
+}  // namespace forms

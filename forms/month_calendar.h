@@ -1,0 +1,52 @@
+#pragma once
+
+#include "forms/control.h"
+
+namespace forms {
+
+/// A calendar day, year from 1601 as Windows has it, month and day from 1.
+struct Day {
+  int year = 0;
+  int month = 0;
+  int day = 0;
+  bool operator==(const Day&) const = default;
+};
+
+/// Today by the machine's clock.
+Day Today();
+
+/// A month's page on which one day is chosen.
+/// Events, for the user's acts only: kClick when a day was picked (a day of a neighbouring month
+/// included), kMonthChange or kYearChange when the page was turned, which moves the chosen day into
+/// the new month.
+class MonthCalendar : public Control {
+ public:
+  using Control::Control;
+
+  Day Value() const { return value_; }
+  /// Chooses a day; one that the month does not have becomes its last.
+  void SetValue(Day day);
+  /// Chooses another day of the shown month; one that it does not have changes nothing.
+  void SetDay(int day);
+
+ protected:
+  const wchar_t* WindowClass() const override { return MONTHCAL_CLASSW; }
+  // Without the line that goes to today: recordings are older, and it would be a third way to pick.
+  DWORD WindowStyle() const override { return WS_BORDER | MCS_NOTODAY; }
+  void Created() override;
+  LRESULT OnNotify(const NMHDR& header) override;
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void Select(Day day);
+  Day Selected() const;
+  void SelectionChanged(Day day);
+  void PageTurned(Day day);
+  bool KeyTurnsPage() const;
+  bool MouseOnDay() const;
+
+  Day value_ = Today();
+  WPARAM key_ = 0;  ///< The key that is being handled, 0 for none.
+};
+
+}  // namespace forms

@@ -1,0 +1,30 @@
+#include "forms/tool_tips.h"
+
+#include "forms/text.h"
+
+namespace forms {
+
+void ToolTips::Create(HWND owner) {
+  constexpr int kWidestTip = 600;  // Pixels; longer texts wrap.
+  window_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                            WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, owner, nullptr,
+                            GetModuleHandleW(nullptr), nullptr);
+  SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, kWidestTip);
+}
+
+void ToolTips::Set(HWND control, const std::string& text) {
+  if (!window_) return;
+  TTTOOLINFOW tool = {};
+  tool.cbSize = TTTOOLINFOW_V2_SIZE;
+  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.hwnd = GetParent(control);
+  tool.uId = reinterpret_cast<UINT_PTR>(control);
+  // Without a buffer: the text that is there is not asked for.
+  const bool there = SendMessageW(window_, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool));
+  std::wstring wide = Wide(text);
+  tool.lpszText = wide.data();
+  const UINT message = wide.empty() ? TTM_DELTOOLW : there ? TTM_UPDATETIPTEXTW : TTM_ADDTOOLW;
+  SendMessageW(window_, message, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+}  // namespace forms

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+/// Which cameras a recording has and which of them are kept. In a set of cameras bit i is camera
+/// i + 1.
+
+/// Cameras that the source can have at all: 32 or 16.
+int CameraCount();
+
+/// The cameras that have images in the range whose availability was checked last.
+std::uint32_t AvailableCameras();
+
+/// How much of what is available is chosen.
+enum SelectionMode : std::int16_t {
+  kNoCamera = 0,
+  kAllCameras = 1,   ///< Every available camera: whole blocks can be kept.
+  kSomeCameras = 2,  ///< Some of them: the file must be rebuilt.
+};
+
+/// Keeps those of the ticked cameras that are enabled: sets `mdlSave::lngCamSelLow` and
+/// `lngCamSelHigh`, and tells how much that is.
+SelectionMode ChooseCameras(std::uint32_t enabled, std::uint32_t ticked);

@@ -1,0 +1,27 @@
+#include "mainwindow/file_kind.h"
+
+#include <algorithm>
+
+namespace file_kind {
+
+bool IsNameOf20D(const std::string& path) {
+  constexpr std::string_view kKind = "20D";
+  if (path.size() < kKind.size()) return false;
+  std::string end = path.substr(path.size() - kKind.size());
+  std::replace(end.begin(), end.end(), 'd', 'D');
+  return end == kKind;
+}
+
+const char* Ending(bool is20D) {
+  return is20D ? ".20D" : ".60D";
+}
+
+const char* Filter(bool is20D) {
+  return is20D ? "JPEG2000 Image Sequences (*.20D)|*.20D" : "Wavelet Image Sequences (*.60D)|*.60D";
+}
+
+std::string SourceFilter() {
+  return std::string(Filter(true)) + "|" + Filter(false);
+}
+
+}  // namespace file_kind

@@ -1,0 +1,56 @@
+#include "mainwindow/time_range.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "capture/capture_time.h"
+#include "capture/format.h"
+#include "capture/mdlFileProcessing.h"
+
+using mdlFileProcessing::dtBlockEnd;
+using mdlFileProcessing::dtBlockStart;
+
+namespace {
+
+constexpr std::int32_t kBlockMB = format::kBlockSize / (1024 * 1024);
+
+constexpr char kStartOutside[] =
+    "The Start Time you selected falls outside the time range of the sorce file. Please select a "
+    "new time!";
+constexpr char kEndOutside[] =
+    "The End Time you selected falls outside the time range of the sorce file. Please select a "
+    "new time!";
+constexpr char kNotEarlier[] = "The Start Time should be earlier than the End Time!";
+
+bool IsWithin(std::int64_t seconds, const OneBased<platform::Date>& blockTimes) {
+  return SecondsOfDate(blockTimes[1]) <= seconds &&
+         seconds <= SecondsOfDate(blockTimes[blockTimes.UpperBound()]);
+}
+
+/// The time as a block that began or ended then shows it: through the same text and back.
+std::int64_t AsShown(platform::DateText& dates, std::int64_t seconds) {
+  return SecondsOfDate(DateOfSeconds(dates, static_cast<std::int32_t>(seconds)));
+}
+
+}  // namespace
+
+std::int32_t SizeMB(BlockRange range) {
+  return (std::abs(range.first - range.last) + 1) * kBlockMB;
+}
+
+const char* TimeRangeRefusal(std::int64_t start, std::int64_t end) {
+  if (!IsWithin(start, dtBlockStart)) return kStartOutside;
+  if (!IsWithin(end, dtBlockEnd)) return kEndOutside;
+  return start < end ? nullptr : kNotEarlier;
+}
+
+BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std::int64_t end) {
+  const std::int64_t from = AsShown(dates, start);
+  const std::int64_t to = AsShown(dates, end);
+  BlockRange range{dtBlockStart.UpperBound(), 1};
+  while (range.first > 1 && SecondsOfDate(dtBlockStart[range.first]) > from) --range.first;
+  while (range.last < dtBlockEnd.UpperBound() && SecondsOfDate(dtBlockEnd[range.last]) < to)
+    ++range.last;
+  if (range.first > range.last) std::swap(range.first, range.last);
+  return range;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/date_text.h"
+
+/// The rules of the custom time range, over the source index. Times are capture time stamps.
+
+/// A run of blocks, from 1, both ends included.
+struct BlockRange {
+  std::int32_t first = 0;
+  std::int32_t last = 0;
+};
+
+/// Megabytes of a run of blocks, whichever end comes first.
+std::int32_t SizeMB(BlockRange range);
+
+/// Why a start and an end time cannot be kept, as a message; null when they can.
+const char* TimeRangeRefusal(std::int64_t start, std::int64_t end);
+
+/// The blocks of a time range that is not refused: from the last block that starts at or before
+/// `start` to the first block that ends at or after `end`; in ascending order also where the
+/// recorder's clock was set back in between.
+BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std::int64_t end);

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace platform {
+
+/// Work on files by name. Paths are UTF-8.
+class FileNames {
+ public:
+  virtual ~FileNames() = default;
+
+  /// Whether a normal file (neither hidden nor a system file nor a folder) has this path.
+  virtual bool Find(const std::string& path) = 0;
+  /// Deletes a file.
+  virtual bool Remove(const std::string& path) = 0;
+  /// Makes an empty file with a new unique name of the given prefix and the ending ".tmp" in
+  /// `folder` and answers its path; empty when that fails.
+  virtual std::string MakeTemporary(const std::string& folder, const std::string& prefix) = 0;
+  /// Marks a file as temporary, or as a normal one again.
+  virtual bool SetTemporary(const std::string& path, bool temporary) = 0;
+  /// Moves a file, to another volume too. Fails when `to` exists; what fails leaves nothing new.
+  virtual bool Move(const std::string& from, const std::string& to) = 0;
+  /// Total free bytes of the volume with this root, such as "C:\"; 0 when it cannot be told.
+  virtual std::uint64_t FreeBytes(const std::string& root) = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,82 @@
+#include "platform/windows/windows_desktop.h"
+
+#include "platform/windows/text.h"
+#include "platform/windows/win32.h"
+// After windows.h, which they need.
+#include <mmsystem.h>
+#include <shellapi.h>
+
+namespace platform {
+namespace {
+
+HWND Window(WindowHandle window) {
+  return reinterpret_cast<HWND>(static_cast<UINT_PTR>(window));
+}
+
+bool HasTitle(HWND window, const std::wstring& title) {
+  // One unit more than the title has, so that a longer one is not taken for it.
+  std::wstring text(title.size() + 2, L'\0');
+  const int units = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  return text.compare(0, static_cast<std::size_t>(units), title) == 0;
+}
+
+}  // namespace
+
+bool WindowsDesktop::ShellOpen(WindowHandle owner, const std::string& path, ShowCommand show) {
+  constexpr INT_PTR kLastError = 32;
+  const HINSTANCE answer =
+      ShellExecuteA(Window(owner), "open", path.c_str(), nullptr, nullptr, static_cast<int>(show));
+  return reinterpret_cast<INT_PTR>(answer) > kLastError;
+}
+
+// The system compares titles without regard to letter case: what it finds is looked at, and the
+// search goes on behind it.
+WindowHandle WindowsDesktop::WindowTitled(const std::string& title) {
+  const std::wstring wide = Wide(title);
+  HWND window = FindWindowA(nullptr, title.c_str());
+  while (window && !HasTitle(window, wide))
+    window = FindWindowExA(nullptr, window, nullptr, title.c_str());
+  return static_cast<WindowHandle>(reinterpret_cast<UINT_PTR>(window));
+}
+
+void WindowsDesktop::BringToFront(WindowHandle window) {
+  // Without waiting: the other program may be busy.
+  if (IsIconic(Window(window))) ShowWindowAsync(Window(window), SW_RESTORE);
+  SetForegroundWindow(Window(window));
+}
+
+bool WindowsDesktop::ActivateTitled(const std::string& title) {
+  const WindowHandle window = WindowTitled(title);
+  if (window == WindowHandle::kNone) return false;
+  BringToFront(window);
+  return true;
+}
+
+void WindowsDesktop::KeyEvent(std::uint8_t virtualKey, std::uint32_t flags) {
+  keybd_event(virtualKey, 0, flags, 0);
+}
+
+std::int16_t WindowsDesktop::ScanUnicodeKey(char16_t unit) {
+  return VkKeyScanW(static_cast<wchar_t>(unit));
+}
+
+std::int16_t WindowsDesktop::ScanAnsiKey(char character) {
+  return VkKeyScanA(character);
+}
+
+char WindowsDesktop::ToAnsi(char16_t unit) {
+  const wchar_t wide = static_cast<wchar_t>(unit);
+  char bytes[8] = {};
+  WideCharToMultiByte(CP_ACP, 0, &wide, 1, bytes, sizeof bytes, nullptr, nullptr);
+  return bytes[0];
+}
+
+std::uint32_t WindowsDesktop::VersionWord() {
+  return GetVersion();
+}
+
+std::uint32_t WindowsDesktop::MediaCommand(const std::string& command) {
+  return mciSendStringA(command.c_str(), nullptr, 0, nullptr);
+}
+
+}  // namespace platform

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/file_names.h"
+
+namespace platform {
+
+/// Files of Windows by name.
+class WindowsFileNames : public FileNames {
+ public:
+  bool Find(const std::string& path) override;
+  bool Remove(const std::string& path) override;
+  std::string MakeTemporary(const std::string& folder, const std::string& prefix) override;
+  bool SetTemporary(const std::string& path, bool temporary) override;
+  bool Move(const std::string& from, const std::string& to) override;
+  std::uint64_t FreeBytes(const std::string& root) override;
+};
+
+}  // namespace platform

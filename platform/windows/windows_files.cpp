@@ -1,0 +1,83 @@
+#include "platform/windows/windows_files.h"
+
+#include "platform/windows/win32.h"
+
+namespace platform {
+namespace {
+
+HANDLE Handle(FileHandle file) {
+  return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(file));
+}
+
+struct Access {
+  DWORD rights;
+  DWORD sharing;
+  DWORD creation;
+};
+
+Access AccessFor(OpenMode mode) {
+  switch (mode) {
+    case OpenMode::kReadExisting:
+      return {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING};
+    case OpenMode::kWriteExisting:
+      return {GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING};
+    case OpenMode::kWriteNew:
+      return {GENERIC_WRITE, 0, CREATE_ALWAYS};
+  }
+  return {};
+}
+
+}  // namespace
+
+FileHandle WindowsFiles::Open(const std::string& path, OpenMode mode) {
+  const Access access = AccessFor(mode);
+  const HANDLE opened = CreateFileA(path.c_str(), access.rights, access.sharing, nullptr,
+                                    access.creation, FILE_ATTRIBUTE_NORMAL, nullptr);
+  return static_cast<FileHandle>(reinterpret_cast<INT_PTR>(opened));
+}
+
+bool WindowsFiles::Read(FileHandle file, void* buffer, std::uint32_t bytes,
+                        std::uint32_t& bytesRead) {
+  DWORD count = 0;
+  const BOOL done = ReadFile(Handle(file), buffer, bytes, &count, nullptr);
+  bytesRead = count;
+  return done;
+}
+
+bool WindowsFiles::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
+                         std::uint32_t& bytesWritten) {
+  DWORD count = 0;
+  const BOOL done = WriteFile(Handle(file), buffer, bytes, &count, nullptr);
+  bytesWritten = count;
+  return done;
+}
+
+bool WindowsFiles::Seek(FileHandle file, std::int64_t position) {
+  LARGE_INTEGER distance = {};
+  distance.QuadPart = position;
+  return SetFilePointerEx(Handle(file), distance, nullptr, FILE_BEGIN);
+}
+
+std::optional<std::uint64_t> WindowsFiles::Size(FileHandle file) {
+  LARGE_INTEGER size = {};
+  if (!GetFileSizeEx(Handle(file), &size)) return {};
+  return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+bool WindowsFiles::Flush(FileHandle file) {
+  return FlushFileBuffers(Handle(file));
+}
+
+bool WindowsFiles::Close(FileHandle file) {
+  return CloseHandle(Handle(file));
+}
+
+std::optional<FileIdentity> WindowsFiles::Identity(FileHandle file) {
+  BY_HANDLE_FILE_INFORMATION about = {};
+  if (GetFileType(Handle(file)) != FILE_TYPE_DISK) return {};
+  if (!GetFileInformationByHandle(Handle(file), &about)) return {};
+  return FileIdentity{about.dwVolumeSerialNumber,
+                      std::uint64_t{about.nFileIndexHigh} << 32 | about.nFileIndexLow};
+}
+
+}  // namespace platform

@@ -1,0 +1,28 @@
+#include "platform/windows/windows_platform.h"
+
+#include "platform/windows/text.h"
+#include "platform/windows/win32.h"
+
+namespace platform {
+namespace {
+
+std::string ProgramPath() {
+  constexpr std::size_t kLongestPath = 32768;
+  std::wstring path(kLongestPath, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return Utf8(path);
+}
+
+}  // namespace
+
+WindowsPlatform::WindowsPlatform()
+    : bundle_{files_, names_, registry_, desktop_, drives_, dates_, {}, {}} {
+  SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+  const std::string path = ProgramPath();
+  const std::size_t slash = path.rfind('\\');
+  const std::string file = path.substr(slash + 1);
+  bundle_.programFolder = path.substr(0, slash);
+  bundle_.programName = file.substr(0, file.rfind('.'));
+}
+
+}  // namespace platform

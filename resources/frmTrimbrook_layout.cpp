@@ -1,0 +1,215 @@
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "resources/layouts.h"
+#include "resources/resource.h"
+
+namespace layout {
+namespace {
+
+// Lines of the two file frames, from the frame's top.
+constexpr int kBoxHeight = 315;
+constexpr int kButtonHeight = 405;
+constexpr int kFrameWidth = 10755;
+
+constexpr auto kFileRows = std::to_array<Row>({
+    {IDC_frmTrimbrook_Frame1, Kind::kFrame, 0, "Source File", 120, 90, kFrameWidth, 1155},
+    {IDC_frmTrimbrook_Label1, Kind::kLabel, IDC_frmTrimbrook_Frame1, "File Name:", 165, 300, 1035,
+     240},
+    {IDC_frmTrimbrook_Text1, Kind::kTextBox, IDC_frmTrimbrook_Frame1, "", 1260, 270, 8745,
+     kBoxHeight, kReadOnly | kShowsEnd, "Source file name"},
+    {IDC_frmTrimbrook_Command1, Kind::kPictureButton, IDC_frmTrimbrook_Frame1, "", 10095, 240, 495,
+     375, kPlain, "Select source file", "Select Source File (Ctrl+O)", IDI_OPEN},
+    {IDC_frmTrimbrook_Label2, Kind::kLabel, IDC_frmTrimbrook_Frame1, "Time Range:", 165, 720, 1035,
+     240},
+    {IDC_frmTrimbrook_Text2, Kind::kTextBox, IDC_frmTrimbrook_Frame1, "", 1260, 690, 5640,
+     kBoxHeight, kReadOnly, "Source time range"},
+    {IDC_frmTrimbrook_Label3, Kind::kLabel, IDC_frmTrimbrook_Frame1, "File Size:", 7155, 720, 870,
+     240, kRight},
+    {IDC_frmTrimbrook_Text3, Kind::kTextBox, IDC_frmTrimbrook_Frame1, "", 8085, 690, 1920,
+     kBoxHeight, kReadOnly, "Source file size in megabytes"},
+    {IDC_frmTrimbrook_Label4, Kind::kLabel, IDC_frmTrimbrook_Frame1, "MB", 10095, 720, 495, 240},
+
+    {IDC_frmTrimbrook_Frame2, Kind::kFrame, 0, "Target File Info", 120, 1320, kFrameWidth, 1155},
+    {IDC_frmTrimbrook_Label8, Kind::kLabel, IDC_frmTrimbrook_Frame2, "File Name:", 165, 300, 1035,
+     240},
+    {IDC_frmTrimbrook_Text6, Kind::kTextBox, IDC_frmTrimbrook_Frame2, "", 1260, 270, 8745,
+     kBoxHeight, kReadOnly | kShowsEnd, "Target file name"},
+    {IDC_frmTrimbrook_Command2, Kind::kPictureButton, IDC_frmTrimbrook_Frame2, "", 10095, 240, 495,
+     375, kPlain, "Select target file", "Select Target File", IDI_SAVE},
+    {IDC_frmTrimbrook_Label7, Kind::kLabel, IDC_frmTrimbrook_Frame2, "Time Range:", 165, 720, 1035,
+     240},
+    {IDC_frmTrimbrook_Text5, Kind::kTextBox, IDC_frmTrimbrook_Frame2, "", 1260, 690, 5640,
+     kBoxHeight, kReadOnly, "Target time range"},
+    {IDC_frmTrimbrook_Label6, Kind::kLabel, IDC_frmTrimbrook_Frame2, "File Size:", 7155, 720, 870,
+     240, kRight},
+    {IDC_frmTrimbrook_Text4, Kind::kTextBox, IDC_frmTrimbrook_Frame2, "", 8085, 690, 1920,
+     kBoxHeight, kReadOnly, "Target file size in megabytes"},
+    {IDC_frmTrimbrook_Label5, Kind::kLabel, IDC_frmTrimbrook_Frame2, "MB", 10095, 720, 495, 240},
+
+    {IDC_frmTrimbrook_Label10, Kind::kLabel, 0, "Available Disk Space:", 6015, 2595, 2130, 240,
+     kRight},
+    {IDC_frmTrimbrook_Text7, Kind::kTextBox, 0, "", 8205, 2565, 1920, kBoxHeight, kReadOnly,
+     "Available disk space in megabytes"},
+    {IDC_frmTrimbrook_Label9, Kind::kLabel, 0, "MB", 10215, 2595, 495, 240},
+});
+
+constexpr auto kRangeRows = std::to_array<Row>({
+    {IDC_frmTrimbrook_Frame3, Kind::kFrame, 0, "Target File Setup", 120, 2970, kFrameWidth,
+     kCompact.frame3},
+    {IDC_frmTrimbrook_Label12, Kind::kLabel, IDC_frmTrimbrook_Frame3, "Start Time:", 165, 345, 975,
+     240},
+    {IDC_frmTrimbrook_Slider1, Kind::kSlider, IDC_frmTrimbrook_Frame3, "", 1170, 270, 9450, 420,
+     kDisabled, "First block"},
+    {IDC_frmTrimbrook_Label11, Kind::kLabel, IDC_frmTrimbrook_Frame3, "End Time:", 165, 795, 975,
+     240},
+    {IDC_frmTrimbrook_Slider2, Kind::kSlider, IDC_frmTrimbrook_Frame3, "", 1170, 720, 9450, 420,
+     kDisabled, "Last block"},
+});
+
+constexpr int kCameras = 32;
+constexpr const char* kCameraNames[kCameras] = {
+    "Camera 1",  "Camera 2",  "Camera 3",  "Camera 4",  "Camera 5",  "Camera 6",  "Camera 7",
+    "Camera 8",  "Camera 9",  "Camera 10", "Camera 11", "Camera 12", "Camera 13", "Camera 14",
+    "Camera 15", "Camera 16", "Camera 17", "Camera 18", "Camera 19", "Camera 20", "Camera 21",
+    "Camera 22", "Camera 23", "Camera 24", "Camera 25", "Camera 26", "Camera 27", "Camera 28",
+    "Camera 29", "Camera 30", "Camera 31", "Camera 32"};
+constexpr int kNumberInName = 7;  // Where "Camera 17" has its number.
+
+// Cameras stand in two rows of eight, each box before its number; the second sixteen cameras stand
+// to the right of the first. Counted from 0.
+constexpr int CameraLeft(int camera) {
+  return 165 + camera % 8 * 480 + camera / 16 * 3900;
+}
+constexpr int CameraTop(int camera) {
+  return 330 + camera % 16 / 8 * 450;
+}
+
+constexpr Row CameraBox(int i) {
+  return {IDC_frmTrimbrook_Check1 + i,
+          Kind::kCheckBox,
+          IDC_frmTrimbrook_Frame7,
+          "",
+          CameraLeft(i),
+          CameraTop(i),
+          225,
+          285,
+          kPlain,
+          kCameraNames[i]};
+}
+
+constexpr Row CameraNumber(int i) {
+  return {IDC_frmTrimbrook_Label5 + 1 + i,
+          Kind::kLabel,
+          IDC_frmTrimbrook_Frame7,
+          kCameraNames[i] + kNumberInName,
+          CameraLeft(i) + 255,
+          CameraTop(i) + 30,
+          225,
+          240};
+}
+
+constexpr std::array<Row, std::size_t{2} * kCameras> CameraRows() {
+  std::array<Row, std::size_t{2} * kCameras> rows{};
+  auto row = rows.begin();
+  for (int i = 0; i < kCameras; ++i) {
+    *row++ = CameraBox(i);
+    *row++ = CameraNumber(i);
+  }
+  return rows;
+}
+constexpr auto kCameraRows = CameraRows();
+
+constexpr auto kCameraFrame = std::to_array<Row>({
+    {IDC_frmTrimbrook_Frame7, Kind::kFrame, IDC_frmTrimbrook_Frame3, "Camera Setup",
+     kSixteenCameras.frame7Left, 1230, kSixteenCameras.frame7Width, 1275},
+});
+constexpr auto kCameraButtons = std::to_array<Row>({
+    {IDC_frmTrimbrook_cmdSet, Kind::kPictureButton, IDC_frmTrimbrook_Frame7, "",
+     kSixteenCameras.pictureButtonsLeft, 300, 300, 345, kPlain, "Tick all cameras",
+     "Tick All Cameras", IDI_TICK_ALL},
+    {IDC_frmTrimbrook_cmdClear, Kind::kPictureButton, IDC_frmTrimbrook_Frame7, "",
+     kSixteenCameras.pictureButtonsLeft, 750, 300, 345, kPlain, "Clear all cameras",
+     "Clear All Cameras", IDI_CLEAR_ALL},
+    {IDC_frmTrimbrook_Command8, Kind::kButton, IDC_frmTrimbrook_Frame7, "Check Availability",
+     kSixteenCameras.command8Left, 300, 1545, 795},
+});
+
+constexpr auto kCustomRangeRows = std::to_array<Row>({
+    {IDC_frmTrimbrook_CheckCTRS, Kind::kCheckBox, IDC_frmTrimbrook_Frame3, "Set Custom Time Range",
+     165, 2670, 3000, 285},
+    {IDC_frmTrimbrook_Frame4, Kind::kFrame, IDC_frmTrimbrook_Frame3, "Custom Time Range Setup", 120,
+     3090, 10515, 3885, kHidden},
+
+    {IDC_frmTrimbrook_Frame6, Kind::kFrame, IDC_frmTrimbrook_Frame4, "Start Time", 150, 270, 5025,
+     2985},
+    {IDC_frmTrimbrook_Calendar1, Kind::kMonthCalendar, IDC_frmTrimbrook_Frame6, "", 150, 270, 3450,
+     2580, kPlain, "Start date"},
+    {IDC_frmTrimbrook_Label13, Kind::kLabel, IDC_frmTrimbrook_Frame6, "H:", 3780, 780, 255, 240},
+    {IDC_frmTrimbrook_Text8, Kind::kTextBox, IDC_frmTrimbrook_Frame6, "", 4050, 750, 540,
+     kBoxHeight, kNumber, "Start hour"},
+    {IDC_frmTrimbrook_UpDownH, Kind::kUpDown, IDC_frmTrimbrook_Frame6, "", 4590, 750, 270,
+     kBoxHeight, kNoTabStop, "Change start hour", nullptr, 0, IDC_frmTrimbrook_Text8},
+    {IDC_frmTrimbrook_Label14, Kind::kLabel, IDC_frmTrimbrook_Frame6, "M:", 3780, 1335, 255, 240},
+    {IDC_frmTrimbrook_Text9, Kind::kTextBox, IDC_frmTrimbrook_Frame6, "", 4050, 1305, 540,
+     kBoxHeight, kNumber, "Start minute"},
+    {IDC_frmTrimbrook_UpDownM, Kind::kUpDown, IDC_frmTrimbrook_Frame6, "", 4590, 1305, 270,
+     kBoxHeight, kNoTabStop, "Change start minute", nullptr, 0, IDC_frmTrimbrook_Text9},
+    {IDC_frmTrimbrook_Label15, Kind::kLabel, IDC_frmTrimbrook_Frame6, "S:", 3780, 1890, 255, 240},
+    {IDC_frmTrimbrook_Text10, Kind::kTextBox, IDC_frmTrimbrook_Frame6, "", 4050, 1860, 540,
+     kBoxHeight, kNumber, "Start second"},
+    {IDC_frmTrimbrook_UpDownS, Kind::kUpDown, IDC_frmTrimbrook_Frame6, "", 4590, 1860, 270,
+     kBoxHeight, kNoTabStop, "Change start second", nullptr, 0, IDC_frmTrimbrook_Text10},
+
+    {IDC_frmTrimbrook_Frame5, Kind::kFrame, IDC_frmTrimbrook_Frame4, "End Time", 5340, 270, 5025,
+     2985},
+    {IDC_frmTrimbrook_Calendar2, Kind::kMonthCalendar, IDC_frmTrimbrook_Frame5, "", 150, 270, 3450,
+     2580, kPlain, "End date"},
+    {IDC_frmTrimbrook_Label16, Kind::kLabel, IDC_frmTrimbrook_Frame5, "H:", 3780, 780, 255, 240},
+    {IDC_frmTrimbrook_Text11, Kind::kTextBox, IDC_frmTrimbrook_Frame5, "", 4050, 750, 540,
+     kBoxHeight, kNumber, "End hour"},
+    {IDC_frmTrimbrook_UpDown1, Kind::kUpDown, IDC_frmTrimbrook_Frame5, "", 4590, 750, 270,
+     kBoxHeight, kNoTabStop, "Change end hour", nullptr, 0, IDC_frmTrimbrook_Text11},
+    {IDC_frmTrimbrook_Label17, Kind::kLabel, IDC_frmTrimbrook_Frame5, "M:", 3780, 1335, 255, 240},
+    {IDC_frmTrimbrook_Text12, Kind::kTextBox, IDC_frmTrimbrook_Frame5, "", 4050, 1305, 540,
+     kBoxHeight, kNumber, "End minute"},
+    {IDC_frmTrimbrook_UpDown2, Kind::kUpDown, IDC_frmTrimbrook_Frame5, "", 4590, 1305, 270,
+     kBoxHeight, kNoTabStop, "Change end minute", nullptr, 0, IDC_frmTrimbrook_Text12},
+    {IDC_frmTrimbrook_Label18, Kind::kLabel, IDC_frmTrimbrook_Frame5, "S:", 3780, 1890, 255, 240},
+    {IDC_frmTrimbrook_Text13, Kind::kTextBox, IDC_frmTrimbrook_Frame5, "", 4050, 1860, 540,
+     kBoxHeight, kNumber, "End second"},
+    {IDC_frmTrimbrook_UpDown3, Kind::kUpDown, IDC_frmTrimbrook_Frame5, "", 4590, 1860, 270,
+     kBoxHeight, kNoTabStop, "Change end second", nullptr, 0, IDC_frmTrimbrook_Text13},
+
+    {IDC_frmTrimbrook_Command5, Kind::kButton, IDC_frmTrimbrook_Frame4, "Confirm", 3420, 3360, 1680,
+     375},
+    {IDC_frmTrimbrook_Command6, Kind::kButton, IDC_frmTrimbrook_Frame4, "Reset", 5415, 3360, 1680,
+     375},
+});
+
+constexpr auto kButtonRows = std::to_array<Row>({
+    {IDC_frmTrimbrook_Command3, Kind::kButton, 0, "Save File", kWithoutCd.command3Left,
+     kCompact.buttonsTop, 1680, kButtonHeight},
+    {IDC_frmTrimbrook_Command7, Kind::kButton, 0, "Save To CD", 4657, kCompact.buttonsTop, 1680,
+     kButtonHeight, kHidden},
+    {IDC_frmTrimbrook_Command4, Kind::kButton, 0, "Exit", kWithoutCd.command4Left,
+     kCompact.buttonsTop, 1680, kButtonHeight},
+});
+
+template <std::size_t... N>
+constexpr auto Joined(const std::array<Row, N>&... parts) {
+  std::array<Row, (N + ...)> all{};
+  auto end = all.begin();
+  ((end = std::copy(parts.begin(), parts.end(), end)), ...);
+  return all;
+}
+constexpr auto kRows = Joined(kFileRows, kRangeRows, kCameraFrame, kCameraRows, kCameraButtons,
+                              kCustomRangeRows, kButtonRows);
+
+}  // namespace
+
+const Form kFrmTrimbrook = {"frmTrimbrook", "Trimbrook 4.0", 10995, 6870, kRows,
+                            true,           IDI_TRIMBROOK};
+
+}  // namespace layout

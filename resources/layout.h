@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+/// Windows as data: what stands where in a form. Portable, so that native tests can check a table
+/// without opening a window.
+namespace layout {
+
+/// The kinds of controls that a form can hold.
+enum class Kind : std::uint8_t {
+  kLabel,
+  kTextBox,
+  kButton,
+  kPictureButton,
+  kCheckBox,
+  kOptionButton,
+  kFrame,
+  kLine,
+  kSlider,
+  kUpDown,
+  kMonthCalendar,
+  kProgressBar,
+  kAnimation,
+  kComboBox,
+  kTimer,
+};
+
+/// What a row's control is beyond its kind; a sum of these bits.
+enum Style : std::uint32_t {
+  kPlain = 0,
+  kHidden = 1U << 0,     ///< Not shown at first.
+  kDisabled = 1U << 1,   ///< Not enabled at first.
+  kDefault = 1U << 2,    ///< The button that Enter presses.
+  kCancel = 1U << 3,     ///< The button that Esc presses.
+  kReadOnly = 1U << 4,   ///< A text box to read, select and copy from.
+  kNumber = 1U << 5,     ///< A text box for digits.
+  kShowsEnd = 1U << 6,   ///< A text box that shows its text's end and all of it as tool tip.
+  kCentered = 1U << 7,   ///< Text in the middle.
+  kRight = 1U << 8,      ///< Text at the right.
+  kNoTabStop = 1U << 9,  ///< Tab passes it by.
+  kGroup = 1U << 10,     ///< The first of a group that the arrow keys walk through.
+};
+
+/// The font of a single control that does not take the form's own.
+struct Font {
+  const char* face;
+  int tenthsOfPoint;
+  bool bold;
+};
+
+/// One control. The rows' order is the tab order; a label that names a control stands right before
+/// it. A control in a frame is placed relative to the frame and comes after the frame's row.
+struct Row {
+  int id;  ///< From resource.h.
+  Kind kind;
+  int container;  ///< Id of the frame that it stands in, 0 for the window.
+  const char* caption;
+  int left;  ///< Twips (1,440 to the inch), like all places and sizes.
+  int top;
+  int width;
+  int height;  ///< Of a combo box: closed.
+  std::uint32_t styles = kPlain;
+  const char* name = nullptr;  ///< What a screen reader says when no label or caption names it.
+  const char* toolTip = nullptr;
+  int resource = 0;            ///< Icon of a picture button.
+  int buddy = 0;               ///< Id of the text box that an up-down counts in.
+  int interval = 0;            ///< Milliseconds of a timer.
+  const Font* font = nullptr;  ///< Null for the form's font.
+};
+
+/// A form: its window class (which is its name), its caption and its controls.
+struct Form {
+  const char* name;
+  const char* caption;
+  int clientWidth;  ///< Twips inside the window's frame at first.
+  int clientHeight;
+  std::span<const Row> rows;
+  bool canMinimize = false;
+  int icon = 0;  ///< Icon resource of the window, 0 for none.
+};
+
+}  // namespace layout

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "capture/one_based.h"
+#include "platform/files.h"
+
+/// The camera index pass: reads the image list of every block of a range, so that a save can pick
+/// the images of chosen cameras without reading the others.
+
+/// One image as its block's list tells it. A long recording has many millions of them: the record
+/// keeps what the list stores, and everything else follows from that.
+struct IndexedImage {
+  std::uint16_t startSector = 0;  ///< Sector number of its first sector.
+  std::uint16_t endSector = 0;    ///< Sector number of the next image's first sector.
+  std::int32_t seconds = 0;       ///< Capture time stamp, in blocks that list one per image.
+  std::uint8_t camera = 0;        ///< From 0; above 15 in block type 0x20 only.
+  std::uint8_t flags = 0;         ///< As stored: the flags in bits 5..4, sector bits below.
+  std::uint8_t textSectors = 0;   ///< 0 to 3, as stored: the text bits.
+  std::uint8_t soundSectors = 0;  ///< 0 to 31.
+};
+
+/// Titles of the cameras, from camera 0 on; one byte a character.
+using CameraTitles = std::vector<std::string>;
+
+/// The image list of one block.
+struct IndexedBlock {
+  std::vector<IndexedImage> images;
+  /// None in blocks without a title table; shared by successive blocks with the same titles.
+  std::shared_ptr<const CameraTitles> titles;
+};
+
+/// What the pass has found.
+struct CameraIndex {
+  enum class State {
+    kNone,        ///< No pass was made, or its result is used up.
+    kUnreadable,  ///< The source could not be opened or read.
+    kNotValid,    ///< The source has a block type without an image list that is known.
+    kFilled,
+  };
+  State state = State::kNone;
+  OneBased<IndexedBlock> blocks;  ///< The range's blocks.
+};
+
+extern CameraIndex cameraIndex;
+
+/// The source's video standard bit: not PAL. Set by the pass; the last block read wins.
+extern bool blnSourceNotPAL;
+
+/// Fills the camera index from blocks `firstBlock` to `lastBlock` (from 1, inclusive) of the file
+/// that was scanned last. False when the source cannot be opened or read, or has no image lists;
+/// `SaveChosenCameras`, called next, tells the user which.
+bool IndexBlockRange(platform::Files& files, const std::string& sourcePath, std::int32_t firstBlock,
+                     std::int32_t lastBlock);

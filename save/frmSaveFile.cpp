@@ -1,0 +1,159 @@
+#include "save/frmSaveFile.h"
+
+#include <cmath>
+
+#include "forms/application.h"
+#include "forms/dialogs.h"
+#include "save/camera_index.h"
+#include "save/last_file_part.h"
+#include "save/operations.h"
+#include "save/save_state.h"
+
+using forms::Event;
+using mdlSave::blnSaving;
+using mdlSave::blnSomeCameras;
+using mdlSave::blnStartSave;
+
+namespace {
+
+// What the blocks fill of the bar; the rest is the finished file's move, or its close.
+constexpr double kBlocksPercent = 95;
+constexpr double kSomeCamerasPercent = 97;
+
+constexpr char kAllFiles[] = "All Files (*.*)|*.*";
+
+}  // namespace
+
+frmSaveFile::frmSaveFile(platform::Platform& system, MainWindowView& mainWindow)
+    : Form(layout::kFrmSaveFile), system_(system), mainWindow_(mainWindow) {
+  Bind({
+      {Timer1, Event::kTimer, [this] { Timer1_Timer(); }},
+      {cmdOpen, Event::kClick, [this] { cmdOpen_Click(); }},
+      {cmdOpenFolder, Event::kClick, [this] { cmdOpenFolder_Click(); }},
+      {cmdCancel, Event::kClick, [this] { cmdCancel_Click(); }},
+  });
+}
+
+void frmSaveFile::OnLoad() {
+  if (blnStartSave) Timer1.SetEnabled(true);
+  Animation1.SetVisible(true);
+  if (Animation1.Open(system_.programFolder + "\\FILECOPY.avi")) Animation1.Play();
+  cmdOpen.SetEnabled(false);
+  cmdOpenFolder.SetEnabled(false);
+  ProgressBar1.SetVisible(true);
+  Label3.SetVisible(true);
+  Label3.SetCaption("0%");
+  cmdCancel.SetCaption("Cancel");
+  forms::DoEvents();
+}
+
+void frmSaveFile::Timer1_Timer() {
+  if (!blnStartSave) return;
+  blnStartSave = false;
+  Timer1.SetEnabled(false);
+  blnSaving = true;
+  RunSave();
+}
+
+void frmSaveFile::RunSave() {
+  const forms::KeepAwake awake;
+  const std::string source = mainWindow_.SourcePath();
+  const std::string target = mainWindow_.TargetPath();
+  const std::int32_t first = mainWindow_.FirstBlock();
+  const std::int32_t last = mainWindow_.LastBlock();
+  if (!blnSomeCameras) {
+    SaveBlockRange(system_, *this, source, target, first, last);
+    return;
+  }
+  // What keeps the pass from its end is told by the save.
+  IndexBlockRange(system_.files, source, first, last);
+  SaveChosenCameras(system_, *this, source, target, first, last);
+}
+
+void frmSaveFile::OnUnload() {
+  blnSaving = false;
+  blnStartSave = false;
+  Timer1.SetEnabled(false);
+}
+
+/// The save lets messages run right now; once this has returned it goes on, finds itself cancelled
+/// and removes its file, before the session's next message can reach the window.
+void frmSaveFile::OnEndSession() {
+  Unload();
+}
+
+void frmSaveFile::cmdCancel_Click() {
+  Unload();
+}
+
+void frmSaveFile::cmdOpen_Click() {
+  OpenInShell(mainWindow_.TargetPath());
+  Unload();
+}
+
+void frmSaveFile::cmdOpenFolder_Click() {
+  const std::string target = mainWindow_.TargetPath();
+  const std::string folder = target.substr(0, target.size() - LastFilePart(target).size());
+  const auto path = forms::AskOpenFile(window(), {forms::kApplicationTitle, kAllFiles, folder, ""});
+  if (path && path->empty()) return;
+  if (path) {
+    forms::DoEvents();
+    if (IsClosed()) return;
+    OpenInShell(*path);
+  }
+  Unload();
+}
+
+void frmSaveFile::OpenInShell(const std::string& path) {
+  system_.desktop.ShellOpen(
+      static_cast<platform::WindowHandle>(reinterpret_cast<UINT_PTR>(window())), path,
+      platform::ShowCommand::kDefault);
+}
+
+void frmSaveFile::ShowPercent(double percent) {
+  const long whole = std::lround(percent);
+  ProgressBar1.SetValue(static_cast<int>(whole));
+  Label3.SetCaption(std::to_string(whole) + "%");
+}
+
+void frmSaveFile::ShowBlocksDone(std::int32_t done, std::int32_t total) {
+  ShowPercent(static_cast<double>(done) / total *
+              (blnSomeCameras ? kSomeCamerasPercent : kBlocksPercent));
+}
+
+void frmSaveFile::ShowMessage(const std::string& text) {
+  ShowApplicationMessage(text);
+}
+
+void frmSaveFile::ShowHourglass(bool on) {
+  SetHourglass(on);
+}
+
+void frmSaveFile::ShowFinished() {
+  ShowPercent(100);
+  forms::DoEvents();
+  Animation1.Stop();
+  Label2.SetCaption("File saving has been done!");
+  cmdOpen.SetEnabled(true);
+  cmdOpenFolder.SetEnabled(true);
+  // A key that was meant for the main window must not open the new file.
+  forms::DiscardPendingInput();
+  cmdOpen.SetFocus();
+  cmdCancel.SetCaption("Exit");
+  blnSaving = false;
+  FlashTaskbar();
+}
+
+void frmSaveFile::ShowFailed() {
+  Animation1.Stop();
+  Label2.SetCaption("");
+  blnSaving = false;
+}
+
+void frmSaveFile::LetMessagesRun() {
+  forms::DoEvents();
+}
+
+bool frmSaveFile::StillSaving() {
+  return blnSaving;
+}

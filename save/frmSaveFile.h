@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "forms/controls.h"
+#include "forms/form.h"
+#include "platform/platform.h"
+#include "resources/layouts.h"
+#include "resources/resource.h"
+#include "save/main_window_view.h"
+#include "save/save_progress.h"
+
+/// The small window that runs a save and shows it, and offers the new file afterwards. Closing it
+/// in any way cancels a save that still runs.
+class frmSaveFile : public forms::Form, private SaveProgress {
+ public:
+  frmSaveFile(platform::Platform& system, MainWindowView& mainWindow);
+
+ protected:
+  void OnLoad() override;
+  void OnUnload() override;
+  void OnEndSession() override;
+
+ private:
+  void Timer1_Timer();
+  void cmdOpen_Click();
+  void cmdOpenFolder_Click();
+  void cmdCancel_Click();
+  void RunSave();
+  void OpenInShell(const std::string& path);
+  void ShowPercent(double percent);
+
+  // SaveProgress
+  void ShowBlocksDone(std::int32_t done, std::int32_t total) override;
+  void ShowMessage(const std::string& text) override;
+  void ShowHourglass(bool on) override;
+  void ShowFinished() override;
+  void ShowFailed() override;
+  void LetMessagesRun() override;
+  bool StillSaving() override;
+
+  platform::Platform& system_;
+  MainWindowView& mainWindow_;
+
+  forms::Timer Timer1{*this, IDC_frmSaveFile_Timer1};
+  forms::Animation Animation1{*this, IDC_frmSaveFile_Animation1};
+  forms::Label Label2{*this, IDC_frmSaveFile_Label2};
+  forms::ProgressBar ProgressBar1{*this, IDC_frmSaveFile_ProgressBar1};
+  forms::Label Label3{*this, IDC_frmSaveFile_Label3};
+  forms::Button cmdOpen{*this, IDC_frmSaveFile_cmdOpen};
+  forms::Button cmdOpenFolder{*this, IDC_frmSaveFile_cmdOpenFolder};
+  forms::Button cmdCancel{*this, IDC_frmSaveFile_cmdCancel};
+};

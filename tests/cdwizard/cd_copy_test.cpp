@@ -1,0 +1,394 @@
+#include "cdwizard/cd_copy.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <new>
+#include <string>
+#include <vector>
+
+#include "capture/mdlFileProcessing.h"
+#include "cdwizard/player_files.h"
+#include "save/camera_index.h"
+#include "save/operations.h"
+#include "save/save_state.h"
+#include "tests/cdwizard/fake_wizard_view.h"
+#include "tests/save/fake_progress.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/recording_builder.h"
+
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+constexpr char kPlayerRoot[] = "C:\\Player\\";
+constexpr char kSource[] = "C:\\Rec\\cam.60D";
+constexpr std::size_t kBlock = 2097152;
+
+const std::string& Letters() {
+  static const std::string letters =
+      std::string(kBlock, 'a') + std::string(kBlock, 'b') + std::string(kBlock, 'c');
+  return letters;
+}
+
+/// A disc in drive E: and a recording of three blocks, "aaa...", "bbb...", "ccc...".
+struct World {
+  explicit World(const std::string& recording = Letters()) {
+    mdlSave::blnSomeCameras = false;
+    mdlFileProcessing::bln20D = false;
+    disk().AddCdRom("E:");
+    disk().Put(kSource, recording);
+    copy.SetPlayerRoot(kPlayerRoot);
+  }
+
+  MemoryDisk& disk() { return outside.disk; }
+  void PutPlayer(std::size_t bytes = 10) {
+    for (const std::string& path : PlayerFilePaths(kPlayerRoot))
+      disk().Put(path, std::string(bytes, path.back()));
+  }
+  bool Copy(bool withPlayer, const std::string& name = "Part") {
+    copy.FilesSize(withPlayer);
+    view.log.clear();
+    return copy.CopyFiles(withPlayer, "E:", name);
+  }
+  std::vector<std::string> OnDisc() { return disk().FilesBelow("E:"); }
+
+  FakePlatform outside;
+  FakeMainWindow mainWindow;
+  FakeWizardView view;
+  CdCopy copy{outside.system, mainWindow, view};
+};
+
+struct Sizes {
+  std::vector<std::uint64_t> bytes;  // Of the first player files; the others have none.
+  std::int32_t megabytes;            // Without the estimate.
+};
+
+class FilesSize : public testing::TestWithParam<Sizes> {};
+
+TEST_P(FilesSize, RoundsUpEachFileAndTheirSum) {
+  struct SizedDisk : MemoryDisk {
+    std::vector<std::uint64_t> bytes;
+    std::size_t asked = 0;
+    std::optional<std::uint64_t> FileBytes(const std::string&) override {
+      return asked < bytes.size() ? bytes[asked++] : 0;
+    }
+  } sized;
+  sized.bytes = GetParam().bytes;
+  for (const std::string& path : PlayerFilePaths(kPlayerRoot)) sized.Put(path, "");
+  World world;
+  platform::Platform system = {
+      sized, sized, world.outside.registry, world.outside.desktop, sized, world.outside.dates,
+      "",    ""};
+  CdCopy copy(system, world.mainWindow, world.view);
+  copy.SetPlayerRoot(kPlayerRoot);
+  EXPECT_EQ(copy.FilesSize(true), GetParam().megabytes + world.mainWindow.estimate);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FilesSize,
+                         testing::Values(Sizes{{}, 0}, Sizes{{1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, 1},
+                                         Sizes{{1048576}, 1}, Sizes{{1048575, 1}, 2},
+                                         Sizes{{1047552, 1024}, 1}, Sizes{{2147481600}, 2048},
+                                         Sizes{{2146435072}, 2047}, Sizes{{2147483647}, 2048},
+                                         Sizes{{1 << 30, 1 << 30, 1 << 30}, 2048},
+                                         Sizes{{1ull << 40, 5}, 2048}));
+
+TEST(FilesSizeQuestion, OffersToGoOnWithoutThePlayer) {
+  World world;
+  EXPECT_EQ(world.copy.FilesSize(false), 4);
+  EXPECT_THAT(world.view.log, IsEmpty());
+  world.PutPlayer(3 << 20);
+  world.disk().Remove("C:\\Player\\TessaviewCD\\Tessaview\\pxcodec.dll");
+  world.view.answers = {true, false};
+  EXPECT_EQ(world.copy.FilesSize(true), 4);
+  EXPECT_EQ(world.copy.FilesSize(true), 0);
+  const std::string question =
+      "ask The file (C:\\Player\\TessaviewCD\\Tessaview\\pxcodec.dll) can not be found! \r\n"
+      "You can only save the selected file but not the Tessaview files. Do you want to continue?";
+  EXPECT_THAT(world.view.log, ElementsAre(question, question));
+}
+
+// A folder that is empty or relative would mean whatever folder is current.
+TEST(FilesSizeQuestion, TakesNoRelativeFolder) {
+  for (const std::string root : {"", "Player\\", "\\Player\\", "C:Player\\"}) {
+    World world;
+    for (const std::string& path : PlayerFilePaths(root)) world.disk().Put(path, "x");
+    world.copy.SetPlayerRoot(root);
+    EXPECT_EQ(world.copy.FilesSize(true), 4);
+    EXPECT_EQ(world.view.log.size(), 1u) << root;
+  }
+}
+
+TEST(CopyFiles, WritesTheChosenBlocks) {
+  World world;
+  world.mainWindow.first = 2;
+  world.mainWindow.last = 3;
+  world.disk().Put("E:\\Part.60D", std::string(5 * kBlock, 'o'));
+  world.disk().Put("E:\\other.txt", "stays");
+  ASSERT_TRUE(world.Copy(false));
+  EXPECT_EQ(world.disk().Bytes("E:\\Part.60D"),
+            std::string(kBlock, 'b') + std::string(kBlock, 'c'));
+  EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\other.txt", "E:\\Part.60D"));
+  EXPECT_THAT(world.view.log, ElementsAre("progress", "percent 50", "percent 100", "no progress"));
+  EXPECT_EQ(world.disk().OpenHandles(), 0u);
+}
+
+TEST(CopyFiles, GivesTheNameItsEnding) {
+  for (const auto& [name, is20D, onDisc] : {std::tuple{"a", false, "E:\\a.60D"},
+                                            {"a.60D", false, "E:\\a.60D"},
+                                            {"a.60d", false, "E:\\a.60d.60D"},
+                                            {"a.60D", true, "E:\\a.60D.20D"},
+                                            {".20D", true, "E:\\.20D"}}) {
+    World world;
+    mdlFileProcessing::bln20D = is20D;
+    EXPECT_TRUE(world.Copy(false, name));
+    EXPECT_THAT(world.OnDisc(), ElementsAre(onDisc));
+  }
+}
+
+TEST(CopyFiles, ClearsADiscThatCarriesAPlayer) {
+  World world;
+  world.PutPlayer();
+  for (const char* path : {"E:\\Tessaview Notes.txt", "E:\\old.60D", "E:\\Tessaview\\a\\old.dll",
+                           "E:\\Other\\kept.txt"})
+    world.disk().Put(path, "old");
+  ASSERT_TRUE(world.Copy(true));
+  EXPECT_THAT(world.OnDisc(),
+              ElementsAre("E:\\Autorun.inf", "E:\\Other\\kept.txt", "E:\\Tessaview Notes.txt",
+                          "E:\\Tessaview\\comdlg32.ocx", "E:\\Tessaview\\kdu_v42R.dll",
+                          "E:\\Tessaview\\msvbvm60.dll", "E:\\Tessaview\\Oleaut32.dll",
+                          "E:\\Tessaview\\Part.60D", "E:\\Tessaview\\pxcodec.dll",
+                          "E:\\Tessaview\\Tessaview.exe", "E:\\Tessaview\\tvjpeg.dll",
+                          "E:\\WIN95.BAT.bat"));
+  EXPECT_EQ(world.disk().Bytes("E:\\Autorun.inf"), "ffffffffff");
+  EXPECT_EQ(world.disk().Bytes("E:\\Tessaview\\Part.60D")->size(), 2 * kBlock);
+  EXPECT_THAT(world.view.log,
+              ElementsAre("progress", "percent 1", "percent 2", "percent 3", "percent 4",
+                          "percent 6", "percent 8", "percent 10", "percent 12", "percent 14",
+                          "percent 16", "percent 58", "percent 100", "no progress"));
+}
+
+// The player's files are copied only when the size has counted them.
+TEST(CopyFiles, LeavesTheDiscWhenThePlayerIsNotCopied) {
+  World world;
+  world.disk().Put("E:\\Tessaview Notes.txt", "old");
+  world.view.answers = {true};
+  ASSERT_TRUE(world.Copy(true));
+  EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\Part.60D", "E:\\Tessaview Notes.txt"));
+}
+
+struct Danger {
+  const char* name;
+  const char* from;  // A file that must not be lost, and
+  const char* to;    // a name that it has on the disc as well.
+  bool withPlayer;
+};
+
+class CopyThatWouldLose : public testing::TestWithParam<Danger> {};
+
+// Files are told apart by what they are: the name on the disc may be another one.
+TEST_P(CopyThatWouldLose, TouchesNothing) {
+  World world;
+  world.PutPlayer();
+  world.disk().Put("E:\\Tessaview Notes.txt", "mark");
+  world.disk().Put("E:\\Tessaview\\x.dll", "old");
+  world.disk().Link(GetParam().from, GetParam().to);
+  const auto before = world.disk().Paths();
+  EXPECT_FALSE(world.Copy(GetParam().withPlayer));
+  EXPECT_EQ(world.disk().Paths(), before);
+  EXPECT_EQ(world.disk().Bytes(kSource)->size(), 3 * kBlock);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, CopyThatWouldLose,
+    testing::Values(Danger{"source as target", kSource, "E:\\Part.60D", false},
+                    Danger{"source in the root", kSource, "E:\\anything", true},
+                    Danger{"source below", kSource, "E:\\Tessaview\\deep\\x", true},
+                    Danger{"player file in the root",
+                           "C:\\Player\\TessaviewCD\\Tessaview\\tvjpeg.dll", "E:\\x.dll", true}),
+    [](const auto& danger) {
+      std::string name = danger.param.name;
+      std::replace(name.begin(), name.end(), ' ', '_');
+      return name;
+    });
+
+TEST(CopyFiles, ClearsNothingThatIsNoCdDrive) {
+  World world;
+  world.PutPlayer();
+  world.disk().Put("F:\\Tessaview Notes.txt", "old");
+  world.copy.FilesSize(true);
+  EXPECT_FALSE(world.copy.CopyFiles(true, "F:", "Part"));
+  EXPECT_THAT(world.disk().FilesBelow("F:"), ElementsAre("F:\\Tessaview Notes.txt"));
+}
+
+TEST(CopyFiles, RefusesAnEmptyRange) {
+  World world;
+  world.PutPlayer();
+  world.disk().Put("E:\\Tessaview Notes.txt", "old");
+  world.mainWindow.first = 3;
+  EXPECT_FALSE(world.Copy(true));
+  EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\Tessaview Notes.txt"));
+}
+
+TEST(CopyFiles, RefusesAStreamOfAFile) {
+  World world;
+  EXPECT_FALSE(world.Copy(false, "12:30"));
+  EXPECT_THAT(world.OnDisc(), IsEmpty());
+}
+
+TEST(CopyFiles, FailsWhenMemoryRunsOut) {
+  World world;
+  world.view.onMessages = [] { throw std::bad_alloc(); };
+  EXPECT_FALSE(world.Copy(false));
+  EXPECT_EQ(world.view.log.back(), "no progress");
+  EXPECT_THAT(world.OnDisc(), IsEmpty());
+  EXPECT_EQ(world.disk().OpenHandles(), 0u);
+}
+
+// A device takes every byte and keeps none.
+TEST(CopyFiles, RefusesADevice) {
+  struct Devices : MemoryDisk {
+    std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override {
+      return Size(file) == 0 ? std::nullopt : MemoryDisk::Identity(file);
+    }
+  } disk;
+  World world;
+  disk.Put(kSource, std::string(3 * kBlock, 'a'));
+  platform::Platform system = {
+      disk, disk, world.outside.registry, world.outside.desktop, disk, world.outside.dates, "", ""};
+  CdCopy copy(system, world.mainWindow, world.view);
+  EXPECT_FALSE(copy.CopyFiles(false, "E:", "NUL"));
+  EXPECT_EQ(disk.OpenHandles(), 0u);
+}
+
+TEST(CopyFiles, TellsOfABlockThatIsNotWhole) {
+  World world;
+  world.disk().Put(kSource, std::string(kBlock, 'a') + "b");
+  EXPECT_TRUE(world.Copy(false));
+  EXPECT_THAT(world.view.log,
+              ElementsAre("progress", "percent 50", "tell as application Error reading file ...",
+                          "percent 100", "no progress"));
+  EXPECT_EQ(world.disk().Bytes("E:\\Part.60D"),
+            std::string(kBlock, 'a') + "b" + std::string(kBlock - 1, 'a'));
+}
+
+/// A recording of three cameras with an image of each in every block.
+std::string RecordingOf(int blocks) {
+  RecordingBuilder recording(0x30);
+  for (int i = 0; i < blocks; ++i) {
+    recording.Block();
+    for (int camera = 0; camera < 3; ++camera)
+      recording.Image({.camera = camera, .seconds = 1000 + i, .bytes = Picture(900, camera + i)});
+  }
+  return recording.Bytes();
+}
+
+/// Scans the recording and chooses camera 2.
+void ChooseCamera(World& world) {
+  mdlFileProcessing::ScanSourceFile(world.disk(), world.outside.dates, kSource);
+  mdlSave::blnSomeCameras = true;
+  mdlSave::lngCamSelLow = 1 << 1;
+}
+
+TEST(CopyFiles, WritesTheChosenCameras) {
+  World world(RecordingOf(3));
+  ChooseCamera(world);
+  mdlSave::blnSaving = false;  // Another window's: it cancels nothing here.
+  world.mainWindow.last = 3;
+  ASSERT_TRUE(world.Copy(false));
+  EXPECT_THAT(world.view.log, ElementsAre("progress", "percent 30", "percent 64", "percent 97",
+                                          "percent 100", "no progress"));
+  FakeProgress progress;
+  ASSERT_TRUE(IndexBlockRange(world.disk(), kSource, 1, 3));
+  ASSERT_EQ(SaveChosenCameras(world.outside.system, progress, kSource, "C:\\Rec\\same.60D", 1, 3),
+            SaveOutcome::kSaved);
+  EXPECT_EQ(world.disk().Bytes("E:\\Part.60D"), world.disk().Bytes("C:\\Rec\\same.60D"));
+}
+
+TEST(CopyFiles, KeepsTheLastPointsForClosingBehindThePlayer) {
+  World world(RecordingOf(3));
+  ChooseCamera(world);
+  world.PutPlayer();
+  ASSERT_TRUE(world.Copy(true));
+  EXPECT_THAT(world.view.log, AllOf(Contains("percent 55"), Contains("percent 97")));
+  EXPECT_TRUE(world.disk().Bytes("E:\\Tessaview\\Part.60D"));
+}
+
+TEST(CopyFiles, TellsWhyTheChosenCamerasCannotBeSaved) {
+  World world(RecordingOf(3));
+  ChooseCamera(world);
+  mdlSave::lngCamSelLow = 1 << 9;
+  EXPECT_FALSE(world.Copy(false));
+  EXPECT_THAT(world.view.log, Contains(std::string("tell as application ") + save_text::kNoImages));
+  mdlFileProcessing::bytBlockStatus = 0x50;
+  EXPECT_FALSE(world.Copy(false));
+  EXPECT_THAT(world.view.log, Contains(std::string("tell as application ") + save_text::kNotValid));
+  EXPECT_THAT(world.OnDisc(), IsEmpty());
+}
+
+// What the faults are tried on.
+struct Wanted {
+  bool someCameras;
+  bool withPlayer;
+};
+
+class CopyWithFaults : public testing::TestWithParam<Wanted> {
+ protected:
+  /// A copy of the same recording without a fault.
+  std::string Whole() {
+    World world(recording_);
+    Prepare(world);
+    world.Copy(GetParam().withPlayer);
+    return world.disk().Bytes(target_).value_or("");
+  }
+  void Prepare(World& world) {
+    world.mainWindow.last = 1;
+    ChooseCamera(world);
+    mdlSave::blnSomeCameras = GetParam().someCameras;
+    if (GetParam().withPlayer) world.PutPlayer();
+    world.disk().Put("E:\\Tessaview Notes.txt", "old");
+  }
+
+  const std::string recording_ = RecordingOf(1);
+  const std::string target_ = GetParam().withPlayer ? "E:\\Tessaview\\Part.60D" : "E:\\Part.60D";
+};
+
+// Whatever call of the disk fails: nothing stays open, no source is lost, and either all is written
+// or the recording is not there at all. Only where removing fails for good, half a file can stay.
+TEST_P(CopyWithFaults, WritesAllOrNothingWhateverCallFails) {
+  const std::string whole = Whole();
+  ASSERT_FALSE(whole.empty());
+  ForEachFault([&](Fault& fault) {
+    World world(recording_);
+    Prepare(world);
+    world.copy.FilesSize(GetParam().withPlayer);
+    const auto before = world.disk().Paths();
+    world.outside.fault = fault;
+    const bool copied = world.copy.CopyFiles(GetParam().withPlayer, "E:", "Part");
+    fault = world.outside.fault;
+
+    SCOPED_TRACE(testing::Message() << fault);
+    EXPECT_EQ(world.disk().OpenHandles(), 0u);
+    EXPECT_EQ(mdlFileProcessing::hSourceFile, platform::FileHandle::kInvalid);
+    EXPECT_TRUE(copied || !fault.met.empty());
+    EXPECT_EQ(world.view.log.back(), "no progress");
+    for (const std::string& path : before)
+      if (path[0] == 'C') EXPECT_TRUE(world.disk().HasFile(path)) << path;
+    const bool toldOfShortRead =
+        testing::Value(world.view.log, Contains("tell as application Error reading file ..."));
+    if (copied && !toldOfShortRead)
+      EXPECT_TRUE(world.disk().View(target_) == whole);
+    else if (!copied && !fault.lasting)
+      EXPECT_FALSE(world.disk().HasFile(target_));
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(All, CopyWithFaults,
+                         testing::Values(Wanted{false, false}, Wanted{false, true},
+                                         Wanted{true, false}, Wanted{true, true}));
+
+}  // namespace

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cmath>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "cdwizard/wizard_view.h"
+#include "save/main_window_view.h"
+
+/// A wizard's window that writes down what is asked of it, one line a call: "page HEADING",
+/// "tell TEXT", "tell as application TEXT", "ask TEXT", "percent N", "progress", "no progress",
+/// "focus name", "hourglass", "pointer", "discard", "close".
+class FakeWizardView : public WizardView {
+ public:
+  std::vector<std::string> log;
+  PageLook look;
+  std::vector<std::string> drives;
+  WizardInput input;
+  std::deque<bool> answers;  ///< What the next questions are answered.
+  std::function<void()> onMessages = [] {};
+
+  /// The lines logged since the last call.
+  std::vector<std::string> Taken() { return std::exchange(log, {}); }
+
+  void ShowPage(const PageLook& page) override {
+    look = page;
+    log.push_back("page " + page.heading);
+  }
+  void ShowDrives(const std::vector<std::string>& found) override {
+    drives = found;
+    input.drive = found.back();
+  }
+  WizardInput Input() override { return input; }
+  void SetFileName(const std::string& name) override { input.fileName = name; }
+  void FocusFileName() override { log.push_back("focus name"); }
+  void ShowMessage(const std::string& text) override { log.push_back("tell " + text); }
+  void ShowHourglass(bool on) override { log.push_back(on ? "hourglass" : "pointer"); }
+  void DiscardInput() override { log.push_back("discard"); }
+  void CloseWindow() override { log.push_back("close"); }
+  platform::WindowHandle Window() override { return platform::WindowHandle{77}; }
+  void ShowProgress(bool shown) override { log.push_back(shown ? "progress" : "no progress"); }
+  void ShowPercent(double percent) override {
+    log.push_back("percent " + std::to_string(std::lround(percent)));
+  }
+  void ShowApplicationMessage(const std::string& text) override {
+    log.push_back("tell as application " + text);
+  }
+  bool AskYesNo(const std::string& text) override {
+    log.push_back("ask " + text);
+    const bool answer = answers.empty() || answers.front();
+    if (!answers.empty()) answers.pop_front();
+    return answer;
+  }
+  void LetMessagesRun() override { onMessages(); }
+};
+
+/// The main window's choices.
+class FakeMainWindow : public MainWindowView {
+ public:
+  std::string source = "C:\\Rec\\cam.60D";
+  std::string target;
+  std::int32_t estimate = 4;
+  std::int32_t first = 1;
+  std::int32_t last = 2;
+
+  std::string SourcePath() override { return source; }
+  std::string TargetPath() override { return target; }
+  std::int32_t SizeEstimateMB() override { return estimate; }
+  std::int32_t FirstBlock() override { return first; }
+  std::int32_t LastBlock() override { return last; }
+};

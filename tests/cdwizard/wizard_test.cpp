@@ -1,0 +1,323 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "capture/mdlFileProcessing.h"
+#include "cdwizard/cd_wizard.h"
+#include "cdwizard/system_helpers.h"
+#include "platform/runtime_error.h"
+#include "save/save_state.h"
+#include "tests/cdwizard/fake_wizard_view.h"
+#include "tests/support/fake_platform.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr char kWelcome[] = "page Welcome to CD Creator Wizard!";
+constexpr char kDrive[] = "page Please Select CD Recorder Drive:";
+constexpr char kFileName[] = "page Please Input File Name:";
+constexpr char kCopying[] = "page The File is being saved to the CD ...";
+constexpr char kReselect[] = "page Please Select Capture File(s):";
+constexpr char kEject[] = "page The Files have been saved to the CD!";
+constexpr char kDone[] = "page CD Creator Wizard Is Done!";
+constexpr char kNotReady[] = "ask Disk not ready! Do you want to try again?";
+constexpr char kEjectDialog[] = "Drag-to-Disc   Eject Options";
+
+class Wizard : public testing::Test {
+ protected:
+  Wizard() {
+    strBurnExeName = "DirectCD.exe";
+    mdlSave::blnSomeCameras = false;
+    mdlFileProcessing::bln20D = false;
+    world.disk.Put("C:\\Rec\\cam.60D", std::string(2 * 2097152, 'r'));
+    world.disk.AddCdRom("D:");
+    world.disk.AddCdRom("E:");
+    view.input.fileName = "Part";
+  }
+
+  void Register(const std::string& executable) {
+    world.registry.PutString(
+        platform::RegistryRoot::kLocalMachine,
+        "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\" + executable, "",
+        "C:\\CD\\" + executable);
+  }
+  void RegisterBoth() {
+    Register("DirectCD.exe");
+    Register("DrgToDsc.exe");
+  }
+  /// Loads the wizard, clicks the page buttons, and forgets what was logged.
+  void GoTo(std::initializer_list<int> buttons) {
+    wizard.Load();
+    for (const int button : buttons) wizard.cmdNext_Click(button);
+    view.log.clear();
+    world.desktop.log.clear();
+  }
+  std::vector<std::string> Click(int button) {
+    wizard.cmdNext_Click(button);
+    return view.Taken();
+  }
+
+  FakePlatform world;
+  FakeMainWindow mainWindow;
+  FakeWizardView view;
+  CdWizard wizard{world.system, mainWindow, view};
+};
+
+TEST_F(Wizard, RunsThroughWithDirectCd) {
+  Register("DirectCD.exe");
+  mainWindow.target = "C:\\Out\\My Part.60D";
+  world.desktop.windows = {"DirectCD", "DrgToDsc", kEjectDialog};
+  wizard.Load();
+  EXPECT_THAT(view.drives, ElementsAre("D:", "E:"));
+  EXPECT_THAT(view.Taken(), ElementsAre(kWelcome));
+  EXPECT_THAT(Click(0), ElementsAre(kWelcome, kDrive));
+  EXPECT_THAT(Click(1), ElementsAre(kFileName));
+  EXPECT_THAT(world.desktop.log, ElementsAre("open C:\\CD\\DirectCD.exe", "front DirectCD"));
+  EXPECT_EQ(view.input.fileName, "My Part.60D");
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "progress", "percent 50", "percent 100",
+                                    "no progress", kEject));
+  EXPECT_EQ(world.disk.Bytes("E:\\My Part.60D"), world.disk.Bytes("C:\\Rec\\cam.60D"));
+  world.desktop.log.clear();
+  EXPECT_THAT(Click(3), ElementsAre("discard", kDone));
+  EXPECT_THAT(world.desktop.log, ElementsAre("media open  E:  type cdaudio alias cd1",
+                                             "media set cd1 door open wait"));
+  EXPECT_THAT(Click(4), ElementsAre("close"));
+}
+
+// The eject dialog comes after a while, titles that only look like it before.
+TEST_F(Wizard, RunsThroughWithDragToDisc) {
+  RegisterBoth();
+  world.desktop.windows = {"DrgToDsc", "DirectCD"};
+  GoTo({0});
+  EXPECT_THAT(Click(1), ElementsAre(kFileName, "ask Do you want to format this CD?"));
+  EXPECT_THAT(world.desktop.log,
+              ElementsAre("activate DrgToDsc",                                       //
+                          "down 12 extended", "down 4B extended", "up 4B extended",  //
+                          "up 12 extended",                                          //
+                          "down 12 extended", "down 46 extended", "up 46 extended",  //
+                          "up 12 extended", "activate DrgToDsc",                     //
+                          "down 12 extended", "down 4F extended", "up 4F extended",  //
+                          "up 12 extended"));
+  EXPECT_EQ(Click(2).back(), kEject);
+  world.desktop.log.clear();
+  world.desktop.windows = {"Drag-to-Disc  Eject Options", "Drag-to-Disc    Eject Options"};
+  int looks = 0;
+  world.desktop.onLook = [&](const std::string&) {
+    if (++looks == 5) world.desktop.windows.insert(kEjectDialog);
+  };
+  EXPECT_THAT(Click(3), ElementsAre("hourglass", "pointer", "discard", kDone));
+  EXPECT_THAT(
+      world.desktop.log,
+      ElementsAre("media open  E:  type cdaudio alias cd1", "media set cd1 door open wait",
+                  std::string("front ") + kEjectDialog, std::string("front ") + kEjectDialog));
+  EXPECT_EQ(looks, 5);
+}
+
+TEST_F(Wizard, StartsDragToDiscWhenItDoesNotRun) {
+  RegisterBoth();
+  GoTo({0});
+  try {
+    Click(1);
+    ADD_FAILURE() << "activated a window that there is not";
+  } catch (const RuntimeError& fault) {
+    EXPECT_EQ(fault.number(), RuntimeError::kInvalidProcedureCall);
+  }
+  EXPECT_THAT(world.desktop.log, ElementsAre("open C:\\CD\\DrgToDsc.exe", "activate DrgToDsc"));
+  EXPECT_TRUE(view.look.showsFileName) << "the page is up and stays";
+}
+
+TEST_F(Wizard, LeavesAFormattedDiscAlone) {
+  RegisterBoth();
+  GoTo({0});
+  view.answers = {false};
+  Click(1);
+  EXPECT_THAT(world.desktop.log, IsEmpty());
+}
+
+TEST_F(Wizard, WantsDirectCdEvenWhereThereIsDragToDisc) {
+  Register("DrgToDsc.exe");
+  wizard.Load();
+  view.log.clear();
+  EXPECT_THAT(Click(0),
+              ElementsAre(kWelcome,
+                          "tell The program [DirectCD.exe] is not found! The wizard will not "
+                          "continue.",
+                          "close"));
+}
+
+TEST(WizardLoad, WantsOneToThreeDrives) {
+  for (const int drives : {0, 1, 3, 4}) {
+    FakePlatform world;
+    FakeMainWindow mainWindow;
+    FakeWizardView view;
+    for (int i = 0; i < drives; ++i) world.disk.AddCdRom(std::string(1, char('D' + i)) + ":");
+    CdWizard wizard(world.system, mainWindow, view);
+    int fault = 0;
+    try {
+      wizard.Load();
+    } catch (const RuntimeError& error) {
+      fault = error.number();
+    }
+    EXPECT_EQ(fault, drives == 4 ? RuntimeError::kSubscriptOutOfRange : 0);
+    if (drives == 0)
+      EXPECT_THAT(view.log, ElementsAre("tell as application No CDRom was detected on your "
+                                        "computer, the wizard will not continue!",
+                                        "close"));
+    else if (drives < 4)
+      EXPECT_THAT(view.log, ElementsAre(kWelcome));
+  }
+}
+
+TEST_F(Wizard, GoesBackAndForth) {
+  Register("DirectCD.exe");
+  GoTo({0, 1});
+  view.input.fileName = "typed";
+  EXPECT_THAT(Click(6), ElementsAre(kDrive));
+  EXPECT_THAT(Click(5), ElementsAre(kWelcome));
+  Click(0);
+  EXPECT_THAT(Click(1), ElementsAre(kFileName));
+  EXPECT_EQ(view.input.fileName, "typed");
+  mainWindow.target = "given.60D";
+  Click(6);
+  Click(1);
+  EXPECT_EQ(view.input.fileName, "given.60D");
+  wizard.cmdNext_Click(-1);
+  wizard.cmdNext_Click(8);
+  EXPECT_THAT(view.Taken(), IsEmpty());
+  wizard.cmdCancel_Click();
+  EXPECT_THAT(view.Taken(), ElementsAre("close"));
+}
+
+TEST_F(Wizard, AsksForAMissingName) {
+  Register("DirectCD.exe");
+  GoTo({0, 1});
+  view.input.fileName = "";
+  EXPECT_THAT(Click(2), ElementsAre("tell You must input a file name!", "focus name"));
+  view.input.fileName = "now";
+  EXPECT_EQ(Click(2).back(), kEject);
+}
+
+// The estimate is 4 MB; the free space is rounded, halves to even, and must be greater.
+TEST_F(Wizard, ComparesWithTheRoomOnTheDisc) {
+  Register("DirectCD.exe");
+  struct Case {
+    double freeMB;
+    std::vector<std::string> log;
+  };
+  const std::vector<std::string> tooBig = {
+      "tell The total size of the file you selected is too big to fit on the CD!", "close"};
+  const std::vector<std::string> gaveUp = {kNotReady, "tell The wizard will not continue.",
+                                           "close"};
+  for (const Case& test :
+       {Case{4, tooBig}, Case{4.5, tooBig}, Case{0.5, gaveUp}, Case{0, gaveUp}}) {
+    world.disk.SetRoom("E:", static_cast<std::uint64_t>(test.freeMB * 1048576));
+    GoTo({0, 1});
+    view.answers = {false};
+    EXPECT_EQ(Click(2), test.log) << test.freeMB;
+    wizard.cmdNext_Click(6);
+    wizard.cmdNext_Click(5);
+  }
+  world.disk.SetRoom("E:", 4 * 1048576 + 524289);
+  GoTo({0, 1});
+  EXPECT_EQ(Click(2).back(), kEject);
+}
+
+TEST_F(Wizard, TriesAgainFromTheDrivePage) {
+  Register("DirectCD.exe");
+  world.disk.SetRoom("E:", 0);
+  GoTo({0, 1});
+  EXPECT_THAT(Click(2), ElementsAre(kNotReady, kReselect, kDrive));
+  EXPECT_TRUE(view.look.showsDrives);
+  EXPECT_FALSE(view.look.showsFileName);
+
+  world.disk.SetRoom("E:", 100 << 20);
+  mainWindow.source = "C:\\gone.60D";
+  Click(1);
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "no progress", kNotReady, kReselect, kDrive));
+  mainWindow.source = "C:\\Rec\\cam.60D";
+  Click(1);
+  EXPECT_EQ(Click(2).back(), kEject);
+}
+
+TEST_F(Wizard, GivesUpAfterAFailedCopy) {
+  Register("DirectCD.exe");
+  mainWindow.source = "C:\\gone.60D";
+  GoTo({0, 1});
+  view.answers = {false};
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "no progress", kNotReady,
+                                    "tell The wizard will not continue.", "close"));
+}
+
+// A missing player file ends the wizard without a word when the user does not want to go on.
+TEST_F(Wizard, EndsWhenThePlayerIsMissed) {
+  Register("DirectCD.exe");
+  GoTo({0, 1});
+  view.input.wantsPlayer = true;
+  view.answers = {false};
+  const auto log = Click(2);
+  ASSERT_EQ(log.size(), 2u);
+  EXPECT_THAT(log[0], testing::StartsWith("ask The file (TessaviewCD\\Autorun.inf) can not be"));
+  EXPECT_EQ(log[1], "close");
+}
+
+TEST_F(Wizard, TakesNothingWhileItCopies) {
+  Register("DirectCD.exe");
+  GoTo({0, 1});
+  view.onMessages = [&] {
+    EXPECT_FALSE(wizard.MayClose());
+    for (int button = 0; button < kPageButtons; ++button) wizard.cmdNext_Click(button);
+    wizard.cmdCancel_Click();
+  };
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "progress", "percent 50", "percent 100",
+                                    "no progress", kEject));
+  EXPECT_TRUE(wizard.MayClose());
+}
+
+constexpr Page kAllPages[] = {Page::kWelcome, Page::kLookingUp, Page::kDrive, Page::kFileName,
+                              Page::kCopying, Page::kReselect,  Page::kEject, Page::kDone};
+
+// Every page in both modes: a button works exactly where it can be pressed, and the look is sound.
+TEST(WizardPages, OfferWhatWorks) {
+  constexpr int kLineTop = 2400;
+  for (const bool dragToDisc : {false, true})
+    for (const Page page : kAllPages) {
+      const PageLook look = LookOf(page, dragToDisc);
+      SCOPED_TRACE(look.heading);
+      EXPECT_LE(look.instructionsTop + look.instructionsHeight, kLineTop);
+      EXPECT_EQ(NextStep(page, WizardEvent::kCancel).has_value(),
+                look.cancelEnabled && page != Page::kReselect);
+      for (int i = 0; i < kPageButtons; ++i) {
+        const PageLook::Button button = look.buttons[static_cast<std::size_t>(i)];
+        EXPECT_FALSE(button.enabled && !button.visible);
+        if (page == Page::kReselect || i == page_button::kCopyingBack) continue;
+        EXPECT_EQ(NextStep(page, ClickOn(i)).has_value(), button.enabled) << i;
+      }
+      const bool waits = page == Page::kLookingUp || page == Page::kCopying;
+      EXPECT_NE(waits, look.focusesFileName || look.focus >= 0);
+      EXPECT_TRUE(look.focus < 0 || look.focus == look.defaultButton);
+    }
+}
+
+TEST(WizardPages, SayWhatToDo) {
+  const auto said = [](Page page, bool dragToDisc) {
+    return LookOf(page, dragToDisc).instructions;
+  };
+  EXPECT_EQ(said(Page::kDrive, false),
+            "After selecting the CD recorder drive, please click the 'Next' button.   The "
+            "DirectCD\xC2\xAE program will be launched.  Please insert a blank CD and click the "
+            "'format CD' button!   When you get the CD Ready dialog box, please click OK and then "
+            "close the DirectCD\xC2\xAE program!");
+  EXPECT_EQ(said(Page::kEject, true),
+            "After clicking the 'Next' button,  the Drag-to-Disc Eject options dialog box will "
+            "appear.  Please select the option 'Make this disc readable on any CD or DVD drive',  "
+            "then click the Eject button!");
+  EXPECT_EQ(LookOf(Page::kDrive, false).instructionsTop, 1120);
+  EXPECT_EQ(LookOf(Page::kDrive, true).instructionsTop, 1320);
+}
+
+}  // namespace

@@ -1,0 +1,386 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "capture/mdlFileProcessing.h"
+#include "save/camera_index.h"
+#include "save/operations.h"
+#include "save/save_state.h"
+#include "tests/save/fake_progress.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/recording_reader.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using ::testing::IsEmpty;
+
+constexpr int kBlock = 2097152;
+constexpr char kSource[] = "C:\\Recordings\\door.60D";
+constexpr char kTarget[] = "C:\\Saved\\part.60D";
+constexpr std::int32_t kStart = 1'400'000'000;
+
+/// A scanned recording of one block type, an old target, and a save of chosen cameras.
+struct SaveOfCameras {
+  SaveOfCameras(int type, std::string recording, const Fault& fault = {})
+      : world(fault), is20D(type == 0x60), source(std::move(recording)) {
+    world.disk.Put(kSource, source);
+    world.disk.Put(kTarget, "old");
+    mdlFileProcessing::bln20D = is20D;
+    mdlFileProcessing::ScanSourceFile(world.disk, world.dates, kSource);
+  }
+
+  SaveOutcome Run(int first, int last, std::int32_t cameras, const std::string& target = kTarget,
+                  const std::string& from = kSource) {
+    mdlSave::lngCamSelLow = cameras;
+    IndexBlockRange(world.system.files, from, first, last);
+    return SaveChosenCameras(world.system, progress, from, target, first, last);
+  }
+
+  std::vector<TestImage> Saved() const { return ImagesOf(world.disk.View(kTarget), is20D); }
+  /// What holds however a save ends.
+  void ExpectNothingLeft() {
+    EXPECT_EQ(world.disk.OpenHandles(), 0u);
+    EXPECT_EQ(mdlFileProcessing::hSourceFile, platform::FileHandle::kInvalid);
+    EXPECT_EQ(world.disk.View(kSource), source);
+  }
+
+  FakePlatform world;
+  bool is20D;
+  std::string source;
+  FakeProgress progress;
+};
+
+bool HasTitleTable(int type) {
+  return type == 0x00 || type == 0x10;
+}
+
+/// The i-th image of a recording: no two are alike, and there is one of every sort that the block
+/// type knows. All titles are of one length, so that none shows through behind another.
+TestImage Sample(int type, int i) {
+  TestImage image = {.camera = i % 5,
+                     .seconds = kStart + i * 3,
+                     .bytes = Picture(i == 7 ? 300000 : i * i * 41 % 9000 + 1, i),
+                     .title = i % 4 == 0 ? "" : "DOOR " + std::to_string(100 + i % 7),
+                     .flags = i / 2 % 4};
+  if (HasTitleTable(type)) return image;
+  image.text = i % 3 == 0 ? std::string(i % 50 * 9 + 1, '\xE9') : "";
+  image.sound = Picture(i % 5 == 2 ? 512 * (i % 31 + 1) : 0, i);
+  return image;
+}
+
+constexpr int kImagesPerBlock = 40;
+
+RecordingBuilder SampleRecording(int type, int blocks) {
+  RecordingBuilder builder(type);
+  for (int i = 0; i < blocks * kImagesPerBlock; ++i) {
+    if (i % kImagesPerBlock == 0) builder.Block();
+    builder.Image(Sample(type, i));
+    if (HasTitleTable(type)) builder.Titles({"TABLE 00", "TABLE 01", "TABLE 02", "TABLE 03"});
+  }
+  return builder;
+}
+
+/// What a save is to keep of blocks `first` to `last`.
+std::vector<TestImage> KeptSamples(int type, int first, int last, std::int32_t cameras) {
+  std::vector<TestImage> kept;
+  for (int i = (first - 1) * kImagesPerBlock; i < last * kImagesPerBlock; ++i) {
+    TestImage image = Sample(type, i);
+    if ((cameras >> image.camera & 1) == 0) continue;
+    const std::string number = std::to_string(image.camera);
+    if (image.title.empty())
+      image.title = HasTitleTable(type) && image.camera < 4
+                        ? "TABLE 0" + number
+                        : "Camera " + std::to_string(image.camera + 1);
+    if (type == 0x20) image.sound = "";
+    kept.push_back(image);
+  }
+  return kept;
+}
+
+class EveryType : public ::testing::TestWithParam<int> {};
+
+INSTANTIATE_TEST_SUITE_P(Types, EveryType, ::testing::Values(0x00, 0x10, 0x20, 0x30, 0x60),
+                         [](const auto& test) { return "Type" + std::to_string(test.param); });
+
+TEST_P(EveryType, KeepsTheChosenImagesAsTheyWere) {
+  SaveOfCameras save(GetParam(), SampleRecording(GetParam(), 4).Bytes());
+  for (const std::int32_t cameras : {0b00001, 0b10110, 0b11111}) {
+    save.progress.log.clear();
+    EXPECT_EQ(save.Run(2, 4, cameras), SaveOutcome::kSaved);
+    EXPECT_THAT(save.Saved(), ElementsAreArray(KeptSamples(GetParam(), 2, 4, cameras)));
+    EXPECT_THAT(save.progress.log, ElementsAre("yield", "1 of 3", "yield", "2 of 3", "yield",
+                                               "3 of 3", "yield", "finished"));
+    save.ExpectNothingLeft();
+  }
+}
+
+TEST_P(EveryType, ReadsOnlyTheListsAndTheChosenImages) {
+  RecordingBuilder builder(GetParam());
+  builder.Block();
+  for (int i = 0; i < 20; ++i) builder.Image({.camera = i % 4, .bytes = Picture(400, i)});
+  SaveOfCameras save(GetParam(), builder.Bytes());
+  const auto bytesBefore = save.world.disk.BytesRead();
+  const int readsBefore = save.world.disk.Reads();
+  EXPECT_EQ(save.Run(1, 1, 0b0010), SaveOutcome::kSaved);
+  EXPECT_EQ(save.world.disk.Reads() - readsBefore, 2 + 5);
+  EXPECT_LE(save.world.disk.BytesRead() - bytesBefore, 5u * 512 + 400);
+}
+
+TEST_P(EveryType, CancelAtEveryBlockRemovesTheTarget) {
+  constexpr int kBlocks = 4;
+  for (int block = 1; block <= kBlocks; ++block) {
+    SaveOfCameras save(GetParam(), SampleRecording(GetParam(), kBlocks).Bytes());
+    save.progress.cancelBefore = block;
+    EXPECT_EQ(save.Run(1, kBlocks, 1), SaveOutcome::kCancelled);
+    EXPECT_FALSE(save.world.disk.HasFile(kTarget));
+    EXPECT_THAT(save.progress.messages, IsEmpty());
+    save.ExpectNothingLeft();
+    save.progress = {};
+    EXPECT_EQ(save.Run(2, kBlocks, 1), SaveOutcome::kSaved);
+    EXPECT_THAT(save.Saved(), ElementsAreArray(KeptSamples(GetParam(), 2, kBlocks, 1)));
+  }
+  PrintFigure(kBlocks, "saves cancelled");
+}
+
+TEST_P(EveryType, TakesNoMoreImagesThanATrailerHolds) {
+  const std::map<int, std::pair<int, int>> kCountAndMost = {{0x00, {28, 146}},
+                                                            {0x10, {28, 146}},
+                                                            {0x20, {32, 159}},
+                                                            {0x30, {32, 246}},
+                                                            {0x60, {32, 758}}};
+  const auto [count, most] = kCountAndMost.at(GetParam());
+  RecordingBuilder builder = SampleRecording(GetParam(), 1);
+  std::string recording = builder.Bytes();
+  recording.replace(builder.TrailerOffset() + count, 2, "\xFF\xFF");
+  SaveOfCameras save(GetParam(), recording);
+  EXPECT_TRUE(IndexBlockRange(save.world.disk, kSource, 1, 1));
+  EXPECT_EQ(std::ssize(cameraIndex.blocks[1].images), most);
+  EXPECT_EQ(save.Run(1, 1, 0xFFFF), SaveOutcome::kSaved);
+  // The entries behind the list are all of camera 1 and lie nowhere.
+  auto saved = save.Saved();
+  saved.resize(kImagesPerBlock - 1);
+  auto expected = KeptSamples(GetParam(), 1, 1, 0xFFFF);
+  expected.pop_back();
+  EXPECT_THAT(saved, ElementsAreArray(expected));
+}
+
+TEST_P(EveryType, SkipsAPartialBlockAtTheEnd) {
+  SaveOfCameras save(GetParam(),
+                     SampleRecording(GetParam(), 3).Bytes().substr(0, 3 * kBlock - 4000));
+  mdlFileProcessing::bytBlockStatus = static_cast<std::uint8_t>(GetParam());
+  EXPECT_EQ(save.Run(1, 3, 2), SaveOutcome::kSaved);
+  EXPECT_THAT(save.Saved(), ElementsAreArray(KeptSamples(GetParam(), 1, 2, 2)));
+}
+
+TEST(SaveChosenCameras, KeepsTheSectorsThatAnImageHad) {
+  for (const int type : {0x30, 0x60}) {
+    RecordingBuilder builder(type);
+    builder.Block();
+    for (const int size : {1, 455, 511, 512, 967, 20000})
+      builder.Image({.bytes = Picture(size, size), .title = "DOOR"});
+    SaveOfCameras save(type, builder.Bytes());
+    EXPECT_EQ(save.Run(1, 1, 1), SaveOutcome::kSaved);
+    const auto before = ReadRecording(save.source, save.is20D).at(0).images;
+    EXPECT_THAT(ReadRecording(*save.world.disk.Bytes(kTarget), save.is20D).at(0).images,
+                ElementsAreArray(before));
+  }
+}
+
+TEST(SaveChosenCameras, TakesWhatOldImagesWithoutTailLack) {
+  const auto image = [](int camera, int offset) {
+    return TestImage{
+        .camera = camera, .seconds = kStart + offset, .bytes = Picture(1024), .tail = false};
+  };
+  // A list of type 0x20 tells the seconds; the others spread the images over the block's time.
+  const std::pair<int, std::vector<int>> kOffsets[] = {
+      {0x20, {0, 10, 11, 90}}, {0x00, {0, 30, 60, 90}}, {0x10, {0, 30, 60, 90}}};
+  for (const auto& [type, offsets] : kOffsets) {
+    SaveOfCameras save(type, RecordingBuilder(type)
+                                 .Block()
+                                 .Titles({"  GATE ", "    "})
+                                 .Image(image(0, 0))
+                                 .Image(image(1, 10))
+                                 .Image(image(0, 11))
+                                 .Image(image(2, 90))
+                                 .Bytes());
+    EXPECT_EQ(save.Run(1, 1, 0b111), SaveOutcome::kSaved);
+    const auto saved = save.Saved();
+    ASSERT_EQ(saved.size(), 4u);
+    for (int i = 0; i < 4; ++i) {
+      EXPECT_EQ(saved[i].seconds, kStart + offsets[i]) << type;
+      EXPECT_EQ(saved[i].bytes, Picture(1024));
+    }
+    EXPECT_EQ(saved[0].title, type == 0x20 ? "Camera 1" : "GATE");
+    EXPECT_EQ(saved[3].title, "Camera 3");
+  }
+}
+
+/// Bytes put over a recording of type 0x30 with three images of one sector each, the second with
+/// text and sound, and what is left of the second.
+struct Damage {
+  const char* name;
+  int offset;
+  std::string bytes;
+  bool kept = false;
+  std::string text = "";
+};
+
+class DamagedImage : public ::testing::TestWithParam<Damage> {};
+
+TEST_P(DamagedImage, CostsItselfOnly) {
+  const Damage& damage = GetParam();
+  std::vector<TestImage> images;
+  for (int i = 0; i < 3; ++i)
+    images.push_back({.camera = i, .seconds = kStart, .bytes = Picture(400, i), .title = "DOOR 1"});
+  images[1].text = "12.50";
+  images[1].sound = Picture(512);
+  RecordingBuilder builder(0x30);
+  builder.Block();
+  for (const TestImage& image : images) builder.Image(image);
+  std::string recording = builder.Bytes();
+  recording.replace(damage.offset, damage.bytes.size(), damage.bytes);
+  images[1].text = damage.text;
+  if (!damage.kept) images.erase(images.begin() + 1);
+
+  SaveOfCameras save(0x30, recording);
+  EXPECT_EQ(save.Run(1, 1, 0b111), SaveOutcome::kSaved);
+  EXPECT_THAT(save.Saved(), ElementsAreArray(images));
+}
+
+constexpr int kSecondEntry = 0x1FFC00 + 36 + 4;
+constexpr int kSecondText = 1024;
+
+const Damage kDamages[] = {
+    {"SoundBeforeTheImage", kSecondEntry + 2, "\xF9"},
+    {"TextAndSoundOnly", kSecondEntry + 2, "\x11"},
+    {"NoTextMarker", kSecondText, "\x21", true},
+    {"NegativeTextLength", kSecondText + 4, "\xFF", true},
+    {"LongText", kSecondText + 4, "\x7F", true, "12.50" + std::string(495, '\0')},
+    {"CameraBits", kSecondEntry + 3, "\xF1", true, "12.50"},
+    {"FlagsBits", kSecondEntry, std::string(1, '\0'), true, "12.50"},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, DamagedImage, ::testing::ValuesIn(kDamages),
+                         [](const auto& test) { return test.param.name; });
+
+TEST(SaveChosenCameras, SkipsImagesThatLeaveTheirBlock) {
+  // Sector numbers of 16 bits reach far beyond a block.
+  for (const char* sector : {"\xFF\xFF", "\x10\x01", "\x00\x01"}) {
+    RecordingBuilder builder = SampleRecording(0x00, 1);
+    std::string recording = builder.Bytes();
+    recording.replace(builder.TrailerOffset() + 288 + 5 * 10 + 2, 2, sector, 2);
+    SaveOfCameras save(0x00, recording);
+    EXPECT_EQ(save.Run(1, 1, 0xFFFF), SaveOutcome::kSaved);
+    EXPECT_GE(save.Saved().size(), kImagesPerBlock - 2u);
+    EXPECT_LE(save.Saved().size(), kImagesPerBlock - 1u);
+  }
+}
+
+TEST(SaveChosenCameras, SkipsAnImageThatNoBlockTakes) {
+  const TestImage whole = {.bytes = Picture(4094 * 512), .tail = false};
+  const TestImage small = {.bytes = Picture(10), .title = "DOOR"};
+  SaveOfCameras save(0x10,
+                     RecordingBuilder(0x10).Block().Image(whole).Block().Image(small).Bytes());
+  EXPECT_EQ(save.Run(1, 2, 1), SaveOutcome::kSaved);
+  EXPECT_THAT(save.Saved(), ElementsAre(small));
+}
+
+constexpr char kHidden[] = "C:\\Saved\\hidden.60D";
+
+struct Refusal {
+  const char* name;
+  std::string message;
+  int first = 1;
+  std::int32_t cameras = 1;
+  std::string target = kTarget;
+  std::string source = kSource;
+  int type = 0x30;
+  bool clearsTarget = false;
+};
+
+class RefusedCameraSave : public ::testing::TestWithParam<Refusal> {};
+
+TEST_P(RefusedCameraSave, TellsOnceAndHarmsNothing) {
+  const Refusal& refusal = GetParam();
+  SaveOfCameras save(refusal.type, SampleRecording(0x30, 2).Bytes());
+  save.world.disk.Link(kSource, "C:\\Saved\\link.60D");
+  save.world.disk.Put(kHidden, "theirs");
+  save.world.disk.Hide(kHidden);
+  mdlFileProcessing::bytBlockStatus = static_cast<std::uint8_t>(refusal.type);
+  auto paths = save.world.disk.Paths();
+  if (refusal.clearsTarget) std::erase(paths, kTarget);
+  EXPECT_EQ(save.Run(refusal.first, 2, refusal.cameras, refusal.target, refusal.source),
+            SaveOutcome::kFailed);
+  EXPECT_THAT(save.progress.messages, ElementsAre(refusal.message));
+  EXPECT_EQ(save.progress.log.back(), "failed");
+  EXPECT_EQ(save.world.disk.Paths(), paths);
+  EXPECT_EQ(save.world.disk.Bytes(kHidden), "theirs");
+  save.ExpectNothingLeft();
+}
+
+const Refusal kRefusals[] = {
+    {.name = "EmptyRange", .message = "Error reading file ...", .first = 3},
+    {.name = "NoSource", .message = "Error reading file ...", .source = "C:\\gone.60D"},
+    {.name = "UnknownType", .message = "This file is not a valid source file!", .type = 0x50},
+    {.name = "SourceAsTarget", .message = "Error writing file ...", .target = kSource},
+    {.name = "LinkToSource", .message = "Error writing file ...", .target = "C:\\Saved\\link.60D"},
+    {.name = "HiddenTarget", .message = "Error writing file ...", .target = kHidden},
+    {.name = "NoTargetFolder", .message = "Error writing file ...", .target = "C:\\gone\\x.60D"},
+    {.name = "NoImages",
+     .message = "The selected cameras have no images in the selected time range!",
+     .cameras = 0x8000,
+     .clearsTarget = true},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, RefusedCameraSave, ::testing::ValuesIn(kRefusals),
+                         [](const auto& test) { return test.param.name; });
+
+TEST(SaveChosenCameras, FailsOnAFullDisk) {
+  // Room for nothing, for half of the target's one block, and for all but a part of its trailer.
+  for (const int room : {0, 400000, 800000}) {
+    SaveOfCameras save(0x30, SampleRecording(0x30, 3).Bytes());
+    ASSERT_EQ(save.Run(1, 3, 0b11111), SaveOutcome::kSaved);
+    const auto size = save.world.disk.FileBytes(kTarget).value();
+    ASSERT_GT(size, 800000u);
+    save.world.disk.SetRoom("D:", room == 800000 ? size - 1 : room);
+    save.world.disk.MakeFolder("D:\\Saved");
+    EXPECT_EQ(save.Run(1, 3, 0b11111, "D:\\Saved\\part.60D"), SaveOutcome::kFailed);
+    EXPECT_THAT(save.progress.messages, ElementsAre("Error writing file ..."));
+    EXPECT_FALSE(save.world.disk.HasFile("D:\\Saved\\part.60D"));
+    save.ExpectNothingLeft();
+  }
+}
+
+class PromisesOfType : public ::testing::TestWithParam<int> {};
+
+TEST_P(PromisesOfType, HoldWhateverCallFails) {
+  RecordingBuilder builder(GetParam());
+  std::vector<TestImage> images;
+  for (int i = 0; i < 4; ++i) {
+    images.push_back({.camera = i % 2, .bytes = Picture(900000, i), .title = "DOOR 1"});
+    if (i % 2 == 0) builder.Block();
+    builder.Image(images.back());
+  }
+  std::string recording = builder.Bytes();
+  ForEachFault([&](Fault& fault) {
+    SaveOfCameras save(GetParam(), std::move(recording), fault);
+    const SaveOutcome outcome = save.Run(1, 2, 0b11);
+    fault = save.world.fault;
+    SCOPED_TRACE(::testing::PrintToString(fault));
+    save.ExpectNothingLeft();
+    recording = std::move(save.source);
+    if (outcome == SaveOutcome::kSaved) {
+      EXPECT_THAT(save.Saved(), ElementsAreArray(images));
+      EXPECT_THAT(save.progress.messages, IsEmpty());
+      return;
+    }
+    EXPECT_EQ(save.progress.messages.size(), 1u);
+    EXPECT_EQ(save.progress.log.back(), "failed");
+    EXPECT_EQ(save.world.disk.Bytes(kTarget).value_or("old"), "old");
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Types, PromisesOfType, ::testing::Values(0x00, 0x20, 0x60));
+
+}  // namespace

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "save/save_progress.h"
+
+/// Writes down what a save shows, one line a call, and cancels when it is told to.
+class FakeProgress : public SaveProgress {
+ public:
+  std::vector<std::string> log;
+  std::vector<std::string> messages;
+  /// The block, from 1 on, before which the user has cancelled; 0 for never.
+  int cancelBefore = 0;
+  /// Called whenever messages run.
+  std::function<void()> onMessages = [] {};
+
+  void ShowBlocksDone(std::int32_t done, std::int32_t total) override {
+    log.push_back(std::to_string(done) + " of " + std::to_string(total));
+  }
+  void ShowMessage(const std::string& text) override {
+    log.push_back(text);
+    messages.push_back(text);
+  }
+  void ShowHourglass(bool on) override { log.push_back(on ? "hourglass" : "pointer"); }
+  void ShowFinished() override { log.push_back("finished"); }
+  void ShowFailed() override { log.push_back("failed"); }
+  void LetMessagesRun() override {
+    log.push_back("yield");
+    onMessages();
+  }
+  bool StillSaving() override { return ++asked_ != cancelBefore; }
+
+  bool PointerIsUsual() const {
+    return std::count(log.begin(), log.end(), "hourglass") ==
+           std::count(log.begin(), log.end(), "pointer");
+  }
+
+ private:
+  int asked_ = 0;
+};

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/desktop.h"
+#include "platform/registry.h"
+
+/// A desktop with a United States keyboard that writes down all it is asked to do, one line a call:
+/// "open PATH", "front TITLE", "activate TITLE", "down VK" and "up VK" (with " extended"),
+/// "media COMMAND".
+class FakeDesktop : public platform::Desktop {
+ public:
+  /// Everything done so far, in order.
+  std::vector<std::string> log;
+  /// Titles of the windows that are there.
+  std::set<std::string> windows;
+  /// Called before each look for a window, with its title: lets windows come and go.
+  std::function<void(const std::string& title)> onLook = [](const std::string&) {};
+  bool opens = true;                              ///< What the shell answers.
+  std::uint32_t versionWord = 0;                  ///< Non-Unicode family with the top bit set.
+  std::map<std::string, std::uint32_t> failures;  ///< Media commands that fail, and their result.
+
+  /// The lines of the log that start so.
+  std::vector<std::string> Logged(const std::string& start) const;
+
+  bool ShellOpen(platform::WindowHandle owner, const std::string& path,
+                 platform::ShowCommand show) override;
+  platform::WindowHandle WindowTitled(const std::string& title) override;
+  void BringToFront(platform::WindowHandle window) override;
+  bool ActivateTitled(const std::string& title) override;
+  void KeyEvent(std::uint8_t virtualKey, std::uint32_t flags) override;
+  std::int16_t ScanUnicodeKey(char16_t unit) override;
+  std::int16_t ScanAnsiKey(char character) override;
+  char ToAnsi(char16_t unit) override;
+  std::uint32_t VersionWord() override { return versionWord; }
+  std::uint32_t MediaCommand(const std::string& command) override;
+
+ private:
+  std::vector<std::string> titles_;  // A window's handle is the place of its title, from 1.
+};
+
+/// A registry that holds what a test puts there.
+class FakeRegistry : public platform::Registry {
+ public:
+  void PutString(platform::RegistryRoot root, const std::string& keyPath,
+                 const std::string& valueName, const std::string& text);
+  void Put(platform::RegistryRoot root, const std::string& keyPath, const std::string& valueName,
+           platform::RegistryValue value);
+  std::optional<platform::RegistryValue> Query(platform::RegistryRoot root,
+                                               const std::string& keyPath,
+                                               const std::string& valueName) override;
+
+ private:
+  std::map<std::pair<platform::RegistryRoot, std::string>, platform::RegistryValue> values_;
+};

@@ -1,0 +1,269 @@
+#include "tests/support/memory_disk.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr std::uint64_t kUnlimited = std::uint64_t{1} << 50;
+
+char Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+std::string Trimmed(std::string folder) {
+  while (!folder.empty() && folder.back() == '\\') folder.pop_back();
+  return folder;
+}
+
+std::string ParentOf(const std::string& path) {
+  const std::size_t slash = Trimmed(path).rfind('\\');
+  return slash == std::string::npos ? "" : path.substr(0, slash);
+}
+
+std::string VolumeOf(const std::string& path) {
+  const std::size_t colon = path.find(':');
+  return colon == std::string::npos ? "" : path.substr(0, colon + 1);
+}
+
+std::vector<std::string>& Spares() {
+  static std::vector<std::string> spares;
+  return spares;
+}
+
+}  // namespace
+
+using platform::FileHandle;
+using platform::OpenMode;
+
+bool MemoryDisk::CaseBlind::operator()(const std::string& left, const std::string& right) const {
+  return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
+                                      [](char a, char b) { return Lower(a) < Lower(b); });
+}
+
+std::string MemoryDisk::File::Spare() {
+  if (Spares().empty()) return "";
+  std::string spare = std::move(Spares().back());
+  Spares().pop_back();
+  return spare;
+}
+
+MemoryDisk::File::~File() {
+  constexpr std::size_t kLarge = 1 << 17, kMostSpares = 4;
+  if (bytes.capacity() < kLarge || Spares().size() >= kMostSpares) return;
+  bytes.clear();
+  Spares().push_back(std::move(bytes));
+}
+
+std::string& MemoryDisk::NewFile(const std::string& path) {
+  for (std::string folder = ParentOf(path); !folder.empty(); folder = ParentOf(folder))
+    folders_.insert(folder);
+  return (files_[path] = std::make_shared<File>())->bytes;
+}
+
+void MemoryDisk::Link(const std::string& from, const std::string& to) {
+  files_[to] = At(from);
+}
+
+std::optional<std::string> MemoryDisk::Bytes(const std::string& path) const {
+  const auto file = At(path);
+  return file ? std::optional(file->bytes) : std::nullopt;
+}
+
+std::string MemoryDisk::Take(const std::string& path) {
+  const auto file = At(path);
+  files_.erase(path);
+  return file ? std::move(file->bytes) : "";
+}
+
+std::vector<std::string> MemoryDisk::Paths() const {
+  std::vector<std::string> paths;
+  for (const auto& [path, file] : files_) paths.push_back(path);
+  return paths;
+}
+
+std::shared_ptr<MemoryDisk::File> MemoryDisk::At(const std::string& path) const {
+  const auto found = files_.find(path);
+  return found == files_.end() ? nullptr : found->second;
+}
+
+MemoryDisk::Handle* MemoryDisk::Of(FileHandle file) {
+  const auto found = handles_.find(static_cast<std::intptr_t>(file));
+  return found == handles_.end() ? nullptr : &found->second;
+}
+
+std::uint64_t& MemoryDisk::Room(const std::string& path) {
+  return room_.try_emplace(VolumeOf(path), kUnlimited).first->second;
+}
+
+FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
+  auto file = At(path);
+  const bool anew = mode == OpenMode::kWriteNew;
+  if (!file && (!anew || !HasFolder(ParentOf(path)))) return FileHandle::kInvalid;
+  if (file && (file->exclusive || (anew && file->handles > 0))) return FileHandle::kInvalid;
+  if (!file) Put(path, ""), file = At(path);
+  if (anew) {
+    Room(path) += file->bytes.size();
+    file->bytes.clear();
+  }
+  file->exclusive = anew;
+  ++file->handles;
+  handles_[nextHandle_] = {file, VolumeOf(path), 0, mode != OpenMode::kReadExisting};
+  return static_cast<FileHandle>(nextHandle_++);
+}
+
+bool MemoryDisk::Read(FileHandle file, void* buffer, std::uint32_t bytes,
+                      std::uint32_t& bytesRead) {
+  bytesRead = 0;
+  ++reads_;
+  Handle* handle = Of(file);
+  if (!handle) return false;
+  const std::string& content = handle->file->bytes;
+  if (handle->position >= content.size()) return true;
+  const std::uint64_t left = content.size() - handle->position;
+  bytesRead = static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes, left));
+  if (bytesRead > 0) std::memcpy(buffer, content.data() + handle->position, bytesRead);
+  handle->position += bytesRead;
+  bytesRead_ += bytesRead;
+  return true;
+}
+
+bool MemoryDisk::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
+                       std::uint32_t& bytesWritten) {
+  bytesWritten = 0;
+  Handle* handle = Of(file);
+  if (!handle || !handle->writable) return false;
+  Grow(*handle, handle->position + bytes);
+  std::string& content = handle->file->bytes;
+  if (handle->position >= content.size()) return bytes == 0;
+  const std::uint64_t room = content.size() - handle->position;
+  bytesWritten = static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes, room));
+  if (bytesWritten > 0) std::memcpy(content.data() + handle->position, buffer, bytesWritten);
+  handle->position += bytesWritten;
+  return true;
+}
+
+void MemoryDisk::Grow(Handle& handle, std::uint64_t size) {
+  std::string& content = handle.file->bytes;
+  if (size <= content.size()) return;
+  std::uint64_t& room = Room(handle.volume);
+  const std::uint64_t more = std::min<std::uint64_t>(size - content.size(), room);
+  content.resize(content.size() + more);
+  room -= more;
+}
+
+bool MemoryDisk::Seek(FileHandle file, std::int64_t position) {
+  Handle* handle = Of(file);
+  if (!handle || position < 0) return false;
+  handle->position = static_cast<std::uint64_t>(position);
+  return true;
+}
+
+std::optional<std::uint64_t> MemoryDisk::Size(FileHandle file) {
+  const Handle* handle = Of(file);
+  return handle ? std::optional<std::uint64_t>(handle->file->bytes.size()) : std::nullopt;
+}
+
+bool MemoryDisk::Flush(FileHandle file) {
+  return Of(file) != nullptr;
+}
+
+bool MemoryDisk::Close(FileHandle file) {
+  const Handle* handle = Of(file);
+  if (!handle) return false;
+  if (--handle->file->handles == 0) handle->file->exclusive = false;
+  handles_.erase(static_cast<std::intptr_t>(file));
+  return true;
+}
+
+std::optional<platform::FileIdentity> MemoryDisk::Identity(FileHandle file) {
+  const Handle* handle = Of(file);
+  if (!handle) return std::nullopt;
+  return platform::FileIdentity{1, reinterpret_cast<std::uintptr_t>(handle->file.get())};
+}
+
+bool MemoryDisk::Find(const std::string& path) {
+  const auto file = At(path);
+  return file && !file->hidden;
+}
+
+bool MemoryDisk::Remove(const std::string& path) {
+  const auto file = At(path);
+  if (!file || file->handles > 0) return false;
+  if (file.use_count() == 2) Room(path) += file->bytes.size();
+  files_.erase(path);
+  return true;
+}
+
+std::string MemoryDisk::MakeTemporary(const std::string& folder, const std::string& prefix) {
+  if (!HasFolder(folder)) return "";
+  const std::string path =
+      Trimmed(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
+  Put(path, "");
+  return path;
+}
+
+bool MemoryDisk::SetTemporary(const std::string& path, bool temporary) {
+  const auto file = At(path);
+  if (file) file->temporary = temporary;
+  return file != nullptr;
+}
+
+bool MemoryDisk::Move(const std::string& from, const std::string& to) {
+  const auto file = At(from);
+  if (!file || file->handles > 0 || At(to) || !HasFolder(ParentOf(to))) return false;
+  if (Room(to) < file->bytes.size() && VolumeOf(from) != VolumeOf(to)) return false;
+  Room(from) += file->bytes.size();
+  Room(to) -= file->bytes.size();
+  files_.erase(from);
+  files_[to] = file;
+  return true;
+}
+
+std::uint64_t MemoryDisk::FreeBytes(const std::string& root) {
+  return Room(root);
+}
+
+bool MemoryDisk::HasFolder(const std::string& path) {
+  const std::string folder = Trimmed(path);
+  return folder.empty() || folder == VolumeOf(folder) || folders_.count(folder) > 0;
+}
+
+std::optional<std::uint64_t> MemoryDisk::FileBytes(const std::string& path) {
+  const auto file = At(path);
+  return file ? std::optional<std::uint64_t>(file->bytes.size()) : std::nullopt;
+}
+
+bool MemoryDisk::MakeFolder(const std::string& path) {
+  return !At(path) && HasFolder(ParentOf(path)) && folders_.insert(Trimmed(path)).second;
+}
+
+bool MemoryDisk::RemoveFolder(const std::string& path) {
+  bool whole = HasFolder(path);
+  for (const std::string& file : FilesBelow(path)) whole = Remove(file) && whole;
+  if (!whole) return false;
+  const std::string below = Trimmed(path) + "\\";
+  std::erase_if(folders_, [&](const std::string& folder) {
+    return !CaseBlind()(folder.substr(0, below.size()), below) &&
+           !CaseBlind()(below, folder.substr(0, below.size()));
+  });
+  folders_.erase(Trimmed(path));
+  return true;
+}
+
+bool MemoryDisk::RemoveFilesIn(const std::string& folder) {
+  bool whole = HasFolder(folder);
+  for (const std::string& file : FilesBelow(folder))
+    if (ParentOf(file).size() == Trimmed(folder).size()) whole = Remove(file) && whole;
+  return whole;
+}
+
+std::vector<std::string> MemoryDisk::FilesBelow(const std::string& folder) {
+  const std::string below = Trimmed(folder) + "\\";
+  std::vector<std::string> paths;
+  for (const auto& [path, file] : files_) {
+    const std::string start = path.substr(0, below.size());
+    if (!CaseBlind()(start, below) && !CaseBlind()(below, start)) paths.push_back(path);
+  }
+  return paths;
+}

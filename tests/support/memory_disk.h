@@ -1,0 +1,117 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/drives.h"
+#include "platform/file_names.h"
+#include "platform/files.h"
+
+/// A whole disk in memory, for tests and fuzzers: drives, folders and files by Windows paths,
+/// compared without regard to case. A file that is open for writing is nobody else's, an open file
+/// cannot be deleted, and a full volume shows as a short write.
+class MemoryDisk : public platform::Files, public platform::FileNames, public platform::Drives {
+ public:
+  /// Puts a file there, its folders included.
+  void Put(const std::string& path, const std::string& bytes) { NewFile(path) = bytes; }
+  void Put(const std::string& path, std::string&& bytes) { NewFile(path) = std::move(bytes); }
+  /// Gives a file another name, as a hard link does.
+  void Link(const std::string& from, const std::string& to);
+  /// The bytes of a file; none when there is no such file.
+  std::optional<std::string> Bytes(const std::string& path) const;
+  /// The same without a copy, for as long as the file stays as it is.
+  std::string_view View(const std::string& path) const { return At(path)->bytes; }
+  /// Takes a file away and answers its bytes; nothing when there is no such file.
+  std::string Take(const std::string& path);
+  /// Paths of all files.
+  std::vector<std::string> Paths() const;
+  /// Bytes that a volume ("C:") still takes; unlimited at first.
+  void SetRoom(const std::string& volume, std::uint64_t bytes) { room_[volume] = bytes; }
+  /// Adds a drive of type CD-ROM ("E:").
+  void AddCdRom(const std::string& drive) { cdRoms_.push_back(drive); }
+  /// Makes a file hidden, which `Find` does not answer.
+  void Hide(const std::string& path) { At(path)->hidden = true; }
+  bool IsTemporary(const std::string& path) const { return At(path)->temporary; }
+  /// Number of handles that are open.
+  std::size_t OpenHandles() const { return handles_.size(); }
+  /// Bytes read and calls of `Read` so far.
+  std::uint64_t BytesRead() const { return bytesRead_; }
+  int Reads() const { return reads_; }
+
+  platform::FileHandle Open(const std::string& path, platform::OpenMode mode) override;
+  bool Read(platform::FileHandle file, void* buffer, std::uint32_t bytes,
+            std::uint32_t& bytesRead) override;
+  bool Write(platform::FileHandle file, const void* buffer, std::uint32_t bytes,
+             std::uint32_t& bytesWritten) override;
+  bool Seek(platform::FileHandle file, std::int64_t position) override;
+  std::optional<std::uint64_t> Size(platform::FileHandle file) override;
+  bool Flush(platform::FileHandle file) override;
+  bool Close(platform::FileHandle file) override;
+  std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override;
+
+  bool Find(const std::string& path) override;
+  bool Remove(const std::string& path) override;
+  std::string MakeTemporary(const std::string& folder, const std::string& prefix) override;
+  bool SetTemporary(const std::string& path, bool temporary) override;
+  bool Move(const std::string& from, const std::string& to) override;
+  std::uint64_t FreeBytes(const std::string& root) override;
+
+  std::vector<std::string> CdRomDrives() override { return cdRoms_; }
+  bool HasFile(const std::string& path) override { return At(path) != nullptr; }
+  bool HasFolder(const std::string& path) override;
+  std::optional<std::uint64_t> FileBytes(const std::string& path) override;
+  bool MakeFolder(const std::string& path) override;
+  bool RemoveFolder(const std::string& path) override;
+  bool RemoveFilesIn(const std::string& folder) override;
+  std::vector<std::string> FilesBelow(const std::string& folder) override;
+
+ private:
+  /// Large buffers are used again: under a sanitizer each fresh page of one costs.
+  struct File {
+    File() : bytes(Spare()) {}
+    ~File();
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    static std::string Spare();
+
+    std::string bytes;
+    bool hidden = false;
+    bool temporary = false;
+    int handles = 0;
+    bool exclusive = false;
+  };
+  struct Handle {
+    std::shared_ptr<File> file;
+    std::string volume;
+    std::uint64_t position = 0;
+    bool writable = false;
+  };
+  struct CaseBlind {
+    bool operator()(const std::string& left, const std::string& right) const;
+  };
+
+  std::shared_ptr<File> At(const std::string& path) const;
+  /// Makes an empty file, its folders included, and answers its bytes.
+  std::string& NewFile(const std::string& path);
+  Handle* Of(platform::FileHandle file);
+  /// The volume's entry of room, in bytes.
+  std::uint64_t& Room(const std::string& path);
+  /// Grows a file as far towards `size` as its volume has room.
+  void Grow(Handle& handle, std::uint64_t size);
+
+  std::map<std::string, std::shared_ptr<File>, CaseBlind> files_;
+  std::set<std::string, CaseBlind> folders_;
+  std::map<std::string, std::uint64_t, CaseBlind> room_;
+  std::map<std::intptr_t, Handle> handles_;
+  std::vector<std::string> cdRoms_;
+  std::intptr_t nextHandle_ = 0;  // A handle of 0 is as good as any other.
+  int temporaryNames_ = 0;
+  std::uint64_t bytesRead_ = 0;
+  int reads_ = 0;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/file_names.h"
+#include "platform/files.h"
+
+/// The real disk of a POSIX system, for native tests, benchmarks and tools; paths are the
+/// system's own. Locks stand in for the sharing rules: a new file is nobody else's while it is
+/// open. Unlike on Windows an open file can be deleted.
+class PosixDisk : public platform::Files, public platform::FileNames {
+ public:
+  platform::FileHandle Open(const std::string& path, platform::OpenMode mode) override;
+  bool Read(platform::FileHandle file, void* buffer, std::uint32_t bytes,
+            std::uint32_t& bytesRead) override;
+  bool Write(platform::FileHandle file, const void* buffer, std::uint32_t bytes,
+             std::uint32_t& bytesWritten) override;
+  bool Seek(platform::FileHandle file, std::int64_t position) override;
+  std::optional<std::uint64_t> Size(platform::FileHandle file) override;
+  bool Flush(platform::FileHandle file) override;
+  bool Close(platform::FileHandle file) override;
+  std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override;
+
+  bool Find(const std::string& path) override;
+  bool Remove(const std::string& path) override;
+  std::string MakeTemporary(const std::string& folder, const std::string& prefix) override;
+  bool SetTemporary(const std::string& path, bool temporary) override;
+  bool Move(const std::string& from, const std::string& to) override;
+  std::uint64_t FreeBytes(const std::string& root) override;
+};

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tools/layout.h"
+
+/// Deterministic image bytes that end in a byte other than zero; `seed` tells images apart.
+std::string Picture(int bytes, int seed = 1);
+
+/// One image as it is to be stored. Images without a tail exist in the older blocks only, and a
+/// block has them all with tails or all without.
+struct TestImage {
+  int camera = 0;  ///< From 0.
+  std::int32_t seconds = 0;
+  std::string bytes = Picture(100);
+  std::string title = "";
+  std::string text = "";
+  std::string sound = "";  ///< Whole 512-byte sectors.
+  int flags = 0;           ///< 0 to 3.
+  bool tail = true;
+
+  bool operator==(const TestImage&) const = default;
+};
+
+/// So that a failed comparison tells which image it was.
+std::ostream& operator<<(std::ostream& out, const TestImage& image);
+
+/// Builds recordings in memory as a recorder would store them, with the tools' own idea of the
+/// layout: what the program writes is compared with it.
+class RecordingBuilder {
+ public:
+  /// `type`: the block-type byte of all blocks, 0x00, 0x10, 0x20, 0x30 or (a .20D file) 0x60.
+  explicit RecordingBuilder(int type) : type_(static_cast<std::uint8_t>(type)) {}
+
+  /// Begins a new block.
+  RecordingBuilder& Block();
+  /// Adds an image to the current block.
+  RecordingBuilder& Image(const TestImage& image);
+  /// Titles of the block's cameras, from camera 0 on, in the blocks that keep a table of them.
+  RecordingBuilder& Titles(const std::vector<std::string>& titles);
+  /// Sets the start and end stamp of the current block; otherwise they follow its images.
+  RecordingBuilder& Stamps(std::int32_t start, std::int32_t end);
+  /// Makes the recording PAL instead of NTSC.
+  RecordingBuilder& Pal();
+
+  /// The recording: whole blocks of 2 MiB.
+  std::string Bytes() const;
+  /// Offset of the trailer inside a block.
+  int TrailerOffset() const { return Layout()->trailer; }
+
+ private:
+  const tools::Layout* Layout() const { return tools::FindLayout(type_, type_ == 0x60); }
+
+  struct BlockPlan {
+    std::vector<TestImage> images;
+    std::vector<std::string> titles;
+    std::optional<std::pair<std::int32_t, std::int32_t>> stamps;
+  };
+
+  std::uint8_t type_;
+  bool pal_ = false;
+  std::vector<BlockPlan> blocks_;
+};

@@ -1,0 +1,166 @@
+#include <gmock/gmock.h>
+
+#include "tests/windows/support/await.h"
+#include "tests/windows/support/files.h"
+#include "tests/windows/support/input.h"
+#include "tests/windows/support/recording.h"
+#include "tests/windows/support/trimbrook.h"
+
+namespace driver {
+namespace {
+
+constexpr const char* kStartOutside =
+    "The Start Time you selected falls outside the time range of the sorce file. Please select a "
+    "new time!";
+constexpr const char* kEndOutside =
+    "The End Time you selected falls outside the time range of the sorce file. Please select a "
+    "new time!";
+constexpr const char* kStartNotEarlier = "The Start Time should be earlier than the End Time!";
+
+class Range : public testing::Test {
+ protected:
+  void ExpectBlocks(int first, int last) {
+    EXPECT_EQ(program_.First(), first);
+    EXPECT_EQ(program_.Last(), last);
+    EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text4), std::to_string((last - first + 1) * 2));
+    EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text5), RangeText(path_, first, last));
+  }
+  /// Types a time of day into three boxes, of which the first one is given.
+  void Type(int firstBox, const SYSTEMTIME& time) {
+    const WORD fields[] = {time.wHour, time.wMinute, time.wSecond};
+    for (int i = 0; i < 3; ++i) program_.At(firstBox, 3 * i).SetText(std::to_string(fields[i]));
+  }
+  std::string Typed(int firstBox) {
+    std::string text;
+    for (int i = 0; i < 3; ++i) text += program_.Text(firstBox + 3 * i) + " ";
+    return text;
+  }
+  Message MessageAfterKey(int slider, WORD key) {
+    program_.At(slider).PressAndGoOn(key);
+    const Message message = program_.AnswerMessage();
+    program_.main().Settle();
+    return message;
+  }
+
+  Trimbrook program_;
+  const std::string path_ = Recording("day.60D");
+};
+
+TEST_F(Range, SlidersChooseBlocksAndCannotPassEachOther) {
+  program_.OpenSource(path_);
+  program_.At(IDC_frmTrimbrook_Slider1).Press(VK_RIGHT);
+  ExpectBlocks(2, 3);
+  EXPECT_EQ(MessageAfterKey(IDC_frmTrimbrook_Slider2, VK_HOME),
+            Refusal("The End Time should be later than the Start Time!"));
+  ExpectBlocks(2, 2);
+  EXPECT_EQ(MessageAfterKey(IDC_frmTrimbrook_Slider1, VK_END),
+            Refusal("The Start Time should be earlier than the Ending Time!"));
+  ExpectBlocks(2, 2);
+}
+
+TEST_F(Range, ASliderDraggedPastTheOtherIsStoppedOnce) {
+  program_.OpenSource(path_);
+  program_.ChooseBlocks(1, 2);
+  BringToFront(program_.main());
+  const RECT slider = program_.At(IDC_frmTrimbrook_Slider1).Place();
+  const LONG middle = (slider.top + slider.bottom) / 2;
+  DragFromTo({slider.left + 12, middle}, {slider.right - 12, middle});
+  EXPECT_EQ(program_.AnswerMessage(),
+            Refusal("The Start Time should be earlier than the Ending Time!"));
+  program_.main().Settle();
+  EXPECT_FALSE(program_.ShowsDialog());
+  ExpectBlocks(2, 2);
+}
+
+TEST_F(Range, WithoutASourceConfirmIsRefused) {
+  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command5), Refusal(kNoSource));
+  Type(IDC_frmTrimbrook_Text8, StartOf(path_, 1));
+  program_.At(IDC_frmTrimbrook_Command6).Click();
+  EXPECT_EQ(Typed(IDC_frmTrimbrook_Text8), "0 0 0 ");
+  EXPECT_EQ(Typed(IDC_frmTrimbrook_Text11), "0 0 0 ");
+}
+
+TEST_F(Range, TheCustomRangeUnfoldsTheWindowUpwards) {
+  SetWindowPos(program_.main().handle(), nullptr, 100, 300, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  const RECT before = program_.main().Place();
+  EXPECT_FALSE(program_.At(IDC_frmTrimbrook_Frame4).IsShown());
+  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+  const RECT unfolded = program_.main().Place();
+  EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Frame4).IsShown());
+  // 15 twips are a pixel here.
+  EXPECT_EQ(unfolded.top, before.top - 1950 / 15);
+  EXPECT_EQ(unfolded.bottom - unfolded.top, 11205 / 15);
+  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+  EXPECT_EQ(program_.main().Place().top, before.top);
+  EXPECT_EQ(program_.main().Place().bottom, before.bottom);
+}
+
+TEST_F(Range, ConfirmTakesTimesInsideTheSourceOnly) {
+  program_.OpenSource(path_);
+  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+  const auto start = [&](int block, int later = 0) { return Later(StartOf(path_, block), later); };
+  const auto end = [&](int block, int later = 0) { return Later(EndOf(path_, block), later); };
+  const struct {
+    SYSTEMTIME from, to;
+    const char* refusal;
+    int first, last;
+  } cases[] = {
+      {start(1), end(3), nullptr, 1, 3},          {start(3), end(3), nullptr, 3, 3},
+      {start(1), end(1), nullptr, 1, 1},          {start(2, 1), end(2, -1), nullptr, 2, 2},
+      {start(2, -1), end(2, 1), nullptr, 1, 3},   {start(1, -1), end(3), kStartOutside, 1, 3},
+      {start(3, 1), end(3), kStartOutside, 1, 3}, {start(1), end(3, 1), kEndOutside, 1, 3},
+      {start(1), end(1, -1), kEndOutside, 1, 3},  {end(1), end(1), kStartNotEarlier, 1, 3},
+      {start(3), end(1), kStartNotEarlier, 1, 3},
+  };
+  const std::string whole =
+      (program_.At(IDC_frmTrimbrook_Command6).Click(), Typed(IDC_frmTrimbrook_Text8));
+  for (const auto& c : cases) {
+    SCOPED_TRACE(TextOf(c.from) + " to " + TextOf(c.to));
+    Type(IDC_frmTrimbrook_Text8, c.from);
+    Type(IDC_frmTrimbrook_Text11, c.to);
+    if (c.refusal) {
+      EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command5), Refusal(c.refusal));
+      EXPECT_EQ(Typed(IDC_frmTrimbrook_Text8), whole);
+    } else {
+      program_.At(IDC_frmTrimbrook_Command5).Click();
+      EXPECT_FALSE(program_.ShowsDialog());
+    }
+    ExpectBlocks(c.first, c.last);
+  }
+  program_.At(IDC_frmTrimbrook_Command6).Click();
+  ExpectBlocks(1, 3);
+}
+
+TEST_F(Range, TypedTimesAreBroughtIntoRangeWhenTheBoxIsLeft) {
+  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+  BringToFront(program_.main());
+  const struct {
+    int box;
+    const char *typed, *kept;
+  } cases[] = {{IDC_frmTrimbrook_Text8, "99", "23"},
+               {IDC_frmTrimbrook_Text9, "", "0"},
+               {IDC_frmTrimbrook_Text13, "60", "59"}};
+  for (const auto& c : cases) {
+    ClickOn(program_.At(c.box));
+    Await("focus",
+          [&] { return FocusOf(program_.main()).handle() == program_.At(c.box).handle(); });
+    program_.At(c.box).SetText(c.typed);
+    ClickOn(program_.At(IDC_frmTrimbrook_Text10));
+    Await("value " + std::string(c.kept), [&] { return program_.Text(c.box) == c.kept; });
+  }
+}
+
+TEST_F(Range, ADayChosenInTheCalendarCounts) {
+  program_.OpenSource(path_);
+  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+  BringToFront(program_.main());
+  // The middle of the page is never the 31st, on which the recording starts.
+  ClickOn(program_.At(IDC_frmTrimbrook_Calendar1));
+  // By the mouse as well: a message that is posted overtakes what the mouse has done.
+  ClickOn(program_.At(IDC_frmTrimbrook_Command5));
+  EXPECT_EQ(program_.AnswerMessage(), Refusal(kStartOutside));
+}
+
+}  // namespace
+}  // namespace driver

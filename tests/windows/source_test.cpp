@@ -1,0 +1,137 @@
+#include <gmock/gmock.h>
+
+#include <numeric>
+
+#include "tests/windows/support/await.h"
+#include "tests/windows/support/files.h"
+#include "tests/windows/support/input.h"
+#include "tests/windows/support/recording.h"
+#include "tests/windows/support/trimbrook.h"
+
+namespace driver {
+namespace {
+
+using testing::ElementsAre;
+
+std::vector<int> CamerasUpTo(int last) {
+  std::vector<int> cameras(static_cast<std::size_t>(last));
+  std::iota(cameras.begin(), cameras.end(), 1);
+  return cameras;
+}
+
+/// Numbers of the cameras whose boxes are shown.
+std::vector<int> ShownCameras(const Trimbrook& program) {
+  std::vector<int> cameras;
+  for (int camera = 1; camera <= 32; ++camera) {
+    const bool shown = program.At(IDC_frmTrimbrook_Check1, camera - 1).IsShown();
+    EXPECT_EQ(program.At(IDC_frmTrimbrook_Label5, camera).IsShown(), shown) << camera;
+    if (shown) cameras.push_back(camera);
+  }
+  return cameras;
+}
+
+TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
+  const Trimbrook program;
+  EXPECT_EQ(program.main().Text(), "Trimbrook 4.0");
+  EXPECT_FALSE(program.At(IDC_frmTrimbrook_Command7).IsShown());
+  EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider1).IsEnabled());
+  EXPECT_EQ(ShownCameras(program), CamerasUpTo(16));
+  for (int camera = 1; camera <= 32; ++camera)
+    EXPECT_TRUE(program.At(IDC_frmTrimbrook_Check1, camera - 1).IsTicked());
+  for (const int button :
+       {IDC_frmTrimbrook_Command2, IDC_frmTrimbrook_Command3, IDC_frmTrimbrook_Command8})
+    EXPECT_EQ(program.MessageAfterClick(button), Refusal(kNoSource));
+
+  program.At(IDC_frmTrimbrook_Command4).ClickAndGoOn();
+  EXPECT_EQ(program.AwaitEnd(), 0u);
+}
+
+TEST(Source, ShowsItsRangeAndSize) {
+  const Trimbrook program;
+  const std::string path = Recording("day.60D");
+  program.OpenSource(path);
+  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text2), RangeText(path, 1, 3));
+  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text5), RangeText(path, 1, 3));
+  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text3), "6");
+  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text4), "6");
+  EXPECT_EQ(program.First(), 1);
+  EXPECT_EQ(program.Last(), 3);
+  EXPECT_EQ(program.At(IDC_frmTrimbrook_Slider1).Ask(TBM_GETRANGEMAX), 3);
+  EXPECT_TRUE(program.At(IDC_frmTrimbrook_Slider2).IsEnabled());
+  EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 3));
+}
+
+TEST(Source, DialogOffersBothKindsInTheProgramsFolder) {
+  const Trimbrook program;
+  program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
+  const FileDialog dialog = program.AwaitFileDialog("Select Source File");
+  EXPECT_THAT(dialog.Filters(),
+              ElementsAre("JPEG2000 Image Sequences (*.20D)", "Wavelet Image Sequences (*.60D)"));
+  EXPECT_EQ(dialog.Folder(), "Trimbrook");
+  EXPECT_EQ(dialog.Name(), "");
+  dialog.Cancel();
+}
+
+TEST(Source, RefusesWhatIsNoRecording) {
+  MakeFile(InWork("one block.60D"), kBlock);
+  MakeFile(InWork("a byte more.60D"), 2 * kBlock + 1);
+  MakeFile(InWork("empty.60D"), 0);
+  MakeFile(InWork("no type.20D"), 2 * kBlock);
+  CopyTo(Recording("day.60D"), InWork("wrong kind.20D"));
+  CopyTo(Recording("day.60D"), InWork("damaged.60D"));
+  Patch(InWork("damaged.60D"), 2 * kBlock + 0x1FFC00 + 13, "\x60");
+
+  const Trimbrook program;
+  for (const char* name : {"one block.60D", "a byte more.60D", "empty.60D", "no type.20D",
+                           "wrong kind.20D", "damaged.60D"}) {
+    program.AnswerSourceDialog(InWork(name));
+    EXPECT_EQ(program.AnswerMessage(), Refusal(kInvalidSource)) << name;
+    program.main().Settle();
+    EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text1), "") << name;
+  }
+  MakeFile(InWork("two blocks.60d"), 2 * kBlock);
+  program.OpenSource(InWork("two blocks.60d"));
+  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text3), "4");
+  EXPECT_TRUE(program.EnabledCameras().empty());
+}
+
+TEST(Source, CancellingTheDialogClosesTheOpenOne) {
+  const Trimbrook program;
+  program.OpenSource(Recording("day.60D"));
+  program.ChooseTarget(InWork("cancelled.60D"));
+  program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
+  program.AwaitFileDialog("Select Source File").Cancel();
+  program.main().Settle();
+  for (const int box : {IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text3,
+                        IDC_frmTrimbrook_Text6, IDC_frmTrimbrook_Text7})
+    EXPECT_EQ(program.Text(box), "");
+  EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider1).IsEnabled());
+  EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider2).IsEnabled());
+}
+
+TEST(Source, ShowsAsManyCamerasAsItHas) {
+  const Trimbrook program;
+  const auto frame = [&] { return program.At(IDC_frmTrimbrook_Frame7).Place(); };
+  const RECT narrow = frame();
+  program.OpenSource(Recording("cameras32.60D"));
+  EXPECT_EQ(ShownCameras(program), CamerasUpTo(32));
+  EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 17, 32));
+  EXPECT_GT(frame().right - frame().left, narrow.right - narrow.left);
+
+  program.OpenSource(Recording("pictures.20d"));
+  EXPECT_EQ(ShownCameras(program), CamerasUpTo(16));
+  EXPECT_EQ(frame().left, narrow.left);
+}
+
+TEST(Source, KeysAloneOpenIt) {
+  const Trimbrook program;
+  const std::string path = Recording("day.60D");
+  BringToFront(program.main());
+  PressTogether({VK_CONTROL, 'O'});
+  const FileDialog dialog = program.AwaitFileDialog("Select Source File");
+  dialog.Accept(path);
+  Await("source", [&] { return program.Text(IDC_frmTrimbrook_Text1) == path; });
+}
+
+}  // namespace
+}  // namespace driver

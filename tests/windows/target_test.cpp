@@ -1,0 +1,128 @@
+#include <gmock/gmock.h>
+
+#include "tests/windows/support/await.h"
+#include "tests/windows/support/files.h"
+#include "tests/windows/support/trimbrook.h"
+
+namespace driver {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const char* kNoTarget = "Please select the target file first!";
+constexpr const char* kNoCamera = "Please select at least one camera!";
+constexpr const char* kNoSpace = "There is not enough space on the disk for the selected file!";
+
+class Target : public testing::Test {
+ protected:
+  FileDialog OpenDialog() {
+    program_.At(IDC_frmTrimbrook_Command2).ClickAndGoOn();
+    return program_.AwaitFileDialog("Save New File");
+  }
+
+  Trimbrook program_;
+};
+
+TEST_F(Target, DialogOffersTheSourcesKindOnly) {
+  for (const auto& [source, filter] : {std::pair("day.60D", "Wavelet Image Sequences (*.60D)"),
+                                       {"pictures.20d", "JPEG2000 Image Sequences (*.20D)"}}) {
+    program_.OpenSource(Recording(source));
+    const FileDialog dialog = OpenDialog();
+    EXPECT_THAT(dialog.Filters(), ElementsAre(filter));
+    EXPECT_EQ(dialog.Folder(), "Trimbrook");
+    EXPECT_EQ(dialog.Name(), "");
+    dialog.Cancel();
+  }
+}
+
+TEST_F(Target, NameEndsInTheSourcesKind) {
+  program_.OpenSource(Recording("day.60D"));
+  for (const auto& [typed, chosen] : {std::pair("plain", "plain.60D"),
+                                      {"other.txt", "other.txt.60D"},
+                                      {"wrong.20D", "wrong.20D.60D"},
+                                      {"small.60d", "small.60d"}}) {
+    OpenDialog().Accept(InWork(typed));
+    Await(chosen, [&] { return program_.Text(IDC_frmTrimbrook_Text6) == InWork(chosen); });
+  }
+}
+
+TEST_F(Target, CancellingLeavesNoTargetAndTheLastSpace) {
+  program_.OpenSource(Recording("day.60D"));
+  program_.ChooseTarget(InWork("chosen.60D"));
+  const std::string space = program_.Text(IDC_frmTrimbrook_Text7);
+  EXPECT_GT(std::stol(space), 0);
+  EXPECT_EQ(space.find_first_not_of("0123456789"), std::string::npos);
+  OpenDialog().Cancel();
+  program_.main().Settle();
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text6), "");
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), space);
+}
+
+TEST_F(Target, AnExistingFileIsAskedAboutAndKeptOnNo) {
+  MakeFile(InWork("old.60D"), 7);
+  program_.OpenSource(Recording("day.60D"));
+  OpenDialog().Accept(InWork("old"));
+  program_.AnswerMessage(IDNO);
+  const FileDialog again = program_.AwaitFileDialog("Save New File");
+  EXPECT_EQ(again.Name(), "old.60D");
+  again.Cancel();
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text6), "");
+  EXPECT_EQ(Read(InWork("old.60D")).size(), 7u);
+}
+
+TEST_F(Target, SaveIsRefusedUntilAllIsChosen) {
+  program_.OpenSource(Recording("day.60D"));
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoTarget));
+  program_.ChooseTarget(InWork("never.60D"));
+  program_.At(IDC_frmTrimbrook_cmdClear).Click();
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoCamera));
+  EXPECT_FALSE(FileExists(InWork("never.60D")));
+  program_.At(IDC_frmTrimbrook_cmdSet).Click();
+  EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Check1, 31).IsTicked());
+}
+
+TEST_F(Target, TheSpaceCheckFollowsTheRange) {
+  if (!FileExists("F:\\")) GTEST_SKIP() << "no small disk: mounting one takes root";
+  program_.OpenSource(Recording("day.60D"));
+  program_.ChooseTarget("F:\\too large.60D");
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), "4");
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoSpace));
+  program_.ChooseBlocks(2, 3);
+  program_.Save();
+  program_.LeaveSave();
+  EXPECT_TRUE(HoldsBlocks("F:\\too large.60D", Recording("day.60D"), 2, 3));
+}
+
+TEST_F(Target, AvailabilityIsThatOfTheRange) {
+  CopyTo(Recording("day.60D"), InWork("sparse cameras.60D"));
+  for (int block = 0; block < 3; ++block)  // One more camera in each block: 1; 1, 2; 1, 2, 3.
+    Patch(InWork("sparse cameras.60D"), block * kBlock + 0x1FFC00 + 18,
+          {'\0', static_cast<char>((2 << block) - 1)});
+  program_.OpenSource(InWork("sparse cameras.60D"));
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
+  program_.ChooseBlocks(1, 2);
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
+  program_.At(IDC_frmTrimbrook_Command8).Click();
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2));
+  EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Check1, 2).IsTicked());
+}
+
+TEST_F(Target, SaveLooksForCamerasWhereNobodyHasLooked) {
+  const std::string source = InWork("late camera.60D");
+  CopyTo(Recording("day.60D"), source);
+  for (int block = 0; block < 2; ++block)  // Camera 3 is in the last block only.
+    Patch(source, block * kBlock + 0x1FFC00 + 19, "\x03");
+  program_.OpenSource(source);
+  program_.ChooseTarget(InWork("late camera saved.60D"));
+  program_.ChooseBlocks(1, 2);
+  program_.At(IDC_frmTrimbrook_Command8).Click();
+  program_.ChooseCameras({});
+  program_.ChooseBlocks(1, 3);
+  program_.Save();  // Camera 3 has kept its tick and is there again.
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
+  program_.LeaveSave();
+  CheckLater({"--compare", source, "--cameras", "3", InWork("late camera saved.60D")});
+}
+
+}  // namespace
+}  // namespace driver

@@ -1,0 +1,272 @@
+#include <gmock/gmock.h>
+
+#include "tests/windows/support/await.h"
+#include "tests/windows/support/files.h"
+#include "tests/windows/support/wizard.h"
+
+namespace driver {
+namespace {
+
+using testing::IsEmpty;
+
+const Message kNotReady = Refusal("Disk not ready! Do you want to try again?");
+const Message kGivenUp = Refusal("The wizard will not continue.");
+
+TEST_F(Wizard, WritesBlocksThroughDirectCd) {
+  Register(kDirectCd);
+  Open(Recording("day.60D"));
+  program_.ChooseBlocks(2, 3);
+  GoToNamePage("  part  ");
+  EXPECT_EQ(At(IDC_frmSaveToCD_Combo1).Text(), "E:");
+  Press(kCopy);
+  AwaitPage(kEjectPage);
+  EXPECT_TRUE(HoldsBlocks("E:\\part.60D", Recording("day.60D"), 2, 3));
+  AwaitFocus(PageButton(kEject));
+  Press(kEject);
+  AwaitPage(kDonePage);
+  // Cancel is disabled now, and with it Esc.
+  EXPECT_FALSE(At(IDC_frmSaveToCD_cmdCancel).IsEnabled());
+  PageButton(kFinish).PressAndGoOn(VK_ESCAPE);
+  AwaitPage(kDonePage);
+  PageButton(kFinish).PressAndGoOn(VK_RETURN);
+  ExpectWizardGone();
+  EXPECT_EQ(Read(InWork("DirectCD.log")), "started\r\n");
+}
+
+/// Puts the player's distribution into a folder and names it to the wizard.
+void InstallPlayer() {
+  const std::string folder = "C:\\player\\";
+  for (const char* made : {"", "TessaviewCD", "TessaviewCD\\Tessaview"})
+    CreateDirectoryA((folder + made).c_str(), nullptr);
+  for (const char* file :
+       {"Autorun.inf", "Tessaview Notes.txt", "WIN95.BAT.bat", "Tessaview\\comdlg32.ocx",
+        "Tessaview\\pxcodec.dll", "Tessaview\\msvbvm60.dll", "Tessaview\\Oleaut32.dll",
+        "Tessaview\\Tessaview.exe", "Tessaview\\kdu_v42R.dll", "Tessaview\\tvjpeg.dll"}) {
+    const std::string path = folder + "TessaviewCD\\" + file;
+    MakeFile(path, 0);
+    Append(path, file);
+  }
+  RegSetKeyValueA(HKEY_CURRENT_USER, "strOrrisdeckSpecial", "OrrisdeckPath", REG_SZ, folder.c_str(),
+                  static_cast<DWORD>(folder.size() + 1));
+}
+
+TEST_F(Wizard, WritesCamerasAndPlayerThroughDragToDisc) {
+  Register(kDirectCd);
+  Register(kDragToDisc);
+  InstallPlayer();
+  MakeFile("E:\\Tessaview Notes.txt", 1);
+  MakeFile("E:\\left over.txt", 1);
+  const Program dragToDisc(InWork("DrgToDsc.exe"));
+  AwaitBurner(kDragToDisc);
+  Open(Recording("day.60D"), {2});
+  program_.ChooseTarget(InWork("from main window.60D"));
+  OpenWizard();
+  Press(kStart);
+  AwaitPage(kDrivePage);
+  // The box that has just closed may take the front back for a moment, and with it some keys.
+  int attempts = 0;
+  do {
+    ASSERT_LT(attempts++, 10) << Read(InWork("DrgToDsc.log"));
+    FormatDisc();
+  } while (!HasGotKeys(kDragToDisc, {"Alt+K", "Alt+F", "Alt+O"}));
+  EXPECT_EQ(At(IDC_frmSaveToCD_Text1).Text(), "from main window.60D");
+  At(IDC_frmSaveToCD_Check1).Tick(true);
+  Press(kCopy);
+  AwaitPage(kEjectPage);
+  EXPECT_EQ(Read("E:\\Tessaview\\tvjpeg.dll"), "Tessaview\\tvjpeg.dll");
+  EXPECT_EQ(Read("E:\\Tessaview Notes.txt"), "Tessaview Notes.txt");
+  EXPECT_EQ(FilesLike("E:\\Tessaview\\*.*").size(), 8u + 2u);
+  EXPECT_FALSE(FileExists("E:\\left over.txt"));
+  CopyTo("E:\\Tessaview\\from main window.60D", InWork("from disc.60D"));
+  CheckLater({"--compare", Recording("day.60D"), "--cameras", "2", "--blocks", "1-3",
+              InWork("from disc.60D")});
+  Press(kEject);
+  MakeFile(InWork("eject"), 0);
+  AwaitPage(kDonePage);
+  Await("eject dialog in front",
+        [] { return GetForegroundWindow() == FindWindowA(nullptr, kEjectDialog); });
+  Press(kFinish);
+  ExpectWizardGone();
+}
+
+// Nothing waits for the program that was just started: its window is not there yet.
+TEST_F(Wizard, StaysOnTheNamePageWhenDragToDiscIsSlow) {
+  Register(kDirectCd);
+  Register(kDragToDisc);
+  Open(Recording("day.60D"));
+  OpenWizard();
+  Press(kStart);
+  AwaitPage(kDrivePage);
+  Press(kChooseDrive);
+  program_.AnswerMessage(IDYES);
+  EXPECT_EQ(program_.AnswerMessage(), (Message{"Trimbrook", "Invalid procedure call or argument"}));
+  AwaitPage(kNamePage);
+  EXPECT_TRUE(At(IDC_frmSaveToCD_Text1).IsShown());
+  AwaitBurner(kDragToDisc);
+}
+
+TEST_F(Wizard, NeedsDirectCdAndKeepsTheMainWindowUsable) {
+  Register(kDragToDisc);
+  Open(Recording("day.60D"));
+  OpenWizard();
+  Press(kStart);
+  EXPECT_EQ(program_.AnswerMessage(),
+            Refusal("The program [DirectCD.exe] is not found! The wizard will not continue."));
+  ExpectWizardGone();
+}
+
+TEST_F(Wizard, AsksForASourceAndForCameras) {
+  AskForWizard();
+  EXPECT_EQ(program_.AnswerMessage(), Refusal(kNoSource));
+  Open(Recording("day.60D"));
+  program_.At(IDC_frmTrimbrook_cmdClear).Click();
+  AskForWizard();
+  EXPECT_EQ(program_.AnswerMessage(), Refusal("Please select at least one camera!"));
+}
+
+TEST_F(Wizard, GoesBackAndForthAndAsksForAName) {
+  Register(kDirectCd);
+  Open(Recording("day.60D"));
+  GoToNamePage("typed");
+  Press(kToDrive);
+  AwaitPage(kDrivePage);
+  Press(kToWelcome);
+  AwaitPage(kWelcomePage);
+  EXPECT_FALSE(At(IDC_frmSaveToCD_Combo1).IsShown());
+  Press(kStart);
+  AwaitPage(kDrivePage);
+  Press(kChooseDrive);
+  AwaitPage(kNamePage);
+  EXPECT_EQ(At(IDC_frmSaveToCD_Text1).Text(), "typed");
+  At(IDC_frmSaveToCD_Text1).SetText("   ");
+  Press(kCopy);
+  EXPECT_EQ(program_.AnswerMessage(), Refusal("You must input a file name!"));
+  AwaitFocus(At(IDC_frmSaveToCD_Text1));
+  At(IDC_frmSaveToCD_Text1).PressAndGoOn(VK_ESCAPE);
+  ExpectWizardGone();
+}
+
+TEST_F(Wizard, GoesOnWithoutThePlayerOrNot) {
+  Register(kDirectCd);
+  Open(Recording("day.60D"));
+  for (const int answer : {IDNO, IDYES}) {
+    GoToNamePage("alone");
+    At(IDC_frmSaveToCD_Check1).Tick(true);
+    Press(kCopy);
+    EXPECT_EQ(program_.AnswerMessage(answer).text,
+              "The file (TessaviewCD\\Autorun.inf) can not be found! \r\nYou can only save the "
+              "selected file but not the Tessaview files. Do you want to continue?");
+    if (answer == IDNO) {
+      ExpectWizardGone();
+      EXPECT_THAT(FilesLike("E:\\*.60D"), IsEmpty());
+    }
+  }
+  AwaitPage(kEjectPage);
+  EXPECT_TRUE(HoldsBlocks("E:\\alone.60D", Recording("day.60D"), 1, 3));
+}
+
+// The name is none that a file can have: the copy fails.
+TEST_F(Wizard, TriesAFailedCopyAgainOrGivesUp) {
+  Register(kDirectCd);
+  Open(Recording("day.60D"));
+  GoToNamePage("no?name");
+  Press(kCopy);
+  EXPECT_EQ(program_.AnswerMessage(IDYES), kNotReady);
+  AwaitPage(kDrivePage);
+  EXPECT_FALSE(At(IDC_frmSaveToCD_Text1).IsShown());
+  EXPECT_FALSE(At(IDC_frmSaveToCD_ProgressBar1).IsShown());
+  Press(kChooseDrive);
+  AwaitPage(kNamePage);
+  Press(kCopy);
+  EXPECT_EQ(program_.AnswerMessage(IDNO), kNotReady);
+  EXPECT_EQ(program_.AnswerMessage(), kGivenUp);
+  ExpectWizardGone();
+  EXPECT_THAT(FilesLike("E:\\no*"), IsEmpty());
+}
+
+TEST_F(Wizard, IsNotClosedWhileItCopies) {
+  Register(kDirectCd);
+  Open(Recording("long.60D"));
+  GoToNamePage("long");
+  Press(kCopy);
+  Await("some percent", [&] { return At(IDC_frmSaveToCD_Label3).Text() == "5%"; });
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    window_->Close();
+    PostMessageW(window_->handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    PostMessageW(window_->handle(), WM_COMMAND, IDCANCEL, 0);
+    window_->Settle();
+  }
+  AwaitPage(kEjectPage);
+  EXPECT_TRUE(HoldsBlocks("E:\\long.60D", Recording("long.60D"), 1, 300));
+  window_->Close();
+  ExpectWizardGone();
+}
+
+TEST_F(Wizard, LeavesNoHalfFileWhenTheSessionEnds) {
+  Register(kDirectCd);
+  Open(Recording("long.60D"));
+  GoToNamePage("long");
+  Press(kCopy);
+  Await("some percent", [&] { return At(IDC_frmSaveToCD_Label3).Text() == "5%"; });
+  EXPECT_TRUE(window_->Ask(WM_QUERYENDSESSION));
+  EXPECT_EQ(program_.AnswerMessage(IDNO), kNotReady);
+  EXPECT_THAT(FilesLike("E:\\long*"), IsEmpty());
+  EXPECT_EQ(program_.AnswerMessage(), kGivenUp);
+  ExpectWizardGone();
+}
+
+/// With a disc of 8 MB.
+class WizardRoom : public Wizard {
+ protected:
+  void SetUp() override {
+    if (!FileExists("E:\\")) GTEST_SKIP() << "no small disc: mounting one takes root";
+    Register(kDirectCd);
+    Open(Recording("day.60D"));
+  }
+};
+
+TEST_F(WizardRoom, RefusesWhatDoesNotFit) {
+  MakeFile("E:\\filler", 0);
+  Append("E:\\filler", std::string(2 * kBlock, 'f'));
+  GoToNamePage("part");
+  Press(kCopy);
+  EXPECT_EQ(program_.AnswerMessage(),
+            Refusal("The total size of the file you selected is too big to fit on the CD!"));
+  ExpectWizardGone();
+}
+
+TEST_F(WizardRoom, TakesAFullDiscForOneThatIsNotReady) {
+  MakeFile("E:\\filler", 0);
+  Append("E:\\filler", std::string(4 * kBlock, 'f'));
+  GoToNamePage("part");
+  Press(kCopy);
+  EXPECT_EQ(program_.AnswerMessage(IDYES), kNotReady);
+  AwaitPage(kDrivePage);
+  DeleteFileA("E:\\filler");
+  Press(kChooseDrive);
+  AwaitPage(kNamePage);
+  Press(kCopy);
+  AwaitPage(kEjectPage);
+}
+
+/// With other numbers of CD drives.
+class WizardDrives : public Wizard {};
+
+TEST_F(WizardDrives, None) {
+  Open(Recording("day.60D"));
+  AskForWizard();
+  EXPECT_EQ(program_.AnswerMessage(),
+            (Message{"Trimbrook",
+                     "No CDRom was detected on your computer, the wizard will not continue!"}));
+  ExpectWizardGone();
+}
+
+TEST_F(WizardDrives, Four) {
+  Open(Recording("day.60D"));
+  AskForWizard();
+  EXPECT_EQ(program_.AnswerMessage(), (Message{"Trimbrook", "Subscript out of range"}));
+  ExpectWizardGone();
+}
+
+}  // namespace
+}  // namespace driver

@@ -1,0 +1,134 @@
+#include "tools/block_builder.h"
+
+#include <algorithm>
+
+namespace tools {
+namespace {
+
+void Copy(const std::string& text, int most, std::uint8_t* to) {
+  std::copy_n(text.begin(), std::min<std::size_t>(text.size(), static_cast<std::size_t>(most)), to);
+}
+
+}  // namespace
+
+BlockBuilder::BlockBuilder(const BlockStyle& style)
+    : style_(style), block_(static_cast<std::size_t>(kBlockBytes)), dirty_(style.layout->trailer) {}
+
+void BlockBuilder::Begin(std::uint32_t sequence) {
+  std::fill_n(block_.begin(), dirty_, std::uint8_t{0});
+  std::fill(block_.begin() + style_.layout->trailer - kSectorBytes, block_.end(), std::uint8_t{0});
+  sequence_ = sequence;
+  dirty_ = used_ = imageCount_ = 0;
+}
+
+/// Sectors for the image's bytes and its tail. A recorder ends an image at most 455 bytes into the
+/// tail's sector; a tight one uses the last byte before the tail too.
+int BlockBuilder::DataSectors(std::size_t imageBytes) const {
+  const int size = static_cast<int>(imageBytes);
+  if (!HasTails()) return std::max(1, (size + kSectorBytes - 1) / kSectorBytes);
+  const int spare = style_.tight ? kSectorBytes - 1 : kSectorBytes;
+  return (size + kTailBytes + spare) / kSectorBytes;
+}
+
+int BlockBuilder::FreeSectors() const {
+  return (style_.layout->trailer - used_) / kSectorBytes;
+}
+
+bool BlockBuilder::Fits(const Image& image) const {
+  const int sectors = DataSectors(image.bytes.size()) + (image.text.empty() ? 0 : 1) +
+                      static_cast<int>(image.sound.size()) / kSectorBytes;
+  return imageCount_ < style_.layout->mostImages && sectors <= FreeSectors();
+}
+
+void BlockBuilder::Set(int place, std::uint32_t bits) {
+  Put(Trailer() + place, 2, Get(Trailer() + place, 2) | bits);
+}
+
+void BlockBuilder::List(const Image& image) {
+  PutEntry(image);
+  PutMasks(image);
+  earliest_ = imageCount_ == 0 ? image.seconds : std::min(earliest_, image.seconds);
+  latest_ = imageCount_ == 0 ? image.seconds : std::max(latest_, image.seconds);
+  ++imageCount_;
+}
+
+void BlockBuilder::Add(const Image& image) {
+  List(image);
+  std::copy(image.bytes.begin(), image.bytes.end(), block_.begin() + used_);
+  used_ += DataSectors(image.bytes.size()) * kSectorBytes;
+  if (HasTails()) PutTail(image, used_);
+  if (!image.text.empty()) PutText(image.text);
+  std::copy(image.sound.begin(), image.sound.end(), block_.begin() + used_);
+  used_ += static_cast<int>(image.sound.size());
+  dirty_ = used_;
+}
+
+void BlockBuilder::AddHole(const Image& image) {
+  List(image);
+  used_ = style_.layout->trailer;
+  if (HasTails()) PutTail(image, used_);
+}
+
+void BlockBuilder::PutEntry(const Image& image) {
+  const Layout& layout = *style_.layout;
+  std::uint8_t* entry = EntryAt(Trailer() + layout.list, imageCount_, layout.entryBytes);
+  const int sector = used_ / kSectorBytes + layout.firstSector;
+  Put(entry + layout.entrySector, 2, static_cast<std::uint32_t>(sector));
+  entry[layout.entryFlags] |= static_cast<std::uint8_t>(image.flags << 4);
+  entry[layout.entryCamera] = static_cast<std::uint8_t>(image.camera);
+  if (layout.entryParts != kNone)
+    entry[layout.entryParts] = static_cast<std::uint8_t>(image.sound.size() / kSectorBytes << 3 |
+                                                         (image.text.empty() ? 0 : 1));
+  if (layout.entryTime != kNone) {
+    const std::int64_t start = imageCount_ == 0 ? image.seconds : earliest_;
+    Put(entry + layout.entryTime, 2, static_cast<std::uint32_t>(image.seconds - start));
+  }
+}
+
+void BlockBuilder::PutMasks(const Image& image) {
+  const Layout& layout = *style_.layout;
+  const std::uint32_t bit = 1u << (image.camera % 16);
+  Set(image.camera < 16 ? layout.cameraMask : layout.highCameraMask, bit);
+  if (!layout.fullMasks) return;
+  if (image.flags != 0) Set(kFlagMasks[static_cast<std::size_t>(image.flags) - 1], bit);
+  if (!image.text.empty()) Set(kTextMask, bit);
+}
+
+void BlockBuilder::PutTail(const Image& image, int end) {
+  std::uint8_t* tail = block_.data() + end - kTailBytes;
+  std::copy(kTailMark.begin(), kTailMark.end(), tail);
+  Put(tail + kTailTime, 4, static_cast<std::uint32_t>(image.seconds));
+  Copy(image.title, kTailTitleBytes, tail + kTailTitle);
+}
+
+void BlockBuilder::PutText(const std::string& text) {
+  std::uint8_t* sector = block_.data() + used_;
+  std::copy(kTextMark.begin(), kTextMark.end(), sector);
+  Put(sector + kTextLength, 4, static_cast<std::uint32_t>(text.size()));
+  Copy(text, kTextBytes, sector + kTextStart);
+  used_ += kSectorBytes;
+}
+
+const Bytes& BlockBuilder::Finish() {
+  const Layout& layout = *style_.layout;
+  std::uint8_t* trailer = Trailer();
+  Put(trailer + kEarliest, 4, static_cast<std::uint32_t>(earliest_));
+  Put(trailer + kStart, 4, static_cast<std::uint32_t>(earliest_));
+  Put(trailer + kEnd, 4, static_cast<std::uint32_t>(latest_));
+  // The list of types 0x00 and 0x10 begins beyond what this byte can tell.
+  trailer[kListPlace] = static_cast<std::uint8_t>(layout.list <= 255 ? layout.list : 0);
+  trailer[kType] = layout.type;
+  Put(trailer + kSequence, 4, sequence_);
+  Put(trailer + layout.imageCount, 2, static_cast<std::uint32_t>(imageCount_));
+  if (!style_.pal) trailer[layout.videoByte] |= layout.videoBit;
+  if (layout.titleTable != kNone)
+    for (int i = 0; i < kTitlesInTable; ++i)
+      Copy(style_.titles[static_cast<std::size_t>(i)], kTitleBytes,
+           EntryAt(trailer + layout.titleTable, i, kTitleBytes));
+  const int end = used_ / kSectorBytes + layout.firstSector;
+  Put(EntryAt(trailer + layout.list, imageCount_, layout.entryBytes) + layout.entrySector, 2,
+      static_cast<std::uint32_t>(end));
+  return block_;
+}
+
+}  // namespace tools

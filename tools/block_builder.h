@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "tools/bytes.h"
+#include "tools/layout.h"
+
+namespace tools {
+
+/// One image as a recorder hands it to its disk.
+struct Image {
+  int camera = 0;            ///< From 0 on.
+  std::int64_t seconds = 0;  ///< Capture time stamp.
+  int flags = 0;             ///< 0 to 3.
+  std::string title;         ///< At most 48 bytes.
+  std::string text;          ///< At most 500 bytes.
+  Bytes sound;               ///< Whole sectors, at most 31.
+  Bytes bytes;
+};
+
+/// How the blocks of a recording are written.
+struct BlockStyle {
+  const Layout* layout = nullptr;
+  bool pal = false;
+  bool tails = true;   ///< Write tails also in the block types where they are a choice.
+  bool tight = false;  ///< Let an image run right up to its tail.
+  std::array<std::string, kTitlesInTable> titles;  ///< For a title table.
+};
+
+/// Lays out blocks of 2 MiB, one after the other in the same memory: large sparse recordings have
+/// hundreds of thousands of them.
+class BlockBuilder {
+ public:
+  explicit BlockBuilder(const BlockStyle& style);
+
+  /// Begins an empty block.
+  void Begin(std::uint32_t sequence);
+
+  /// Whether the data area and the entry list have room for one more image.
+  bool Fits(const Image& image) const;
+  /// Adds an image that fits.
+  void Add(const Image& image);
+  /// Adds an image of zeros that ends where the trailer begins; `image.bytes` is not used. Of the
+  /// data area only the last sector is touched.
+  void AddHole(const Image& image);
+  /// Sectors of the data area that are still free.
+  int FreeSectors() const;
+  int ImageCount() const { return imageCount_; }
+  /// The whole block, its trailer filled in; it stands until the next begins.
+  const Bytes& Finish();
+
+ private:
+  bool HasTails() const { return style_.layout->alwaysTails || style_.tails; }
+  int DataSectors(std::size_t imageBytes) const;
+  void List(const Image& image);
+  void PutEntry(const Image& image);
+  void PutMasks(const Image& image);
+  void PutTail(const Image& image, int end);
+  void PutText(const std::string& text);
+  std::uint8_t* Trailer() { return block_.data() + style_.layout->trailer; }
+  void Set(int place, std::uint32_t bits);
+
+  const BlockStyle& style_;
+  std::uint32_t sequence_ = 0;
+  Bytes block_;
+  int dirty_ = 0;  ///< Bytes of the data area that may not be zero, from its start on.
+  int used_ = 0;   ///< Bytes of the data area in use, whole sectors.
+  int imageCount_ = 0;
+  std::int64_t earliest_ = 0;
+  std::int64_t latest_ = 0;
+};
+
+}  // namespace tools

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "tools/recording_reader.h"
+
+namespace tools {
+
+/// A text in quotes; bytes that are not printable ASCII, quotes and backslashes as \xHH.
+std::string Quoted(const std::string& text);
+
+/// One line about a block.
+std::string DescribeBlock(const StoredBlock& block);
+
+/// One line about an image. Its hash leaves out zeros at the end, which may be padding.
+std::string DescribeImage(const StoredBlock& block, const StoredImage& image);
+
+/// What is wrong with what an image shows of itself: another camera or time than its entry's, a
+/// wrong checksum, or nothing to be read. Empty when all is well.
+std::string CheckImage(const StoredBlock& block, const StoredImage& image);
+
+}  // namespace tools

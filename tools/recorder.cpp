@@ -1,0 +1,144 @@
+#include "tools/recorder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <stdexcept>
+
+namespace tools {
+namespace {
+
+/// A page of the disk: what a block in a sparse file costs.
+constexpr std::int64_t kPage = 4096;
+/// Letters of texts: mostly capitals and digits, now and then one beyond ASCII.
+constexpr char kLetters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZ 0123456789 .,:*$\xA3\xE4\xFC";
+constexpr int kLetterCount = static_cast<int>(sizeof kLetters) - 1;
+
+bool IsTurn(int every, std::uint32_t number) {
+  return every > 0 && number % static_cast<std::uint32_t>(every) == 0;
+}
+
+std::string MakeText(Random& random, int length) {
+  std::string text;
+  for (int i = 0; i < length; ++i) text += kLetters[random.Between(0, kLetterCount - 1)];
+  return text;
+}
+
+Bytes MakeSound(Random& random, int sectors) {
+  Bytes sound(static_cast<std::size_t>(sectors * kSectorBytes));
+  for (std::uint8_t& byte : sound) byte = static_cast<std::uint8_t>(random.Next());
+  return sound;
+}
+
+}  // namespace
+
+Recorder::Recorder(const Wishes& wishes)
+    : wishes_(wishes),
+      random_(wishes.seed),
+      album_(wishes.width, wishes.height),
+      builder_(wishes.style) {}
+
+std::int64_t Recorder::Now() const {
+  return wishes_.start + static_cast<std::int64_t>(std::floor(imageCount_ * wishes_.step));
+}
+
+bool Recorder::IsDense(int block) const {
+  return !wishes_.sparse || std::any_of(wishes_.dense.begin(), wishes_.dense.end(), [&](Range r) {
+    return r.first <= block && block <= r.last;
+  });
+}
+
+Image Recorder::NextImage() {
+  Image image;
+  image.camera = wishes_.cameras[imageCount_ % wishes_.cameras.size()] - 1;
+  image.seconds = Now();
+  const auto camera = static_cast<std::size_t>(image.camera);
+  image.title = camera < wishes_.titles.size() ? wishes_.titles[camera]
+                                               : "CAM " + std::to_string(image.camera + 1);
+  if (IsTurn(wishes_.flagsEvery, imageCount_))
+    image.flags = 1 + static_cast<int>(imageCount_) / wishes_.flagsEvery % 3;
+  // Each part has numbers of its own, so that one option changes one part.
+  Random seeds(wishes_.seed + imageCount_);
+  Random sizes(seeds.Next()), texts(seeds.Next()), sounds(seeds.Next());
+  if (IsTurn(wishes_.textEvery, imageCount_))
+    image.text =
+        MakeText(texts, wishes_.textLength > 0 ? wishes_.textLength : texts.Between(1, kTextBytes));
+  if (IsTurn(wishes_.soundEvery, imageCount_))
+    image.sound =
+        MakeSound(sounds, wishes_.soundSectors > 0 ? wishes_.soundSectors : sounds.Between(1, 31));
+  MakeBytes(image, sizes.Between(wishes_.size.first, wishes_.size.last));
+  return image;
+}
+
+void Recorder::MakeBytes(Image& image, int size) {
+  if (wishes_.pictures) {
+    image.bytes = album_.Get(image.camera + 1, image.seconds);
+    return;
+  }
+  if (wishes_.style.tight)
+    size = std::max(1, (size + kTailBytes) / kSectorBytes) * kSectorBytes - kTailBytes;
+  image.bytes = MakePayload(image.camera + 1, image.seconds, imageCount_, size, wishes_.seed);
+}
+
+/// Adds one image that ends where the trailer begins.
+void Recorder::FillUp() {
+  const int size = builder_.FreeSectors() * kSectorBytes - kTailBytes - 1;
+  if (size <= 0) return;
+  Image image;
+  image.camera = wishes_.cameras[imageCount_ % wishes_.cameras.size()] - 1;
+  image.seconds = Now();
+  image.title = "FILL";
+  image.bytes = MakePayload(image.camera + 1, image.seconds, imageCount_, size, wishes_.seed);
+  builder_.Add(image);
+  ++imageCount_;
+}
+
+void Recorder::AddImages() {
+  const int most = wishes_.mostImages - (wishes_.fill ? 1 : 0);
+  while (builder_.ImageCount() < most) {
+    const Image image = NextImage();
+    if (!builder_.Fits(image)) break;
+    builder_.Add(image);
+    ++imageCount_;
+  }
+  if (wishes_.fill) FillUp();
+}
+
+/// One image over the whole data area, all zeros but for its tail, so that on disk the block
+/// takes the one page that holds tail and trailer.
+void Recorder::AddHole(int block) {
+  Image image;
+  image.camera = wishes_.cameras[static_cast<std::size_t>(block) % wishes_.cameras.size()] - 1;
+  image.seconds = Now();
+  image.title = "HOLE";
+  builder_.AddHole(image);
+  ++imageCount_;
+}
+
+const Bytes& Recorder::MakeBlock(int block) {
+  builder_.Begin(static_cast<std::uint32_t>(block));
+  IsDense(block) ? AddImages() : AddHole(block);
+  if (wishes_.damages.empty()) return builder_.Finish();
+  damaged_ = builder_.Finish();
+  for (const Damage& damage : wishes_.damages) {
+    Victim victim = {*wishes_.style.layout, damaged_, random_};
+    if (damage.block == 0 || damage.block == block) damage.kind->apply(victim);
+  }
+  return damaged_;
+}
+
+void Recorder::Record(const std::string& path) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  for (int block = 1; block <= wishes_.blocks; ++block) {
+    const Bytes& bytes = MakeBlock(block);
+    const std::int64_t skipped = IsDense(block) ? 0 : kBlockBytes - kPage;
+    const std::int64_t end = kBlockBytes - (block == wishes_.blocks ? wishes_.cut : 0);
+    if (end <= skipped) break;
+    file.seekp((block - 1) * kBlockBytes + skipped);
+    file.write(reinterpret_cast<const char*>(bytes.data()) + skipped, end - skipped);
+  }
+  file.close();
+  if (!file) throw std::runtime_error(path + " could not be written");
+}
+
+}  // namespace tools

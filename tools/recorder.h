@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tools/block_builder.h"
+#include "tools/command_line.h"
+#include "tools/damage.h"
+#include "tools/payload.h"
+
+namespace tools {
+
+/// What a recording is to hold.
+struct Wishes {
+  BlockStyle style;
+  int blocks = 3;
+  std::vector<int> cameras;         ///< From 1 on, in the order in which they record.
+  std::vector<std::string> titles;  ///< Of camera i + 1 at i; "CAM n" beyond the end.
+  std::int64_t start = 0;           ///< Time stamp of the first image.
+  double step = 1;                  ///< Seconds from image to image.
+  int mostImages = 0;               ///< Images a block at the most.
+  Range size = {};                  ///< Bytes of an opaque image.
+  bool pictures = false;            ///< JPEG 2000 pictures instead of opaque images.
+  int width = 0;
+  int height = 0;
+  bool fill = false;     ///< Let the last image of a block reach to the trailer.
+  int textEvery = 0;     ///< Each so-manieth image has a text; 0: none.
+  int textLength = 0;    ///< 0: of different lengths.
+  int soundEvery = 0;    ///< Each so-manieth image has sound; 0: none.
+  int soundSectors = 0;  ///< 0: of different lengths.
+  int flagsEvery = 0;    ///< Each so-manieth image has flags, 1 to 3 in turn; 0: none.
+  bool sparse = false;   ///< Blocks outside `dense` hold one image that is a hole.
+  std::vector<Range> dense;
+  std::vector<Damage> damages;
+  std::uint64_t seed = 1;
+  std::int64_t cut = 0;  ///< Bytes that the file's end lacks.
+};
+
+/// Writes a recording as a recorder would: whole blocks one after the other.
+class Recorder {
+ public:
+  explicit Recorder(const Wishes& wishes);
+
+  /// Writes the file. Throws `std::runtime_error` when that fails.
+  void Record(const std::string& path);
+  /// Images written.
+  std::uint32_t ImageCount() const { return imageCount_; }
+
+ private:
+  bool IsDense(int block) const;
+  Image NextImage();
+  void MakeBytes(Image& image, int size);
+  void AddImages();
+  void FillUp();
+  void AddHole(int block);
+  const Bytes& MakeBlock(int block);
+  std::int64_t Now() const;
+
+  const Wishes& wishes_;
+  Random random_;  ///< For damage.
+  PictureAlbum album_;
+  BlockBuilder builder_;
+  Bytes damaged_;
+  std::uint32_t imageCount_ = 0;
+};
+
+}  // namespace tools

@@ -1,0 +1,170 @@
+#include "tools/recording_reader.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace tools {
+namespace {
+
+constexpr int kSectorNumbers = 4096;
+
+/// Signed, as time stamps and text lengths are.
+std::int32_t GetSigned(const std::uint8_t* at) {
+  return static_cast<std::int32_t>(Get(at, 4));
+}
+
+/// At most `most` bytes, up to the first zero.
+std::string GetText(const std::uint8_t* at, int most) {
+  return {at, std::find(at, at + most, std::uint8_t{0})};
+}
+
+/// Takes a block's trailer apart.
+class BlockParser {
+ public:
+  explicit BlockParser(StoredBlock& block) : block_(block), layout_(*block.layout) {}
+
+  void Parse() {
+    const std::uint8_t* trailer = block_.Trailer();
+    block_.start = GetSigned(trailer + kStart);
+    block_.end = GetSigned(trailer + kEnd);
+    block_.ntsc = (trailer[layout_.videoByte] & layout_.videoBit) != 0;
+    block_.listedCount = static_cast<int>(Get(trailer + layout_.imageCount, 2));
+    if (layout_.titleTable != kNone)
+      for (int i = 0; i < kTitlesInTable; ++i)
+        block_.titles.push_back(
+            GetText(EntryAt(trailer + layout_.titleTable, i, kTitleBytes), kTitleBytes));
+    count_ = std::min(block_.listedCount, layout_.mostImages);
+    for (int i = 0; i < count_; ++i) block_.images.push_back(ParseImage(i));
+  }
+
+ private:
+  const std::uint8_t* Entry(int i) const {
+    return EntryAt(block_.Trailer() + layout_.list, i, layout_.entryBytes);
+  }
+
+  /// Where in the data area image `i` begins, or where the last one ends.
+  int PlaceOf(int i) const {
+    int sector = static_cast<int>(Get(Entry(i) + layout_.entrySector, 2));
+    if (layout_.entryParts != kNone) sector %= kSectorNumbers;
+    // A full block's end has one bit too many for the field.
+    if (sector == 0 && i == count_ && i > 0) sector = kSectorNumbers;
+    return (sector - layout_.firstSector) * kSectorBytes;
+  }
+
+  StoredImage ParseImage(int i) const {
+    const std::uint8_t* entry = Entry(i);
+    const int parts = layout_.entryParts == kNone ? 0 : entry[layout_.entryParts];
+    StoredImage image;
+    image.index = i + 1;
+    image.camera = entry[layout_.entryCamera] & (layout_.cameras == 32 ? 0xFF : 0x0F);
+    image.flags = entry[layout_.entryFlags] >> 4 & 3;
+    image.textSectors = parts & 3;
+    image.begin = PlaceOf(i);
+    image.end = PlaceOf(i + 1);
+    image.soundBegin = image.end - (parts >> 3) * kSectorBytes;
+    image.bytesEnd = image.soundBegin - image.textSectors * kSectorBytes;
+    image.seconds = ListedTime(i);
+    image.trouble = TroubleOf(image);
+    if (image.trouble.empty()) ParseParts(image);
+    return image;
+  }
+
+  std::int64_t ListedTime(int i) const {
+    if (layout_.entryTime != kNone) return block_.start + Get(Entry(i) + layout_.entryTime, 2);
+    return block_.start + (block_.end - block_.start) * i / std::max(count_ - 1, 1);
+  }
+
+  std::string TroubleOf(const StoredImage& image) const {
+    if (image.begin < 0) return "begins before its block";
+    if (image.begin >= image.bytesEnd) return "has an empty extent";
+    return image.end > block_.trailer ? "reaches beyond its block's data" : "";
+  }
+
+  void ParseParts(StoredImage& image) const {
+    if (image.textSectors > 0) image.text = ParseText(block_.At(image.bytesEnd));
+    const std::uint8_t* tail = block_.At(image.bytesEnd - kTailBytes);
+    image.hasTail = layout_.alwaysTails || std::equal(kTailMark.begin(), kTailMark.end(), tail);
+    if (!image.hasTail) return;
+    image.seconds = GetSigned(tail + kTailTime);
+    image.title = GetText(tail + kTailTitle, kTitleBytes);
+    image.bytesEnd -= kTailBytes;
+  }
+
+  static std::string ParseText(const std::uint8_t* sector) {
+    if (!std::equal(kTextMark.begin(), kTextMark.end(), sector)) return "";
+    const int length = std::clamp(GetSigned(sector + kTextLength), 0, kTextBytes);
+    return {sector + kTextStart, sector + kTextStart + length};
+  }
+
+  StoredBlock& block_;
+  const Layout& layout_;
+  int count_ = 0;
+};
+
+}  // namespace
+
+bool IsNameOf20D(const std::string& path) {
+  const std::size_t length = path.size();
+  return length >= 3 && path.compare(length - 3, 2, "20") == 0 && (path.back() | 0x20) == 'd';
+}
+
+RecordingReader::RecordingReader(const std::string& path)
+    : path_(path), file_(path, std::ios::binary | std::ios::ate), is20D_(IsNameOf20D(path)) {
+  if (!file_) throw std::runtime_error(path + " cannot be opened");
+  size_ = file_.tellg();
+  FindLayout();
+}
+
+/// The last block's type is the recording's.
+void RecordingReader::FindLayout() {
+  const Layout& form = *tools::FindLayout(is20D_ ? 0x60 : 0x30, is20D_);
+  const std::int64_t whole = size_ / kBlockBytes;
+  rest_ = size_ % kBlockBytes;
+  const std::int64_t data = rest_ - form.trailerBytes;
+  if (data > 0 && data % kSectorBytes == 0) {
+    layout_ = LayoutOfTrailer(size_ - form.trailerBytes);
+    if (layout_ != nullptr && EndsInTrailer(*layout_, data)) std::swap(compact_, rest_);
+  }
+  if (compact_ == 0 && whole > 0)
+    layout_ = LayoutOfTrailer((whole - 1) * kBlockBytes + form.trailer);
+  blockCount_ = static_cast<int>(whole) + (compact_ > 0 ? 1 : 0);
+  if (layout_ == nullptr || blockCount_ == 0)
+    throw std::runtime_error(path_ + " holds no block of a known type");
+}
+
+const Layout* RecordingReader::LayoutOfTrailer(std::int64_t position) {
+  return tools::FindLayout(ReadBytes(position + kType, 1)[0], is20D_);
+}
+
+/// Whether the trailer at the file's end belongs to a block with `data` bytes of data.
+bool RecordingReader::EndsInTrailer(const Layout& layout, std::int64_t data) {
+  const Bytes trailer = ReadBytes(size_ - layout.trailerBytes, layout.trailerBytes);
+  const auto count = static_cast<int>(Get(trailer.data() + layout.imageCount, 2));
+  if (count > layout.mostImages) return false;
+  const int end = layout.list + count * layout.entryBytes + layout.entrySector;
+  const std::int64_t sectors = static_cast<int>(Get(trailer.data() + end, 2)) - layout.firstSector;
+  return sectors * kSectorBytes == data;
+}
+
+Bytes RecordingReader::ReadBytes(std::int64_t position, std::int64_t count) {
+  Bytes bytes(static_cast<std::size_t>(count));
+  file_.seekg(position);
+  file_.read(reinterpret_cast<char*>(bytes.data()), count);
+  if (!file_) throw std::runtime_error(path_ + " cannot be read");
+  return bytes;
+}
+
+const StoredBlock& RecordingReader::Read(int number) {
+  block_ = StoredBlock();
+  block_.number = number;
+  block_.layout = layout_;
+  block_.compact = compact_ > 0 && number == blockCount_;
+  const std::int64_t length = block_.compact ? compact_ : kBlockBytes;
+  block_.bytes = ReadBytes((number - 1) * kBlockBytes, length);
+  block_.trailer =
+      block_.compact ? static_cast<int>(length) - layout_->trailerBytes : layout_->trailer;
+  BlockParser(block_).Parse();
+  return block_;
+}
+
+}  // namespace tools

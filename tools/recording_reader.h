@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "tools/bytes.h"
+#include "tools/layout.h"
+
+namespace tools {
+
+/// One image as a block's trailer lists it. Places count in bytes from the block's start.
+struct StoredImage {
+  int index = 0;   ///< In its block, from 1 on.
+  int camera = 0;  ///< From 0 on.
+  int flags = 0;   ///< 0 to 3.
+  bool hasTail = false;
+  std::int64_t seconds = 0;  ///< From the tail, else from the entry, else spread over the block.
+  std::string title;         ///< From the tail, as readers take it; not trimmed.
+  std::string text;
+  int textSectors = 0;
+  int begin = 0;       ///< The image's bytes,
+  int bytesEnd = 0;    ///< which end before the tail, padding included.
+  int soundBegin = 0;  ///< Its sound, which reaches to `end`.
+  int end = 0;
+  std::string trouble;  ///< Why the image cannot be read; empty when it can.
+};
+
+/// One block of a recording.
+struct StoredBlock {
+  int number = 0;  ///< From 1 on.
+  const Layout* layout = nullptr;
+  bool compact = false;    ///< Shorter than 2 MiB, its trailer right behind its data.
+  Bytes bytes;             ///< The block as it lies in the file.
+  int trailer = 0;         ///< Where in it the trailer begins.
+  int listedCount = 0;     ///< Image count as stored, however large.
+  std::int64_t start = 0;  ///< Time stamps.
+  std::int64_t end = 0;
+  bool ntsc = false;
+  std::vector<std::string> titles;  ///< The title table, where there is one.
+  std::vector<StoredImage> images;
+
+  const std::uint8_t* Trailer() const { return bytes.data() + trailer; }
+  const std::uint8_t* At(int place) const { return bytes.data() + place; }
+};
+
+/// Reads recordings, whole or damaged, as the format tells and no other code. A last block that is
+/// compact is found by the trailer at the file's end.
+class RecordingReader {
+ public:
+  /// Throws `std::runtime_error` when the file cannot be read or holds no block of a known type.
+  explicit RecordingReader(const std::string& path);
+
+  int BlockCount() const { return blockCount_; }
+  /// Bytes at the file's end that belong to no block.
+  std::int64_t Rest() const { return rest_; }
+  const Layout& GetLayout() const { return *layout_; }
+  /// Reads a block, from 1 on; it stands until the next is read.
+  const StoredBlock& Read(int number);
+
+ private:
+  Bytes ReadBytes(std::int64_t position, std::int64_t count);
+  const Layout* LayoutOfTrailer(std::int64_t position);
+  bool EndsInTrailer(const Layout& layout, std::int64_t data);
+  void FindLayout();
+
+  std::string path_;
+  std::ifstream file_;
+  std::int64_t size_ = 0;
+  bool is20D_ = false;
+  int blockCount_ = 0;
+  std::int64_t compact_ = 0;  ///< Length of a compact last block; 0 when there is none.
+  std::int64_t rest_ = 0;
+  const Layout* layout_ = nullptr;
+  StoredBlock block_;
+};
+
+/// Whether a path names a .20D file; every other one names a .60D file.
+bool IsNameOf20D(const std::string& path);
+
+}  // namespace tools
