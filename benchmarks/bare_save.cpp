@@ -9,9 +9,9 @@
 
 #include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
+#include "platform/posix/posix_disk.h"
 #include "save/camera_index.h"
 #include "tests/support/fake_dates.h"
-#include "tests/support/posix_disk.h"
 
 BareSave::BareSave(const std::string& source, std::int32_t cameras) {
   PosixDisk disk;

@@ -1,10 +1,10 @@
 #include <malloc.h>
 
 #include "benchmarks/worker_system.h"
+#include "platform/posix/posix_disk.h"
 #include "tests/support/fake_dates.h"
 #include "tests/support/fake_desktop.h"
 #include "tests/support/memory_disk.h"
-#include "tests/support/posix_disk.h"
 
 platform::Platform& WorkerSystem() {
   static PosixDisk disk;

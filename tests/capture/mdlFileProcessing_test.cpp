@@ -6,9 +6,9 @@
 #include <filesystem>
 
 #include "capture/format.h"
+#include "platform/posix/posix_disk.h"
 #include "tests/support/failing_disk.h"
 #include "tests/support/fake_dates.h"
-#include "tests/support/posix_disk.h"
 #include "tests/support/recording_builder.h"
 
 namespace mdlFileProcessing {

@@ -12,13 +12,13 @@
 #include <utility>
 
 #include "capture/mdlFileProcessing.h"
+#include "platform/posix/posix_disk.h"
 #include "save/camera_index.h"
 #include "save/operations.h"
 #include "save/save_state.h"
 #include "tests/support/fake_dates.h"
 #include "tests/support/fake_desktop.h"
 #include "tests/support/memory_disk.h"
-#include "tests/support/posix_disk.h"
 #include "tools/recording_reader.h"
 
 namespace {

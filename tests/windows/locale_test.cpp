@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "tests/windows/support/files.h"
-#include "tests/windows/support/trimbrook.h"
+#include "driver/files.h"
+#include "driver/trimbrook.h"
 
 namespace driver {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <set>
 
-#include "tests/windows/support/await.h"
-#include "tests/windows/support/files.h"
-#include "tests/windows/support/input.h"
-#include "tests/windows/support/trimbrook.h"
+#include "driver/await.h"
+#include "driver/files.h"
+#include "driver/input.h"
+#include "driver/trimbrook.h"
 
 namespace driver {
 namespace {

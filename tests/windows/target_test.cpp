@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
-#include "tests/windows/support/await.h"
-#include "tests/windows/support/files.h"
-#include "tests/windows/support/trimbrook.h"
+#include "driver/await.h"
+#include "driver/files.h"
+#include "driver/trimbrook.h"
 
 namespace driver {
 namespace {

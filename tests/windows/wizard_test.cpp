@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 
-#include "tests/windows/support/await.h"
-#include "tests/windows/support/files.h"
-#include "tests/windows/support/wizard.h"
+#include <cstdlib>
+
+#include "driver/await.h"
+#include "driver/files.h"
+#include "driver/wizard.h"
 
 namespace driver {
 namespace {
@@ -189,7 +191,7 @@ TEST_F(Wizard, IsNotClosedWhileItCopies) {
   Open(Recording("long.60D"));
   GoToNamePage("long");
   Press(kCopy);
-  Await("some percent", [&] { return At(IDC_frmSaveToCD_Label3).Text() == "5%"; });
+  Await("some percent", [&] { return std::atoi(At(IDC_frmSaveToCD_Label3).Text().c_str()) >= 5; });
   for (int attempt = 0; attempt < 3; ++attempt) {
     window_->Close();
     PostMessageW(window_->handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
@@ -207,7 +209,7 @@ TEST_F(Wizard, LeavesNoHalfFileWhenTheSessionEnds) {
   Open(Recording("long.60D"));
   GoToNamePage("long");
   Press(kCopy);
-  Await("some percent", [&] { return At(IDC_frmSaveToCD_Label3).Text() == "5%"; });
+  Await("some percent", [&] { return std::atoi(At(IDC_frmSaveToCD_Label3).Text().c_str()) >= 5; });
   EXPECT_TRUE(window_->Ask(WM_QUERYENDSESSION));
   EXPECT_EQ(program_.AnswerMessage(IDNO), kNotReady);
   EXPECT_THAT(FilesLike("E:\\long*"), IsEmpty());

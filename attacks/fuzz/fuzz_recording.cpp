@@ -1,0 +1,153 @@
+// Scan, availability, camera index and both saves over hostile recordings of every block type, with
+// a fault of the disk or a cancel in between now and then.
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
+
+#include "attacks/fuzz/check.h"
+#include "attacks/fuzz/hostile_recording.h"
+#include "capture/mdlFileProcessing.h"
+#include "save/camera_index.h"
+#include "save/operations.h"
+#include "save/save_state.h"
+#include "tests/save/fake_progress.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/recording_reader.h"
+
+namespace {
+
+constexpr char kSource[] = "C:\\Recordings\\source.60D";
+constexpr char kTarget[] = "C:\\Recordings\\target.60D";
+constexpr std::size_t kBlock = 2097152;
+
+bool StartsWith(const std::string& text, const std::string& start) {
+  return text.compare(0, start.size(), start) == 0;
+}
+
+/// One run: what is asked of the program, and what it must not do.
+struct Run {
+  explicit Run(FuzzedDataProvider& data)
+      : recording(data), world(FaultOf(data)), first(data.ConsumeIntegralInRange(-1, 4)) {
+    last = first + data.ConsumeIntegralInRange(-1, 3);
+    mdlSave::lngCamSelLow = data.ConsumeIntegral<std::uint16_t>();
+    progress.cancelBefore = data.ConsumeIntegralInRange(0, 15);
+    world.dates.style = static_cast<FakeDates::Style>(data.ConsumeIntegralInRange(0, 3));
+    size = recording.bytes.size();
+    world.disk.Put(kSource, std::move(recording.bytes));
+    if (data.ConsumeBool()) world.disk.Put(kTarget, "old");
+  }
+  ~Run() { recording.bytes = world.disk.Take(kSource); }
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
+
+  static Fault FaultOf(FuzzedDataProvider& data) {
+    Fault fault;
+    if (data.ConsumeBool()) return fault;
+    fault.call = data.ConsumeIntegralInRange(1, 100);
+    fault.lasting = data.ConsumeBool();
+    fault.kind = data.ConsumeBool() ? Fault::Kind::kError : Fault::Kind::kShortTransfer;
+    return fault;
+  }
+
+  /// Whether nothing but the recording itself decides what a save gives.
+  bool IsUndisturbed() const { return world.fault.met.empty() && progress.messages.empty(); }
+
+  /// Whether no file could be removed, so that one may be left.
+  bool RemovalFails() const { return world.fault.met == "remove" && world.fault.lasting; }
+
+  void DemandNoHalfFile() const {
+    const auto target = world.disk.Bytes(kTarget);
+    Demand(!target || target == "old" || RemovalFails(), "no half file is left");
+  }
+
+  void DemandNothingLeft() const {
+    Demand(world.disk.OpenHandles() == 0, "every handle is closed");
+    Demand(mdlFileProcessing::hSourceFile == platform::FileHandle::kInvalid, "no handle is kept");
+    Demand(world.disk.View(kSource).size() == size, "the source is left alone");
+    const bool temporary = world.disk.Paths().size() > (world.disk.Bytes(kTarget) ? 3 : 2);
+    Demand(!temporary || RemovalFails(), "no temporary file is left");
+  }
+
+  HostileRecording recording;
+  FakePlatform world;
+  FakeProgress progress;
+  int first;
+  int last = 0;
+  std::size_t size = 0;
+};
+
+std::vector<TestImage> ChosenOf(const Run& run) {
+  std::vector<TestImage> images = run.recording.Images(run.first, run.last);
+  std::erase_if(images, [](const TestImage& image) {
+    return image.camera > 15 || (mdlSave::lngCamSelLow >> image.camera & 1) == 0;
+  });
+  return images;
+}
+
+void DemandSame(const TestImage& stored, const TestImage& given, bool isType20, bool hasStamp) {
+  Demand(stored.camera == given.camera && stored.flags == given.flags, "camera and flags are kept");
+  Demand(!hasStamp || stored.seconds == given.seconds, "the stamp is kept");
+  Demand(stored.text == given.text, "the text is kept");
+  Demand(isType20 ? stored.sound.empty() : stored.sound == given.sound, "the sound is kept");
+  // A longer title before it may leave its end behind.
+  Demand(StartsWith(stored.title, given.title), "the title is kept");
+  Demand(stored.bytes == given.bytes, "the image is kept");
+}
+
+void DemandChosenImages(const Run& run, const std::vector<TestImage>& stored) {
+  const std::vector<TestImage> chosen = ChosenOf(run);
+  Demand(stored.size() == chosen.size(), "every chosen image is kept, and no other");
+  const int type = mdlFileProcessing::bytBlockStatus;
+  for (std::size_t i = 0; i < chosen.size(); ++i)
+    DemandSame(stored[i], chosen[i], type == 0x20,
+               chosen[i].tail || (type != 0x00 && type != 0x10));
+}
+
+void SaveChosen(Run& run) {
+  IndexBlockRange(run.world.failing, kSource, run.first, run.last);
+  const SaveOutcome outcome =
+      SaveChosenCameras(run.world.system, run.progress, kSource, kTarget, run.first, run.last);
+  if (outcome != SaveOutcome::kSaved) return run.DemandNoHalfFile();
+  const std::vector<TestImage> stored =
+      ImagesOf(run.world.disk.View(kTarget), run.recording.Is20D());
+  for (const TestImage& image : stored)
+    Demand((mdlSave::lngCamSelLow >> image.camera & 1) != 0, "only chosen cameras are kept");
+  if (run.recording.IsSound() && run.IsUndisturbed()) DemandChosenImages(run, stored);
+}
+
+void SaveBlocks(Run& run) {
+  const SaveOutcome outcome =
+      SaveBlockRange(run.world.system, run.progress, kSource, kTarget, run.first, run.last);
+  if (outcome != SaveOutcome::kSaved) return run.DemandNoHalfFile();
+  const std::string_view target = run.world.disk.View(kTarget);
+  const std::size_t begin = static_cast<std::size_t>(run.first - 1) * kBlock;
+  const std::size_t length = static_cast<std::size_t>(run.last - run.first + 1) * kBlock;
+  Demand(target.size() == length, "every block is saved");
+  if (!run.progress.messages.empty()) return;
+  Demand(run.world.disk.View(kSource).substr(begin, length) == target, "blocks are unchanged");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  FuzzedDataProvider data(bytes, size);
+  const bool wholeBlocks = data.ConsumeIntegralInRange(0, 15) == 0;
+  Run run(data);
+  mdlFileProcessing::bytBlockStatus = 0;
+  mdlFileProcessing::bln20D = run.recording.Is20D();
+  const bool valid =
+      mdlFileProcessing::ScanSourceFile(run.world.failing, run.world.dates, kSource) == 1;
+  if (run.recording.IsSound() && run.IsUndisturbed())
+    Demand(valid && mdlFileProcessing::lngBlockCount == run.recording.Blocks(),
+           "the scan is right");
+  mdlFileProcessing::CheckAvailability(run.world.failing, kSource, run.first, run.last);
+  if (mdlFileProcessing::lngBlockCount > 0) {
+    // The sliders keep the range inside the source.
+    run.first = std::clamp(run.first, 1, mdlFileProcessing::lngBlockCount);
+    run.last = std::clamp(run.last, 0, mdlFileProcessing::lngBlockCount);
+    wholeBlocks ? SaveBlocks(run) : SaveChosen(run);
+  }
+  run.DemandNothingLeft();
+  return 0;
+}

@@ -1,0 +1,14 @@
+# GoogleTest from its sources, since the tests are built for two systems.
+set(INSTALL_GTEST OFF)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+foreach(library gtest gtest_main gmock gmock_main)
+  target_compile_options(${library} PRIVATE -w)
+endforeach()
+include(GoogleTest)
+
+# One test program of a room, its cases known to ctest one by one.
+function(trimbrook_test name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE gmock_main)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES)
+endfunction()

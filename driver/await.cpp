@@ -1,0 +1,20 @@
+#include "driver/await.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "driver/screenshot.h"
+
+namespace driver {
+
+void RaiseTimeout(const std::string& what) {
+  const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+  std::string name = std::string("stuck ") + test.test_suite_name() + " " + test.name();
+  std::replace(name.begin(), name.end(), '/', ' ');
+  SaveScreenshot(name);
+  throw std::runtime_error("Waited in vain: " + what);
+}
+
+}  // namespace driver

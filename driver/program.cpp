@@ -1,0 +1,105 @@
+#include "driver/program.h"
+
+#include <functional>
+#include <stdexcept>
+
+#include "driver/await.h"
+#include "forms/text.h"
+
+namespace driver {
+namespace {
+
+/// The first shown top-level window of a process for which `wanted` is true.
+std::optional<Window> FindTopLevel(DWORD process, const std::function<bool(Window)>& wanted) {
+  for (const Window& window : WindowsOf(process))
+    if (window.IsShown() && wanted(window)) return window;
+  return {};
+}
+
+std::string BoxText(const Window& box) {
+  for (const Window& control : box.Controls())
+    if (control.ClassName() == "Static" && !control.Text().empty()) return control.Text();
+  return "";
+}
+
+}  // namespace
+
+std::vector<Window> WindowsOf(DWORD process) {
+  std::vector<Window> all;
+  EnumWindows(
+      [](HWND handle, LPARAM list) -> BOOL {
+        reinterpret_cast<std::vector<Window>*>(list)->emplace_back(handle);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&all));
+  std::erase_if(all, [process](const Window& window) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window.handle(), &owner);
+    return owner != process;
+  });
+  return all;
+}
+
+Program::Program(const std::string& commandLine) {
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof startup;
+  std::wstring wide = forms::Wide(commandLine);
+  if (!CreateProcessW(nullptr, wide.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                      &process_))
+    throw std::runtime_error("Cannot start " + commandLine);
+}
+
+Program::~Program() {
+  Kill();
+  CloseHandle(process_.hThread);
+  CloseHandle(process_.hProcess);
+}
+
+void Program::Kill() const {
+  TerminateProcess(process_.hProcess, 1);
+  WaitForSingleObject(process_.hProcess, kPatience);
+}
+
+std::optional<Window> Program::FindShown(const std::string& className) const {
+  return FindTopLevel(process_.dwProcessId,
+                      [&](Window window) { return window.ClassName() == className; });
+}
+
+Window Program::AwaitShown(const std::string& className) const {
+  return *Await("window " + className, [&] { return FindShown(className); });
+}
+
+void Program::AwaitGone(const std::string& className) const {
+  Await("end of window " + className, [&] { return !FindShown(className); });
+}
+
+Message Program::AnswerMessage(int button) const {
+  const Window box = *Await("message box", [&] {
+    return FindTopLevel(process_.dwProcessId, [](Window window) {
+      return window.ClassName() == kDialogClass && !FileDialog::Is(window) &&
+             !BoxText(window).empty();
+    });
+  });
+  const Message message = {box.Text(), BoxText(box)};
+  box.Control(button).ClickAndGoOn();
+  Await("end of \"" + message.text + "\"", [&] { return !box.IsShown(); });
+  return message;
+}
+
+FileDialog Program::AwaitFileDialog(const std::string& title) const {
+  return FileDialog(*Await("file dialog \"" + title + "\"", [&] {
+    return FindTopLevel(process_.dwProcessId, [&](Window window) {
+      return FileDialog::Is(window) && window.Text() == title;
+    });
+  }));
+}
+
+DWORD Program::AwaitEnd() const {
+  WaitForSingleObject(process_.hProcess, kPatience);
+  DWORD code = 0;
+  GetExitCodeProcess(process_.hProcess, &code);
+  if (code == STILL_ACTIVE) throw std::runtime_error("The program does not end");
+  return code;
+}
+
+}  // namespace driver

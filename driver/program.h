@@ -1,0 +1,58 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "driver/file_dialog.h"
+#include "driver/window.h"
+
+namespace driver {
+
+/// What a message box said.
+struct Message {
+  std::string title;
+  std::string text;
+  bool operator==(const Message&) const = default;
+};
+
+/// The top-level windows of a process, hidden ones too, from the front to the back.
+std::vector<Window> WindowsOf(DWORD process);
+
+/// A started program whose windows are worked from outside. It is ended with this object, if it
+/// still runs then.
+class Program {
+ public:
+  explicit Program(const std::string& commandLine);
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  ~Program();
+
+  /// The program's shown top-level window of this class, if there is one.
+  std::optional<Window> FindShown(const std::string& className) const;
+  /// The same, waiting for it.
+  Window AwaitShown(const std::string& className) const;
+  /// Waits until no window of this class is shown.
+  void AwaitGone(const std::string& className) const;
+  /// Waits for a message box, answers it with the button of this id, and waits until it is gone.
+  Message AnswerMessage(int button = IDOK) const;
+  /// Waits for a file dialog with this title.
+  FileDialog AwaitFileDialog(const std::string& title) const;
+  /// Whether a message box or a file dialog is shown.
+  bool ShowsDialog() const { return FindShown(kDialogClass).has_value(); }
+  /// Waits for the program's end; its exit code.
+  DWORD AwaitEnd() const;
+  /// Ends the program wherever it is.
+  void Kill() const;
+  bool Runs() const { return WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT; }
+  HANDLE process() const { return process_.hProcess; }
+
+ private:
+  static constexpr const char* kDialogClass = "#32770";
+
+  PROCESS_INFORMATION process_ = {};
+};
+
+}  // namespace driver

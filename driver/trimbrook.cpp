@@ -1,0 +1,107 @@
+#include "driver/trimbrook.h"
+
+#include <algorithm>
+
+#include "driver/await.h"
+#include "driver/files.h"
+
+namespace driver {
+namespace {
+
+constexpr const char* kMainClass = "frmTrimbrook";
+constexpr const char* kSaveClass = "frmSaveFile";
+constexpr int kCameras = 32;
+
+bool CanBeTicked(const Window& box) {
+  return box.IsShown() && box.IsEnabled();
+}
+
+}  // namespace
+
+Message Refusal(const std::string& text) {
+  return {"Message", text};
+}
+
+Trimbrook::Trimbrook() : Program(kProgram), main_(AwaitShown(kMainClass)) {
+  main_.Settle();
+}
+
+std::vector<int> Trimbrook::EnabledCameras() const {
+  std::vector<int> cameras;
+  for (int camera = 1; camera <= kCameras; ++camera)
+    if (CanBeTicked(At(IDC_frmTrimbrook_Check1, camera - 1))) cameras.push_back(camera);
+  return cameras;
+}
+
+void Trimbrook::ChooseCameras(const std::vector<int>& cameras) const {
+  for (const int camera : EnabledCameras())
+    At(IDC_frmTrimbrook_Check1, camera - 1)
+        .Tick(std::find(cameras.begin(), cameras.end(), camera) != cameras.end());
+}
+
+void Trimbrook::AnswerSourceDialog(const std::string& path) const {
+  At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
+  const FileDialog dialog = AwaitFileDialog("Select Source File");
+  dialog.Accept(path);
+  dialog.AwaitGone();
+}
+
+void Trimbrook::OpenSource(const std::string& path) const {
+  AnswerSourceDialog(path);
+  Await("source " + path, [&] { return Text(IDC_frmTrimbrook_Text1) == path; });
+}
+
+void Trimbrook::ChooseTarget(const std::string& path) const {
+  const bool exists = FileExists(path);
+  At(IDC_frmTrimbrook_Command2).ClickAndGoOn();
+  const FileDialog dialog = AwaitFileDialog("Save New File");
+  dialog.Accept(path);
+  if (exists) AnswerMessage(IDYES);
+  dialog.AwaitGone();
+  Await("target " + path, [&] { return !Text(IDC_frmTrimbrook_Text6).empty(); });
+}
+
+void Trimbrook::ChooseBlocks(int first, int last) const {
+  const Window slider1 = At(IDC_frmTrimbrook_Slider1);
+  const Window slider2 = At(IDC_frmTrimbrook_Slider2);
+  slider1.Press(VK_HOME);
+  slider2.Press(VK_END);
+  while (First() < first) slider1.Press(VK_RIGHT);
+  while (Last() > last) slider2.Press(VK_LEFT);
+}
+
+Message Trimbrook::MessageAfterClick(int id, int answer) const {
+  At(id).ClickAndGoOn();
+  const Message message = AnswerMessage(answer);
+  main_.Settle();
+  return message;
+}
+
+Window Trimbrook::StartSave() const {
+  At(IDC_frmTrimbrook_Command3).ClickAndGoOn();
+  return AwaitShown(kSaveClass);
+}
+
+Window Trimbrook::Save() const {
+  const Window window = StartSave();
+  const Window status = window.Control(IDC_frmSaveFile_Label2);
+  const Window exit = window.Control(IDC_frmSaveFile_cmdCancel);
+  // The status comes first, the last button's caption a moment after it.
+  Await(kDone, [&] { return status.Text() == kDone && exit.Text() == "Exit"; });
+  return window;
+}
+
+Message Trimbrook::FailedSave() const {
+  const Window window = StartSave();
+  const Message message = AnswerMessage();
+  window.Settle();
+  return message;
+}
+
+void Trimbrook::LeaveSave() const {
+  AwaitShown(kSaveClass).Control(IDC_frmSaveFile_cmdCancel).ClickAndGoOn();
+  AwaitGone(kSaveClass);
+  Await("main window", [&] { return main_.IsEnabled(); });
+}
+
+}  // namespace driver

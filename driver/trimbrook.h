@@ -1,0 +1,61 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "driver/program.h"
+#include "resources/resource.h"
+
+namespace driver {
+
+/// The program, freshly started, with its main window.
+class Trimbrook : public Program {
+ public:
+  Trimbrook();
+
+  const Window& main() const { return main_; }
+  /// A control of the main window; of an array, with its index.
+  Window At(int id, int index = 0) const { return main_.Control(id + index); }
+  std::string Text(int id) const { return At(id).Text(); }
+  int First() const { return static_cast<int>(At(IDC_frmTrimbrook_Slider1).Ask(TBM_GETPOS)); }
+  int Last() const { return static_cast<int>(At(IDC_frmTrimbrook_Slider2).Ask(TBM_GETPOS)); }
+  /// Numbers of the cameras whose boxes can be ticked.
+  std::vector<int> EnabledCameras() const;
+  /// Ticks exactly these cameras among those that can be ticked.
+  void ChooseCameras(const std::vector<int>& cameras) const;
+
+  /// Answers the source dialog with this path, whatever comes of it.
+  void AnswerSourceDialog(const std::string& path) const;
+  /// Opens a recording that the program takes.
+  void OpenSource(const std::string& path) const;
+  /// Chooses a target; a file of this name is agreed to be replaced.
+  void ChooseTarget(const std::string& path) const;
+  /// Narrows the range by the sliders' keys.
+  void ChooseBlocks(int first, int last) const;
+  /// The one message box that a click opens, answered with a button.
+  Message MessageAfterClick(int id, int answer = IDOK) const;
+  /// Presses "Save File"; the progress window.
+  Window StartSave() const;
+  /// Saves to the end; the progress window in its finished look.
+  Window Save() const;
+  /// Answers a message of the save, waits until the save has ended and leaves its window.
+  Message FailedSave() const;
+  /// Leaves the progress window by its last button.
+  void LeaveSave() const;
+
+ private:
+  Window main_;
+};
+
+/// A box as the program shows its refusals.
+Message Refusal(const std::string& text);
+
+inline constexpr const char* kDone = "File saving has been done!";
+inline constexpr const char* kNoSource = "Please select the source file first!";
+inline constexpr const char* kInvalidSource = "This file is not a valid source file!";
+
+}  // namespace driver

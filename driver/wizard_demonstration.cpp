@@ -1,0 +1,71 @@
+#include <cstdio>
+
+#include "driver/await.h"
+#include "driver/files.h"
+#include "driver/input.h"
+#include "driver/screenshot.h"
+#include "driver/wizard.h"
+
+namespace driver {
+namespace {
+
+/// The CD wizard from page to page, for `./run` on a machine without a display.
+class DemonstrationOfWizard : public Wizard {
+ protected:
+  void Show(const std::string& name) {
+    window_->Settle();
+    Picture(name);
+  }
+  /// Shows the page once its percentage has begun to rise, stopped meanwhile: it moves.
+  void ShowCopying() {
+    const Window percent = At(IDC_frmSaveToCD_Label3);
+    Await("copying", [&] { return percent.IsShown() && percent.Text() > "1"; });
+    const DWORD id = GetWindowThreadProcessId(window_->handle(), nullptr);
+    const HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, id);
+    SuspendThread(thread);
+    Picture("copying");
+    ResumeThread(thread);
+    CloseHandle(thread);
+  }
+
+ private:
+  void Picture(const std::string& name) {
+    std::printf("CD wizard: %s\n", name.c_str());
+    std::fflush(stdout);
+    SaveScreenshot("cd-" + std::to_string(++step_) + "-" + name);
+  }
+
+  int step_ = 0;
+};
+
+TEST_F(DemonstrationOfWizard, WritesADisc) {
+  Register(kDirectCd);
+  const std::string recording = InWork("many blocks.60D");
+  for (int i = 0; i < 20; ++i) Append(recording, Read(Recording("sample.60D")));
+  Open(recording);
+  OpenWizard();
+  BringToFront(*window_);
+  Show("welcome");
+  Press(kStart);
+  AwaitPage(kDrivePage);
+  Show("drive");
+  Press(kChooseDrive);
+  AwaitPage(kNamePage);
+  AwaitBurner(kDirectCd);
+  At(IDC_frmSaveToCD_Text1).SetText("Hand-over");
+  BringToFront(*window_);
+  Show("file-name");
+  Press(kCopy);
+  ShowCopying();
+  AwaitPage(kEjectPage);
+  Show("eject");
+  EXPECT_TRUE(Read("E:\\Hand-over.60D") == Read(recording));
+  Press(kEject);
+  AwaitPage(kDonePage);
+  Show("done");
+  Press(kFinish);
+  ExpectWizardGone();
+}
+
+}  // namespace
+}  // namespace driver
