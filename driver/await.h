@@ -7,8 +7,10 @@
 namespace driver {
 
 /// How long a condition may take to come true, in milliseconds: far longer than ever needed, so
-/// that a busy machine fails no test.
-inline constexpr DWORD kPatience = 20'000;
+/// that a busy machine or a slow disk fails no test.
+inline constexpr DWORD kPatience = 120'000;
+/// How often something is begun again that depends on being quick enough.
+inline constexpr int kAttempts = 20;
 
 /// Raises an error that says what did not come, and leaves a picture of the screen.
 [[noreturn]] void RaiseTimeout(const std::string& what);
@@ -22,6 +24,18 @@ auto Await(const std::string& what, Condition condition) {
     if (GetTickCount64() > deadline) RaiseTimeout(what);
     Sleep(2);
   }
+}
+
+/// Does something at the real keyboard or mouse until it has its effect: what is done there while
+/// the window in front changes is lost.
+template <typename Action, typename Condition>
+void ActUntil(const std::string& what, Action act, Condition condition) {
+  constexpr int kPollsBetween = 1000;
+  int polls = 0;
+  Await(what, [&] {
+    if (polls++ % kPollsBetween == 0) act();
+    return condition();
+  });
 }
 
 }  // namespace driver

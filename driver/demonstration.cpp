@@ -13,7 +13,7 @@ namespace {
 
 /// Says what has been done and leaves a picture of it.
 void Show(const Trimbrook& program, const std::string& what, const std::string& name) {
-  program.main().Settle();
+  program.Settle();
   static int step = 0;
   ++step;
   std::printf("%2d. %s\n", step, what.c_str());

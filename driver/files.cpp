@@ -43,6 +43,10 @@ std::vector<std::string> FilesLike(const std::string& pattern) {
 
 void MakeFile(const std::string& path, std::uint64_t bytes) {
   std::ofstream(PathOf(path), std::ios::binary).close();
+  Resize(path, bytes);
+}
+
+void Resize(const std::string& path, std::uint64_t bytes) {
   std::filesystem::resize_file(PathOf(path), bytes);
 }
 

@@ -14,6 +14,8 @@ inline constexpr const char* kPictures = "C:\\pictures\\";
 inline constexpr const char* kRecordings = "D:\\";
 
 inline constexpr std::uint64_t kBlock = 2 * 1024 * 1024;
+/// Blocks of the recording "long.60D".
+inline constexpr int kLongBlocks = 100;
 
 /// A recording made for these tests.
 std::string Recording(const std::string& name);
@@ -25,6 +27,8 @@ bool FileExists(const std::string& path);
 std::vector<std::string> FilesLike(const std::string& pattern);
 /// Makes a file of zeros.
 void MakeFile(const std::string& path, std::uint64_t bytes);
+/// Cuts a file, or adds zeros to it.
+void Resize(const std::string& path, std::uint64_t bytes);
 void Append(const std::string& path, const std::string& bytes);
 void CopyTo(const std::string& from, const std::string& to);
 /// Overwrites bytes in the midst of a file.

@@ -1,17 +1,22 @@
 #include "driver/input.h"
 
+#include <optional>
 #include <vector>
 
 #include "driver/await.h"
 
 namespace driver {
+namespace {
 
+/// Presses keys at the real keyboard, the first one longest.
 void PressTogether(std::initializer_list<BYTE> virtualKeys) {
   const std::vector<BYTE> keys(virtualKeys);
   for (auto key = keys.begin(); key != keys.end(); ++key) keybd_event(*key, 0, 0, 0);
   for (auto key = keys.rbegin(); key != keys.rend(); ++key)
     keybd_event(*key, 0, KEYEVENTF_KEYUP, 0);
 }
+
+}  // namespace
 
 void BringToFront(const Window& window) {
   Await("window in front", [&] {
@@ -21,29 +26,28 @@ void BringToFront(const Window& window) {
 }
 
 Window FocusOf(const Window& window) {
-  GUITHREADINFO info = {};
-  info.cbSize = sizeof info;
-  GetGUIThreadInfo(GetWindowThreadProcessId(window.handle(), nullptr), &info);
-  return Window(info.hwndFocus);
+  return Window(*Await("focus", [&]() -> std::optional<HWND> {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window.handle(), nullptr), &info);
+    if (info.hwndFocus) return info.hwndFocus;
+    SetForegroundWindow(window.handle());
+    return {};
+  }));
 }
 
-void ClickOn(const Window& window) {
-  const RECT place = window.Place();
-  SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+void AwaitFocus(const Window& window, const Window& control) {
+  Await("focus", [&] { return FocusOf(window).handle() == control.handle(); });
 }
 
-void DragFromTo(POINT from, POINT to) {
-  constexpr int kSteps = 20;
-  SetCursorPos(from.x, from.y);
-  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-  for (int step = 1; step <= kSteps; ++step) {
-    SetCursorPos(from.x + (to.x - from.x) * step / kSteps,
-                 from.y + (to.y - from.y) * step / kSteps);
-    Sleep(5);
-  }
-  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+void PressUntil(const std::string& what, const Window& window,
+                std::initializer_list<BYTE> virtualKeys, const std::function<bool()>& condition) {
+  BringToFront(window);
+  const auto press = [&] {
+    SetForegroundWindow(window.handle());
+    PressTogether(virtualKeys);
+  };
+  ActUntil(what, press, condition);
 }
 
 }  // namespace driver

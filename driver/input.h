@@ -2,21 +2,22 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <initializer_list>
+#include <string>
 
 #include "driver/window.h"
 
 namespace driver {
 
-/// Presses keys together at the real keyboard, the first one longest, in the window in front.
-void PressTogether(std::initializer_list<BYTE> virtualKeys);
 /// Brings a window to the front and waits until it is there.
 void BringToFront(const Window& window);
-/// The control that has the keyboard focus in a window's thread.
+/// The control that has the keyboard focus in a window, which comes to the front for that.
 Window FocusOf(const Window& window);
-/// Clicks in the middle of a window with the real mouse.
-void ClickOn(const Window& window);
-/// Drags what is at a point of the screen to another point, in small steps.
-void DragFromTo(POINT from, POINT to);
+void AwaitFocus(const Window& window, const Window& control);
+/// Presses keys together at the real keyboard, the first one longest, with a window in front, until
+/// they have their effect.
+void PressUntil(const std::string& what, const Window& window,
+                std::initializer_list<BYTE> virtualKeys, const std::function<bool()>& condition);
 
 }  // namespace driver

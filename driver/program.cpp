@@ -1,5 +1,6 @@
 #include "driver/program.h"
 
+#include <cstdlib>
 #include <functional>
 #include <stdexcept>
 
@@ -22,7 +23,34 @@ std::string BoxText(const Window& box) {
   return "";
 }
 
+int Percent(const Window& percentage) {
+  return std::atoi(percentage.Caption().c_str());
+}
+
 }  // namespace
+
+Pause::Pause(const Window& window)
+    : thread_(OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT, FALSE,
+                         GetWindowThreadProcessId(window.handle(), nullptr))) {
+  SuspendThread(thread_);
+  // This comes back when the thread really stands.
+  CONTEXT context = {};
+  context.ContextFlags = CONTEXT_CONTROL;
+  if (!GetThreadContext(thread_, &context)) throw std::runtime_error("The program goes on");
+}
+
+Pause::~Pause() {
+  ResumeThread(thread_);
+  CloseHandle(thread_);
+}
+
+std::unique_ptr<Pause> PauseInTheMidst(const Window& percentage) {
+  constexpr int kNearTheEnd = 90;
+  Await("some percent", [&] { return Percent(percentage) > 0; });
+  auto pause = std::make_unique<Pause>(percentage);
+  if (Percent(percentage) < kNearTheEnd) return pause;
+  return nullptr;
+}
 
 std::vector<Window> WindowsOf(DWORD process) {
   std::vector<Window> all;

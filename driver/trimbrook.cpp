@@ -1,6 +1,8 @@
 #include "driver/trimbrook.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <utility>
 
 #include "driver/await.h"
 #include "driver/files.h"
@@ -23,7 +25,16 @@ Message Refusal(const std::string& text) {
 }
 
 Trimbrook::Trimbrook() : Program(kProgram), main_(AwaitShown(kMainClass)) {
-  main_.Settle();
+  Settle();
+}
+
+// Messages that are posted come in their order, and the last one is seen at a hidden button.
+void Trimbrook::Settle() const {
+  const Window hidden = At(IDC_frmTrimbrook_Command7);
+  const auto state = [&] { return hidden.Ask(BM_GETSTATE) & BST_PUSHED; };
+  const LRESULT before = state();
+  PostMessageW(hidden.handle(), BM_SETSTATE, before == 0 ? TRUE : FALSE, 0);
+  Await("answer", [&] { return !Runs() || state() != before; });
 }
 
 std::vector<int> Trimbrook::EnabledCameras() const {
@@ -73,7 +84,7 @@ void Trimbrook::ChooseBlocks(int first, int last) const {
 Message Trimbrook::MessageAfterClick(int id, int answer) const {
   At(id).ClickAndGoOn();
   const Message message = AnswerMessage(answer);
-  main_.Settle();
+  Settle();
   return message;
 }
 
@@ -84,17 +95,31 @@ Window Trimbrook::StartSave() const {
 
 Window Trimbrook::Save() const {
   const Window window = StartSave();
-  const Window status = window.Control(IDC_frmSaveFile_Label2);
-  const Window exit = window.Control(IDC_frmSaveFile_cmdCancel);
-  // The status comes first, the last button's caption a moment after it.
-  Await(kDone, [&] { return status.Text() == kDone && exit.Text() == "Exit"; });
+  AwaitDone(window);
   return window;
 }
 
+void Trimbrook::AwaitDone(const Window& save) const {
+  const Window status = save.Control(IDC_frmSaveFile_Label2);
+  Await(kDone, [&] { return status.Text() == kDone; });
+  Settle();
+}
+
+Trimbrook::CaughtSave Trimbrook::CatchSave() const {
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    const Window window = StartSave();
+    if (auto pause = PauseInTheMidst(window.Control(IDC_frmSaveFile_Label3)))
+      return {window, std::move(pause)};
+    AwaitDone(window);
+    LeaveSave();
+  }
+  throw std::runtime_error("No save was caught in its midst");
+}
+
 Message Trimbrook::FailedSave() const {
-  const Window window = StartSave();
+  StartSave();
   const Message message = AnswerMessage();
-  window.Settle();
+  Settle();
   return message;
 }
 

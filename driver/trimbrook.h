@@ -18,6 +18,8 @@ class Trimbrook : public Program {
   Trimbrook();
 
   const Window& main() const { return main_; }
+  /// Waits until all that was posted to the program has been handled, and what it began with it.
+  void Settle() const;
   /// A control of the main window; of an array, with its index.
   Window At(int id, int index = 0) const { return main_.Control(id + index); }
   std::string Text(int id) const { return At(id).Text(); }
@@ -42,6 +44,15 @@ class Trimbrook : public Program {
   Window StartSave() const;
   /// Saves to the end; the progress window in its finished look.
   Window Save() const;
+  /// Waits until the progress window has its finished look.
+  void AwaitDone(const Window& save) const;
+  /// A save that stands still in its midst.
+  struct CaughtSave {
+    Window window;
+    std::unique_ptr<Pause> pause;
+  };
+  /// Saves, again and again if need be, until a save is caught. It takes a long recording.
+  CaughtSave CatchSave() const;
   /// Answers a message of the save, waits until the save has ended and leaves its window.
   Message FailedSave() const;
   /// Leaves the progress window by its last button.

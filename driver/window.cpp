@@ -33,6 +33,12 @@ std::string Window::Text() const {
   return forms::Utf8(text);
 }
 
+std::string Window::Caption() const {
+  std::wstring text(kLongestText, L'\0');
+  text.resize(static_cast<std::size_t>(InternalGetWindowText(handle_, text.data(), kLongestText)));
+  return forms::Utf8(text);
+}
+
 void Window::SetText(const std::string& text) const {
   Ask(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(forms::Wide(text).c_str()));
 }

@@ -19,6 +19,9 @@ class Window {
   bool IsEnabled() const { return IsWindowEnabled(handle_) != FALSE; }
   std::string ClassName() const;
   std::string Text() const;
+  /// The same from the system's notes, without asking the window's program: it may stand still.
+  /// Labels and buttons only.
+  std::string Caption() const;
   void SetText(const std::string& text) const;
   /// Place on the screen in pixels.
   RECT Place() const;
@@ -46,8 +49,6 @@ class Window {
 
   /// Sends a message and waits for its answer; 0 when the window goes meanwhile.
   LRESULT Ask(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
-  /// Waits until the window's thread has come back to its message loop.
-  void Settle() const { Ask(WM_NULL); }
 
  private:
   void RequireUsable() const;

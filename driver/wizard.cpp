@@ -1,6 +1,7 @@
 #include "driver/wizard.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "driver/await.h"
 #include "driver/files.h"
@@ -66,12 +67,12 @@ bool Burners::HasGotKeys(const std::string& name, const std::vector<std::string>
 }
 
 void Burners::Forget() {
+  for (const char* sign : {"eject", "slow"}) DeleteFileA(InWork(sign).c_str());
   for (const char* name : {kDirectCd, kDragToDisc}) {
     RegDeleteKeyA(HKEY_LOCAL_MACHINE, (std::string(kAppPaths) + name + ".exe").c_str());
     EndBurner(name);
   }
   RegDeleteKeyA(HKEY_CURRENT_USER, "strOrrisdeckSpecial");
-  DeleteFileA(InWork("eject").c_str());
   for (const char* folder : {"E:\\", "E:\\Tessaview\\"})
     for (const std::string& file : FilesLike(folder + std::string("*")))
       DeleteFileA((folder + file).c_str());
@@ -99,7 +100,7 @@ void Wizard::OpenWizard() {
 
 void Wizard::AwaitPage(const std::string& heading) {
   Await(heading, [&] { return At(IDC_frmSaveToCD_Label2).Text() == heading; });
-  window_->Settle();
+  program_.Settle();
   ExpectInstructionsToFit();
   for (int i = 0; i < kButtons; ++i)
     EXPECT_FALSE(PageButton(i).IsEnabled() && !PageButton(i).IsShown()) << i;
@@ -115,10 +116,6 @@ void Wizard::ExpectInstructionsToFit() {
   Await("line below the text", [&] { return label.Place().bottom <= line.Place().top; });
 }
 
-void Wizard::AwaitFocus(const Window& control) {
-  Await("focus", [&] { return FocusOf(*window_).handle() == control.handle(); });
-}
-
 void Wizard::GoToNamePage(const std::string& fileName) {
   OpenWizard();
   Press(kStart);
@@ -127,6 +124,19 @@ void Wizard::GoToNamePage(const std::string& fileName) {
   AwaitPage(kNamePage);
   AwaitBurner(kDirectCd);
   At(IDC_frmSaveToCD_Text1).SetText(fileName);
+}
+
+std::unique_ptr<Pause> Wizard::CatchCopy() {
+  const std::string fileName = At(IDC_frmSaveToCD_Text1).Text();
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    Press(kCopy);
+    if (auto pause = PauseInTheMidst(At(IDC_frmSaveToCD_Label3))) return pause;
+    AwaitPage(kEjectPage);
+    window_->Close();
+    ExpectWizardGone();
+    GoToNamePage(fileName);
+  }
+  throw std::runtime_error("No copy was caught in its midst");
 }
 
 void Wizard::FormatDisc() {

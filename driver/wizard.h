@@ -53,9 +53,11 @@ class Wizard : public Burners {
   void Press(Button button) { PageButton(button).ClickAndGoOn(); }
   /// Waits for a page; nothing of it is clipped, and what is hidden is disabled.
   void AwaitPage(const std::string& heading);
-  void AwaitFocus(const Window& control);
   /// Goes from the main window to the file name page, in DirectCD mode.
   void GoToNamePage(const std::string& fileName);
+  /// Copies from the file name page, and from the main window again if need be, until a copy is
+  /// caught: it stands still in its midst. It takes a long recording.
+  std::unique_ptr<Pause> CatchCopy();
   /// Has Drag-to-Disc, which runs, format the disc; from the drive page or the one behind it.
   void FormatDisc();
   void ExpectWizardGone();

@@ -13,28 +13,12 @@ namespace {
 class DemonstrationOfWizard : public Wizard {
  protected:
   void Show(const std::string& name) {
-    window_->Settle();
-    Picture(name);
-  }
-  /// Shows the page once its percentage has begun to rise, stopped meanwhile: it moves.
-  void ShowCopying() {
-    const Window percent = At(IDC_frmSaveToCD_Label3);
-    Await("copying", [&] { return percent.IsShown() && percent.Text() > "1"; });
-    const DWORD id = GetWindowThreadProcessId(window_->handle(), nullptr);
-    const HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, id);
-    SuspendThread(thread);
-    Picture("copying");
-    ResumeThread(thread);
-    CloseHandle(thread);
-  }
-
- private:
-  void Picture(const std::string& name) {
     std::printf("CD wizard: %s\n", name.c_str());
     std::fflush(stdout);
     SaveScreenshot("cd-" + std::to_string(++step_) + "-" + name);
   }
 
+ private:
   int step_ = 0;
 };
 
@@ -55,8 +39,10 @@ TEST_F(DemonstrationOfWizard, WritesADisc) {
   At(IDC_frmSaveToCD_Text1).SetText("Hand-over");
   BringToFront(*window_);
   Show("file-name");
-  Press(kCopy);
-  ShowCopying();
+  {
+    const auto pause = CatchCopy();
+    Show("copying");
+  }
   AwaitPage(kEjectPage);
   Show("eject");
   EXPECT_TRUE(Read("E:\\Hand-over.60D") == Read(recording));

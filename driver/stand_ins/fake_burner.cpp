@@ -4,8 +4,8 @@
 #include <string>
 
 // Stands for the outside burning programs: shows a window with the name of its own executable,
-// notes beside itself that it was started and each key that it gets, and puts up the eject dialog
-// once the file "eject" lies there.
+// but not while the file "slow" lies beside it, notes there that it was started and each key that
+// it gets, and puts up the eject dialog once the file "eject" lies there.
 namespace {
 
 std::string folder, name;
@@ -19,9 +19,13 @@ HWND MakeWindow(const char* title) {
                          nullptr, nullptr, nullptr, nullptr);
 }
 
+bool LiesThere(const char* file) {
+  return GetFileAttributesA((folder + file).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
 void PutUpEjectDialog() {
   static bool isUp = false;
-  if (isUp || GetFileAttributesA((folder + "eject").c_str()) == INVALID_FILE_ATTRIBUTES) return;
+  if (isUp || !LiesThere("eject")) return;
   isUp = true;
   MakeWindow("Drag-to-Disc   Eject Options");
 }
@@ -54,6 +58,7 @@ int main() {
   folder = whole.substr(0, slash + 1);
   name = whole.substr(slash + 1, whole.rfind('.') - slash - 1);
   Note("started");
+  while (LiesThere("slow")) Sleep(5);
 
   WNDCLASSA about = {};
   about.lpfnWndProc = Procedure;

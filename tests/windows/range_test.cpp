@@ -17,6 +17,29 @@ constexpr const char* kEndOutside =
     "new time!";
 constexpr const char* kStartNotEarlier = "The Start Time should be earlier than the End Time!";
 
+/// Drags the thumb of a slider from the left to the right in small steps, with the real mouse.
+void DragToItsEnd(const Window& slider) {
+  constexpr int kToThumb = 12;
+  constexpr int kStep = 20;
+  const RECT place = slider.Place();
+  const LONG middle = (place.top + place.bottom) / 2;
+  SetCursorPos(place.left + kToThumb, middle);
+  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+  for (LONG x = place.left + kToThumb; x < place.right; x += kStep) {
+    SetCursorPos(x, middle);
+    Sleep(5);
+  }
+  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+}
+
+/// Clicks in the middle of a control with the real mouse.
+void ClickOn(const Window& control) {
+  const RECT place = control.Place();
+  SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+}
+
 class Range : public testing::Test {
  protected:
   void ExpectBlocks(int first, int last) {
@@ -38,7 +61,7 @@ class Range : public testing::Test {
   Message MessageAfterKey(int slider, WORD key) {
     program_.At(slider).PressAndGoOn(key);
     const Message message = program_.AnswerMessage();
-    program_.main().Settle();
+    program_.Settle();
     return message;
   }
 
@@ -62,12 +85,12 @@ TEST_F(Range, ASliderDraggedPastTheOtherIsStoppedOnce) {
   program_.OpenSource(path_);
   program_.ChooseBlocks(1, 2);
   BringToFront(program_.main());
-  const RECT slider = program_.At(IDC_frmTrimbrook_Slider1).Place();
-  const LONG middle = (slider.top + slider.bottom) / 2;
-  DragFromTo({slider.left + 12, middle}, {slider.right - 12, middle});
+  ActUntil(
+      "message", [&] { DragToItsEnd(program_.At(IDC_frmTrimbrook_Slider1)); },
+      [&] { return program_.ShowsDialog(); });
   EXPECT_EQ(program_.AnswerMessage(),
             Refusal("The Start Time should be earlier than the Ending Time!"));
-  program_.main().Settle();
+  program_.Settle();
   EXPECT_FALSE(program_.ShowsDialog());
   ExpectBlocks(2, 2);
 }
@@ -134,7 +157,9 @@ TEST_F(Range, ConfirmTakesTimesInsideTheSourceOnly) {
 
 TEST_F(Range, TypedTimesAreBroughtIntoRangeWhenTheBoxIsLeft) {
   program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
-  BringToFront(program_.main());
+  const auto focus = [&](int box) {
+    program_.main().Ask(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(program_.At(box).handle()), TRUE);
+  };
   const struct {
     int box;
     const char *typed, *kept;
@@ -142,12 +167,10 @@ TEST_F(Range, TypedTimesAreBroughtIntoRangeWhenTheBoxIsLeft) {
                {IDC_frmTrimbrook_Text9, "", "0"},
                {IDC_frmTrimbrook_Text13, "60", "59"}};
   for (const auto& c : cases) {
-    ClickOn(program_.At(c.box));
-    Await("focus",
-          [&] { return FocusOf(program_.main()).handle() == program_.At(c.box).handle(); });
+    focus(c.box);
     program_.At(c.box).SetText(c.typed);
-    ClickOn(program_.At(IDC_frmTrimbrook_Text10));
-    Await("value " + std::string(c.kept), [&] { return program_.Text(c.box) == c.kept; });
+    focus(IDC_frmTrimbrook_Text10);
+    EXPECT_EQ(program_.Text(c.box), c.kept);
   }
 }
 
@@ -155,10 +178,13 @@ TEST_F(Range, ADayChosenInTheCalendarCounts) {
   program_.OpenSource(path_);
   program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
   BringToFront(program_.main());
-  // The middle of the page is never the 31st, on which the recording starts.
-  ClickOn(program_.At(IDC_frmTrimbrook_Calendar1));
-  // By the mouse as well: a message that is posted overtakes what the mouse has done.
-  ClickOn(program_.At(IDC_frmTrimbrook_Command5));
+  const auto confirmAnotherDay = [&] {
+    // The middle of the page is never the 31st, on which the recording starts.
+    ClickOn(program_.At(IDC_frmTrimbrook_Calendar1));
+    // By the mouse as well: a message that is posted overtakes what the mouse has done.
+    ClickOn(program_.At(IDC_frmTrimbrook_Command5));
+  };
+  ActUntil("message", confirmAnotherDay, [&] { return program_.ShowsDialog(); });
   EXPECT_EQ(program_.AnswerMessage(), Refusal(kStartOutside));
 }
 

@@ -86,7 +86,7 @@ TEST(Source, RefusesWhatIsNoRecording) {
                            "wrong kind.20D", "damaged.60D"}) {
     program.AnswerSourceDialog(InWork(name));
     EXPECT_EQ(program.AnswerMessage(), Refusal(kInvalidSource)) << name;
-    program.main().Settle();
+    program.Settle();
     EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text1), "") << name;
   }
   MakeFile(InWork("two blocks.60d"), 2 * kBlock);
@@ -101,7 +101,7 @@ TEST(Source, CancellingTheDialogClosesTheOpenOne) {
   program.ChooseTarget(InWork("cancelled.60D"));
   program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
   program.AwaitFileDialog("Select Source File").Cancel();
-  program.main().Settle();
+  program.Settle();
   for (const int box : {IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text3,
                         IDC_frmTrimbrook_Text6, IDC_frmTrimbrook_Text7})
     EXPECT_EQ(program.Text(box), "");
@@ -126,8 +126,8 @@ TEST(Source, ShowsAsManyCamerasAsItHas) {
 TEST(Source, KeysAloneOpenIt) {
   const Trimbrook program;
   const std::string path = Recording("day.60D");
-  BringToFront(program.main());
-  PressTogether({VK_CONTROL, 'O'});
+  PressUntil("file dialog", program.main(), {VK_CONTROL, 'O'},
+             [&] { return program.ShowsDialog(); });
   const FileDialog dialog = program.AwaitFileDialog("Select Source File");
   dialog.Accept(path);
   Await("source", [&] { return program.Text(IDC_frmTrimbrook_Text1) == path; });

@@ -53,7 +53,7 @@ TEST_F(Target, CancellingLeavesNoTargetAndTheLastSpace) {
   EXPECT_GT(std::stol(space), 0);
   EXPECT_EQ(space.find_first_not_of("0123456789"), std::string::npos);
   OpenDialog().Cancel();
-  program_.main().Settle();
+  program_.Settle();
   EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text6), "");
   EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), space);
 }

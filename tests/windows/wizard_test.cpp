@@ -1,9 +1,8 @@
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-
 #include "driver/await.h"
 #include "driver/files.h"
+#include "driver/input.h"
 #include "driver/wizard.h"
 
 namespace driver {
@@ -23,7 +22,7 @@ TEST_F(Wizard, WritesBlocksThroughDirectCd) {
   Press(kCopy);
   AwaitPage(kEjectPage);
   EXPECT_TRUE(HoldsBlocks("E:\\part.60D", Recording("day.60D"), 2, 3));
-  AwaitFocus(PageButton(kEject));
+  AwaitFocus(*window_, PageButton(kEject));
   Press(kEject);
   AwaitPage(kDonePage);
   // Cancel is disabled now, and with it Esc.
@@ -93,6 +92,7 @@ TEST_F(Wizard, WritesCamerasAndPlayerThroughDragToDisc) {
 
 // Nothing waits for the program that was just started: its window is not there yet.
 TEST_F(Wizard, StaysOnTheNamePageWhenDragToDiscIsSlow) {
+  MakeFile(InWork("slow"), 0);
   Register(kDirectCd);
   Register(kDragToDisc);
   Open(Recording("day.60D"));
@@ -104,6 +104,7 @@ TEST_F(Wizard, StaysOnTheNamePageWhenDragToDiscIsSlow) {
   EXPECT_EQ(program_.AnswerMessage(), (Message{"Trimbrook", "Invalid procedure call or argument"}));
   AwaitPage(kNamePage);
   EXPECT_TRUE(At(IDC_frmSaveToCD_Text1).IsShown());
+  DeleteFileA(InWork("slow").c_str());
   AwaitBurner(kDragToDisc);
 }
 
@@ -143,7 +144,7 @@ TEST_F(Wizard, GoesBackAndForthAndAsksForAName) {
   At(IDC_frmSaveToCD_Text1).SetText("   ");
   Press(kCopy);
   EXPECT_EQ(program_.AnswerMessage(), Refusal("You must input a file name!"));
-  AwaitFocus(At(IDC_frmSaveToCD_Text1));
+  AwaitFocus(*window_, At(IDC_frmSaveToCD_Text1));
   At(IDC_frmSaveToCD_Text1).PressAndGoOn(VK_ESCAPE);
   ExpectWizardGone();
 }
@@ -190,16 +191,14 @@ TEST_F(Wizard, IsNotClosedWhileItCopies) {
   Register(kDirectCd);
   Open(Recording("long.60D"));
   GoToNamePage("long");
-  Press(kCopy);
-  Await("some percent", [&] { return std::atoi(At(IDC_frmSaveToCD_Label3).Text().c_str()) >= 5; });
-  for (int attempt = 0; attempt < 3; ++attempt) {
+  {
+    const auto pause = CatchCopy();
     window_->Close();
     PostMessageW(window_->handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
     PostMessageW(window_->handle(), WM_COMMAND, IDCANCEL, 0);
-    window_->Settle();
   }
   AwaitPage(kEjectPage);
-  EXPECT_TRUE(HoldsBlocks("E:\\long.60D", Recording("long.60D"), 1, 300));
+  EXPECT_TRUE(HoldsBlocks("E:\\long.60D", Recording("long.60D"), 1, kLongBlocks));
   window_->Close();
   ExpectWizardGone();
 }
@@ -208,9 +207,10 @@ TEST_F(Wizard, LeavesNoHalfFileWhenTheSessionEnds) {
   Register(kDirectCd);
   Open(Recording("long.60D"));
   GoToNamePage("long");
-  Press(kCopy);
-  Await("some percent", [&] { return std::atoi(At(IDC_frmSaveToCD_Label3).Text().c_str()) >= 5; });
-  EXPECT_TRUE(window_->Ask(WM_QUERYENDSESSION));
+  {
+    const auto pause = CatchCopy();
+    SendNotifyMessageW(window_->handle(), WM_QUERYENDSESSION, 0, 0);
+  }
   EXPECT_EQ(program_.AnswerMessage(IDNO), kNotReady);
   EXPECT_THAT(FilesLike("E:\\long*"), IsEmpty());
   EXPECT_EQ(program_.AnswerMessage(), kGivenUp);
