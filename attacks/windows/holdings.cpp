@@ -58,9 +58,4 @@ Holdings HoldingsOf(const Program& program) {
   return {DrawingObjects(program.process()), Windows(process), Kilobytes(program.process())};
 }
 
-std::ostream& operator<<(std::ostream& out, const Holdings& holdings) {
-  return out << holdings.drawing << " drawing objects, " << holdings.windows << " windows, "
-             << holdings.kilobytes << " KB";
-}
-
 }  // namespace driver

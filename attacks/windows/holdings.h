@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <ostream>
 
 #include "driver/program.h"
 
@@ -15,7 +14,5 @@ struct Holdings {
 };
 
 Holdings HoldingsOf(const Program& program);
-
-std::ostream& operator<<(std::ostream& out, const Holdings& holdings);
 
 }  // namespace driver

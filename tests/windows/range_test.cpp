@@ -95,15 +95,6 @@ TEST_F(Range, ASliderDraggedPastTheOtherIsStoppedOnce) {
   ExpectBlocks(2, 2);
 }
 
-TEST_F(Range, WithoutASourceConfirmIsRefused) {
-  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
-  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command5), Refusal(kNoSource));
-  Type(IDC_frmTrimbrook_Text8, StartOf(path_, 1));
-  program_.At(IDC_frmTrimbrook_Command6).Click();
-  EXPECT_EQ(Typed(IDC_frmTrimbrook_Text8), "0 0 0 ");
-  EXPECT_EQ(Typed(IDC_frmTrimbrook_Text11), "0 0 0 ");
-}
-
 TEST_F(Range, TheCustomRangeUnfoldsTheWindowUpwards) {
   SetWindowPos(program_.main().handle(), nullptr, 100, 300, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
   const RECT before = program_.main().Place();

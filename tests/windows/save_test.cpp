@@ -144,8 +144,12 @@ TEST_F(Save, NamesMayHaveAnyLetters) {
   CheckLater({"--compare", Recording("day.60D"), "--cameras", "2", target});
 }
 
-TEST_F(Save, KeysAloneSaveAndLeave) {
-  Prepare("day.60D", InWork("keys.60D"));
+TEST_F(Save, KeysAloneOpenSaveAndLeave) {
+  PressUntil("file dialog", program_.main(), {VK_CONTROL, 'O'},
+             [&] { return program_.ShowsDialog(); });
+  program_.AwaitFileDialog("Select Source File").Accept(Recording("day.60D"));
+  Await("source", [&] { return !program_.Text(IDC_frmTrimbrook_Text1).empty(); });
+  program_.ChooseTarget(InWork("keys.60D"));
   const auto isShown = [&] { return program_.FindShown("frmSaveFile").has_value(); };
   PressUntil("save window", program_.main(), {VK_CONTROL, 'S'}, isShown);
   const Window save = program_.AwaitShown("frmSaveFile");
