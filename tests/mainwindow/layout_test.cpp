@@ -20,82 +20,72 @@ using layout::Row;
 
 /// A form in one of its states: the rows as they stand then.
 struct State {
-  const char* name;
+  std::string name;
   int clientWidth;
   int clientHeight;
   std::vector<Row> rows;
+
+  State(std::string stateName, const layout::Form& form)
+      : name(std::move(stateName)),
+        clientWidth(form.clientWidth),
+        clientHeight(form.clientHeight),
+        rows(form.rows.begin(), form.rows.end()) {}
+  Row& RowOf(int id) { return *std::ranges::find(rows, id, &Row::id); }
+  void Show(bool shown, std::initializer_list<int> ids) {
+    for (const int id : ids)
+      RowOf(id).styles =
+          shown ? RowOf(id).styles & ~layout::kHidden : RowOf(id).styles | layout::kHidden;
+  }
+  /// The same form with all its controls, those that are hidden at first too.
+  State WithAll() const {
+    State all = *this;
+    for (Row& row : all.rows) row.styles &= ~layout::kHidden;
+    return all;
+  }
 };
 
 void PrintTo(const State& state, std::ostream* out) {
   *out << state.name;
 }
 
-Row& RowOf(State& state, int id) {
-  return *std::find_if(state.rows.begin(), state.rows.end(),
-                       [id](const Row& row) { return row.id == id; });
-}
-
-State TableOf(const char* name, const layout::Form& form) {
-  return {name, form.clientWidth, form.clientHeight, {form.rows.begin(), form.rows.end()}};
-}
-
-void ShowAll(State& state) {
-  for (Row& row : state.rows) row.styles &= ~layout::kHidden;
-}
-
-State MainWindow(const char* name, const layout::WindowHeight& height,
-                 const layout::CameraArrangement& cameras, bool withCd = false) {
-  State state = TableOf(name, layout::kFrmTrimbrook);
+State MainWindow(const char* name, bool expanded, bool manyCameras, bool withCd = false) {
+  const auto& height = expanded ? layout::kExpanded : layout::kCompact;
+  const auto& cameras = manyCameras ? layout::kThirtyTwoCameras : layout::kSixteenCameras;
+  const auto& buttons = withCd ? layout::kWithCd : layout::kWithoutCd;
+  State state = State(name, layout::kFrmTrimbrook).WithAll();
   state.clientHeight += height.window - layout::kCompact.window;
-  ShowAll(state);
-  const bool expanded = height.window == layout::kExpanded.window;
-  const bool many = cameras.frame7Width == layout::kThirtyTwoCameras.frame7Width;
-  if (!expanded) RowOf(state, IDC_frmTrimbrook_Frame4).styles |= layout::kHidden;
-  if (!withCd) RowOf(state, IDC_frmTrimbrook_Command7).styles |= layout::kHidden;
-  for (int i = 16; i < 32 && !many; ++i) {
-    RowOf(state, IDC_frmTrimbrook_Check1 + i).styles |= layout::kHidden;
-    RowOf(state, IDC_frmTrimbrook_Label5 + 1 + i).styles |= layout::kHidden;
-  }
-  RowOf(state, IDC_frmTrimbrook_Frame3).height = height.frame3;
-  RowOf(state, IDC_frmTrimbrook_Frame7).left = cameras.frame7Left;
-  RowOf(state, IDC_frmTrimbrook_Frame7).width = cameras.frame7Width;
-  RowOf(state, IDC_frmTrimbrook_cmdSet).left = cameras.pictureButtonsLeft;
-  RowOf(state, IDC_frmTrimbrook_cmdClear).left = cameras.pictureButtonsLeft;
-  RowOf(state, IDC_frmTrimbrook_Command8).left = cameras.command8Left;
-  const layout::ButtonArrangement& buttons = withCd ? layout::kWithCd : layout::kWithoutCd;
-  RowOf(state, IDC_frmTrimbrook_Command3).left = buttons.command3Left;
-  RowOf(state, IDC_frmTrimbrook_Command4).left = buttons.command4Left;
+  state.Show(expanded, {IDC_frmTrimbrook_Frame4});
+  state.Show(withCd, {IDC_frmTrimbrook_Command7});
+  for (int i = 16; i < 32; ++i)
+    state.Show(manyCameras, {IDC_frmTrimbrook_Check1 + i, IDC_frmTrimbrook_Label5 + 1 + i});
+  state.RowOf(IDC_frmTrimbrook_Frame3).height = height.frame3;
+  state.RowOf(IDC_frmTrimbrook_Frame7).left = cameras.frame7Left;
+  state.RowOf(IDC_frmTrimbrook_Frame7).width = cameras.frame7Width;
+  state.RowOf(IDC_frmTrimbrook_cmdSet).left = cameras.pictureButtonsLeft;
+  state.RowOf(IDC_frmTrimbrook_cmdClear).left = cameras.pictureButtonsLeft;
+  state.RowOf(IDC_frmTrimbrook_Command8).left = cameras.command8Left;
+  state.RowOf(IDC_frmTrimbrook_Command3).left = buttons.command3Left;
+  state.RowOf(IDC_frmTrimbrook_Command4).left = buttons.command4Left;
   for (const int id :
        {IDC_frmTrimbrook_Command3, IDC_frmTrimbrook_Command4, IDC_frmTrimbrook_Command7})
-    RowOf(state, id).top = height.buttonsTop;
-  return state;
-}
-
-State ProgressWindow() {
-  State state = TableOf("progress", layout::kFrmSaveFile);
-  ShowAll(state);
+    state.RowOf(id).top = height.buttonsTop;
   return state;
 }
 
 /// A page of the CD wizard; the instructions of Drag-to-Disc stand lower.
 State WizardPage(const char* name, Page page, bool dragToDisc = false) {
-  State state = TableOf(name, layout::kFrmSaveToCD);
+  State state(name, layout::kFrmSaveToCD);
   const PageLook look = LookOf(page, dragToDisc);
-  const auto show = [&](int id, bool shown) {
-    std::uint32_t& styles = RowOf(state, id).styles;
-    styles = shown ? styles & ~layout::kHidden : styles | layout::kHidden;
-  };
-  Row& instructions = RowOf(state, IDC_frmSaveToCD_Label1);
+  Row& instructions = state.RowOf(IDC_frmSaveToCD_Label1);
   instructions.top = look.instructionsTop;
   instructions.height = look.instructionsHeight;
-  show(IDC_frmSaveToCD_Label1, look.instructionsHeight > 0);
-  show(IDC_frmSaveToCD_Combo1, look.showsDrives);
-  for (const int id : {IDC_frmSaveToCD_Text1, IDC_frmSaveToCD_Check1}) show(id, look.showsFileName);
-  for (const int id :
-       {IDC_frmSaveToCD_Animation1, IDC_frmSaveToCD_ProgressBar1, IDC_frmSaveToCD_Label3})
-    show(id, page == Page::kCopying);
+  state.Show(look.instructionsHeight > 0, {IDC_frmSaveToCD_Label1});
+  state.Show(look.showsDrives, {IDC_frmSaveToCD_Combo1});
+  state.Show(look.showsFileName, {IDC_frmSaveToCD_Text1, IDC_frmSaveToCD_Check1});
+  state.Show(page == Page::kCopying,
+             {IDC_frmSaveToCD_Animation1, IDC_frmSaveToCD_ProgressBar1, IDC_frmSaveToCD_Label3});
   for (int i = 0; i < kPageButtons; ++i)
-    show(IDC_frmSaveToCD_cmdNext + i, look.buttons[static_cast<std::size_t>(i)].visible);
+    state.Show(look.buttons[static_cast<std::size_t>(i)].visible, {IDC_frmSaveToCD_cmdNext + i});
   return state;
 }
 
@@ -130,9 +120,9 @@ class Layout : public testing::TestWithParam<State> {
   }
 
   static bool TakesFocus(const Row& row) {
-    return row.kind != Kind::kLabel && row.kind != Kind::kFrame && row.kind != Kind::kLine &&
-           row.kind != Kind::kUpDown && row.kind != Kind::kProgressBar &&
-           row.kind != Kind::kAnimation && (row.styles & layout::kNoTabStop) == 0;
+    static const std::set<Kind> kPassive = {Kind::kLabel,  Kind::kFrame,       Kind::kLine,
+                                            Kind::kUpDown, Kind::kProgressBar, Kind::kAnimation};
+    return !kPassive.contains(row.kind) && (row.styles & layout::kNoTabStop) == 0;
   }
 
   std::vector<Placed> shown_;
@@ -169,13 +159,11 @@ TEST_P(Layout, TabGoesOnToTheRightOrDown) {
 
 INSTANTIATE_TEST_SUITE_P(
     Forms, Layout,
-    testing::Values(MainWindow("compact16", layout::kCompact, layout::kSixteenCameras),
-                    MainWindow("compact32", layout::kCompact, layout::kThirtyTwoCameras),
-                    MainWindow("expanded16", layout::kExpanded, layout::kSixteenCameras),
-                    MainWindow("expanded32", layout::kExpanded, layout::kThirtyTwoCameras),
-                    MainWindow("withCd", layout::kCompact, layout::kSixteenCameras, true),
-                    ProgressWindow(), WizardPage("welcome", Page::kWelcome),
-                    WizardPage("drive", Page::kDrive),
+    testing::Values(MainWindow("compact16", false, false), MainWindow("compact32", false, true),
+                    MainWindow("expanded16", true, false), MainWindow("expanded32", true, true),
+                    MainWindow("withCd", false, false, true),
+                    State("progress", layout::kFrmSaveFile).WithAll(),
+                    WizardPage("welcome", Page::kWelcome), WizardPage("drive", Page::kDrive),
                     WizardPage("driveDragToDisc", Page::kDrive, true),
                     WizardPage("fileName", Page::kFileName), WizardPage("copying", Page::kCopying),
                     WizardPage("eject", Page::kEject), WizardPage("done", Page::kDone)),

@@ -6,14 +6,8 @@ set -euo pipefail
 make=$1
 list=$2
 save=$3
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cd "$folder"
-
-fail() {
-  echo "FAILED: $*" >&2
-  exit 1
-}
+# shellcheck source=tests/tools/workspace.sh
+. "$(dirname "${BASH_SOURCE[0]}")/workspace.sh"
 
 # Saves blocks of a source; no cameras stand for all of them.
 check_save() {
@@ -32,6 +26,7 @@ check_save() {
 while read -r source cameras options; do
   # shellcheck disable=SC2086
   "$make" $options "$source" >/dev/null
+  "$list" --check "$source" >printed || fail "$source: $(tail -1 printed)"
   for range in "1 3" "2 2" "2 3"; do
     # shellcheck disable=SC2086
     check_save "$source" $range "$cameras"
