@@ -103,6 +103,10 @@ class BlockParser {
 
 }  // namespace
 
+void ParseBlock(StoredBlock& block) {
+  BlockParser(block).Parse();
+}
+
 bool IsNameOf20D(const std::string& path) {
   const std::size_t length = path.size();
   return length >= 3 && path.compare(length - 3, 2, "20") == 0 && (path.back() | 0x20) == 'd';
@@ -163,7 +167,7 @@ const StoredBlock& RecordingReader::Read(int number) {
   block_.bytes = ReadBytes((number - 1) * kBlockBytes, length);
   block_.trailer =
       block_.compact ? static_cast<int>(length) - layout_->trailerBytes : layout_->trailer;
-  BlockParser(block_).Parse();
+  ParseBlock(block_);
   return block_;
 }
 

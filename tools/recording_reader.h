@@ -45,6 +45,9 @@ struct StoredBlock {
   const std::uint8_t* At(int place) const { return bytes.data() + place; }
 };
 
+/// Takes a block apart of which the layout, the bytes and the trailer's place are set.
+void ParseBlock(StoredBlock& block);
+
 /// Reads recordings, whole or damaged, as the format tells and no other code. A last block that is
 /// compact is found by the trailer at the file's end.
 class RecordingReader {

@@ -27,8 +27,9 @@ bool StartsWith(const std::string& text, const std::string& start) {
 
 /// One run: what is asked of the program, and what it must not do.
 struct Run {
-  explicit Run(FuzzedDataProvider& data)
-      : recording(data), world(FaultOf(data)), first(data.ConsumeIntegralInRange(-1, 4)) {
+  explicit Run(FuzzedDataProvider& data) : recording(data) {
+    world.disk.fault = FaultOf(data);
+    first = data.ConsumeIntegralInRange(-1, 4);
     last = first + data.ConsumeIntegralInRange(-1, 3);
     mdlSave::lngCamSelLow = data.ConsumeIntegral<std::uint16_t>();
     progress.cancelBefore = data.ConsumeIntegralInRange(0, 15);
@@ -51,10 +52,10 @@ struct Run {
   }
 
   /// Whether nothing but the recording itself decides what a save gives.
-  bool IsUndisturbed() const { return world.fault.met.empty() && progress.messages.empty(); }
+  bool IsUndisturbed() const { return world.disk.fault.met.empty() && progress.messages.empty(); }
 
   /// Whether no file could be removed, so that one may be left.
-  bool RemovalFails() const { return world.fault.met == "remove" && world.fault.lasting; }
+  bool RemovalFails() const { return world.disk.fault.met == "remove" && world.disk.fault.lasting; }
 
   void DemandNoHalfFile() const {
     const auto target = world.disk.Bytes(kTarget);
@@ -72,7 +73,7 @@ struct Run {
   HostileRecording recording;
   FakePlatform world;
   FakeProgress progress;
-  int first;
+  int first = 0;
   int last = 0;
   std::size_t size = 0;
 };
@@ -105,7 +106,7 @@ void DemandChosenImages(const Run& run, const std::vector<TestImage>& stored) {
 }
 
 void SaveChosen(Run& run) {
-  IndexBlockRange(run.world.failing, kSource, run.first, run.last);
+  IndexBlockRange(run.world.disk, kSource, run.first, run.last);
   const SaveOutcome outcome =
       SaveChosenCameras(run.world.system, run.progress, kSource, kTarget, run.first, run.last);
   if (outcome != SaveOutcome::kSaved) return run.DemandNoHalfFile();
@@ -137,11 +138,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   mdlFileProcessing::bytBlockStatus = 0;
   mdlFileProcessing::bln20D = run.recording.Is20D();
   const bool valid =
-      mdlFileProcessing::ScanSourceFile(run.world.failing, run.world.dates, kSource) == 1;
+      mdlFileProcessing::ScanSourceFile(run.world.disk, run.world.dates, kSource) == 1;
   if (run.recording.IsSound() && run.IsUndisturbed())
     Demand(valid && mdlFileProcessing::lngBlockCount == run.recording.Blocks(),
            "the scan is right");
-  mdlFileProcessing::CheckAvailability(run.world.failing, kSource, run.first, run.last);
+  mdlFileProcessing::CheckAvailability(run.world.disk, kSource, run.first, run.last);
   if (mdlFileProcessing::lngBlockCount > 0) {
     // The sliders keep the range inside the source.
     run.first = std::clamp(run.first, 1, mdlFileProcessing::lngBlockCount);

@@ -7,8 +7,8 @@
 
 #include "capture/format.h"
 #include "platform/posix/posix_disk.h"
-#include "tests/support/failing_disk.h"
 #include "tests/support/fake_dates.h"
+#include "tests/support/memory_disk.h"
 #include "tests/support/recording_builder.h"
 
 namespace mdlFileProcessing {
@@ -172,16 +172,17 @@ TEST(CheckAvailability, ReadsTheMasksOfTheRange) {
 TEST(CaptureFile, TheSourceIsClosedWhateverCallFails) {
   const std::string recording = Blocks(0x30, {1, 2, 3}).Bytes();
   ForEachFault([&](Fault& fault) {
-    MemoryDisk memory;
-    memory.Put("r", recording);
-    FailingDisk disk(memory, fault);
+    MemoryDisk disk;
+    disk.Put("r", recording);
+    disk.fault = fault;
     FakeDates dates;
     bln20D = false;
     ScanSourceFile(disk, dates, "r");
     CheckAvailability(disk, "r", 1, 3);
-    EXPECT_EQ(memory.OpenHandles(), 0u) << fault;
+    fault = disk.fault;
+    EXPECT_EQ(disk.OpenHandles(), 0u) << fault;
     EXPECT_EQ(hSourceFile, platform::FileHandle::kInvalid) << fault;
-    EXPECT_EQ(memory.View("r"), recording) << fault;
+    EXPECT_EQ(disk.View("r"), recording) << fault;
   });
 }
 

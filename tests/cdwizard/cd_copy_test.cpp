@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <new>
 #include <string>
 #include <vector>
@@ -36,8 +37,9 @@ const std::string& Letters() {
 }
 
 /// A disc in drive E: and a recording of three blocks, "aaa...", "bbb...", "ccc...".
-struct World {
-  explicit World(const std::string& recording = Letters()) {
+template <typename Disk = MemoryDisk>
+struct WorldWith {
+  explicit WorldWith(const std::string& recording = Letters()) {
     mdlSave::blnSomeCameras = false;
     mdlFileProcessing::bln20D = false;
     disk().AddCdRom("E:");
@@ -45,7 +47,7 @@ struct World {
     copy.SetPlayerRoot(kPlayerRoot);
   }
 
-  MemoryDisk& disk() { return outside.disk; }
+  Disk& disk() { return outside.disk; }
   void PutPlayer(std::size_t bytes = 10) {
     for (const std::string& path : PlayerFilePaths(kPlayerRoot))
       disk().Put(path, std::string(bytes, path.back()));
@@ -57,47 +59,46 @@ struct World {
   }
   std::vector<std::string> OnDisc() { return disk().FilesBelow("E:"); }
 
-  FakePlatform outside;
+  PlatformWith<Disk> outside;
   FakeMainWindow mainWindow;
   FakeWizardView view;
   CdCopy copy{outside.system, mainWindow, view};
 };
 
-struct Sizes {
-  std::vector<std::uint64_t> bytes;  // Of the first player files; the others have none.
-  std::int32_t megabytes;            // Without the estimate.
+using World = WorldWith<>;
+
+/// A disk whose files are as large as a test says, one after the other; the last ones have nothing.
+struct SizedDisk : MemoryDisk {
+  std::deque<std::uint64_t> sizes;
+  std::optional<std::uint64_t> FileBytes(const std::string&) override {
+    if (sizes.empty()) return 0;
+    const std::uint64_t size = sizes.front();
+    sizes.pop_front();
+    return size;
+  }
 };
 
-class FilesSize : public testing::TestWithParam<Sizes> {};
-
-TEST_P(FilesSize, RoundsUpEachFileAndTheirSum) {
-  struct SizedDisk : MemoryDisk {
-    std::vector<std::uint64_t> bytes;
-    std::size_t asked = 0;
-    std::optional<std::uint64_t> FileBytes(const std::string&) override {
-      return asked < bytes.size() ? bytes[asked++] : 0;
-    }
-  } sized;
-  sized.bytes = GetParam().bytes;
-  for (const std::string& path : PlayerFilePaths(kPlayerRoot)) sized.Put(path, "");
-  World world;
-  platform::Platform system = {
-      sized, sized, world.outside.registry, world.outside.desktop, sized, world.outside.dates,
-      "",    ""};
-  CdCopy copy(system, world.mainWindow, world.view);
-  copy.SetPlayerRoot(kPlayerRoot);
-  EXPECT_EQ(copy.FilesSize(true), GetParam().megabytes + world.mainWindow.estimate);
+TEST(FilesSize, RoundsUpEachFileAndTheirSum) {
+  const std::pair<std::deque<std::uint64_t>, int> kMegabytes[] = {
+      {{}, 0},
+      {{1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, 1},
+      {{1048576}, 1},
+      {{1048575, 1}, 2},
+      {{1047552, 1024}, 1},
+      {{2147481600}, 2048},
+      {{2146435072}, 2047},
+      {{2147483647}, 2048},
+      {{1 << 30, 1 << 30, 1 << 30}, 2048},
+      {{1ull << 40, 5}, 2048}};
+  for (const auto& [sizes, megabytes] : kMegabytes) {
+    WorldWith<SizedDisk> world;
+    world.PutPlayer();
+    world.disk().sizes = sizes;
+    EXPECT_EQ(world.copy.FilesSize(true), megabytes + world.mainWindow.estimate);
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, FilesSize,
-                         testing::Values(Sizes{{}, 0}, Sizes{{1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, 1},
-                                         Sizes{{1048576}, 1}, Sizes{{1048575, 1}, 2},
-                                         Sizes{{1047552, 1024}, 1}, Sizes{{2147481600}, 2048},
-                                         Sizes{{2146435072}, 2047}, Sizes{{2147483647}, 2048},
-                                         Sizes{{1 << 30, 1 << 30, 1 << 30}, 2048},
-                                         Sizes{{1ull << 40, 5}, 2048}));
-
-TEST(FilesSizeQuestion, OffersToGoOnWithoutThePlayer) {
+TEST(FilesSize, OffersToGoOnWithoutThePlayer) {
   World world;
   EXPECT_EQ(world.copy.FilesSize(false), 4);
   EXPECT_THAT(world.view.log, IsEmpty());
@@ -113,7 +114,7 @@ TEST(FilesSizeQuestion, OffersToGoOnWithoutThePlayer) {
 }
 
 // A folder that is empty or relative would mean whatever folder is current.
-TEST(FilesSizeQuestion, TakesNoRelativeFolder) {
+TEST(FilesSize, TakesNoRelativeFolder) {
   for (const std::string root : {"", "Player\\", "\\Player\\", "C:Player\\"}) {
     World world;
     for (const std::string& path : PlayerFilePaths(root)) world.disk().Put(path, "x");
@@ -181,63 +182,44 @@ TEST(CopyFiles, LeavesTheDiscWhenThePlayerIsNotCopied) {
   EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\Part.60D", "E:\\Tessaview Notes.txt"));
 }
 
-struct Danger {
+/// A copy that would lose a file or write none: what makes it so, and what is asked for.
+struct Refusal {
   const char* name;
-  const char* from;  // A file that must not be lost, and
-  const char* to;    // a name that it has on the disc as well.
-  bool withPlayer;
+  void (*prepare)(World& world);
+  bool withPlayer = true;
+  const char* drive = "E:";
+  const char* fileName = "Part";
 };
 
-class CopyThatWouldLose : public testing::TestWithParam<Danger> {};
+const Refusal kRefusals[] = {
+    // Files are told apart by what they are: the name on the disc may be another one.
+    {"source as target", [](World& world) { world.disk().Link(kSource, "E:\\Part.60D"); }, false},
+    {"source in the root", [](World& world) { world.disk().Link(kSource, "E:\\anything"); }},
+    {"source below", [](World& world) { world.disk().Link(kSource, "E:\\Tessaview\\deep\\x"); }},
+    {"player file in the root",
+     [](World& world) {
+       world.disk().Link("C:\\Player\\TessaviewCD\\Tessaview\\tvjpeg.dll", "E:\\x.dll");
+     }},
+    {"no CD drive", [](World& world) { world.disk().Put("F:\\Tessaview Notes.txt", "old"); }, true,
+     "F:"},
+    {"empty range", [](World& world) { world.mainWindow.first = 3; }},
+    {"stream of a file", [](World&) {}, false, "E:", "12:30"},
+};
 
-// Files are told apart by what they are: the name on the disc may be another one.
-TEST_P(CopyThatWouldLose, TouchesNothing) {
-  World world;
-  world.PutPlayer();
-  world.disk().Put("E:\\Tessaview Notes.txt", "mark");
-  world.disk().Put("E:\\Tessaview\\x.dll", "old");
-  world.disk().Link(GetParam().from, GetParam().to);
-  const auto before = world.disk().Paths();
-  EXPECT_FALSE(world.Copy(GetParam().withPlayer));
-  EXPECT_EQ(world.disk().Paths(), before);
-  EXPECT_EQ(world.disk().Bytes(kSource)->size(), 3 * kBlock);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, CopyThatWouldLose,
-    testing::Values(Danger{"source as target", kSource, "E:\\Part.60D", false},
-                    Danger{"source in the root", kSource, "E:\\anything", true},
-                    Danger{"source below", kSource, "E:\\Tessaview\\deep\\x", true},
-                    Danger{"player file in the root",
-                           "C:\\Player\\TessaviewCD\\Tessaview\\tvjpeg.dll", "E:\\x.dll", true}),
-    [](const auto& danger) {
-      std::string name = danger.param.name;
-      std::replace(name.begin(), name.end(), ' ', '_');
-      return name;
-    });
-
-TEST(CopyFiles, ClearsNothingThatIsNoCdDrive) {
-  World world;
-  world.PutPlayer();
-  world.disk().Put("F:\\Tessaview Notes.txt", "old");
-  world.copy.FilesSize(true);
-  EXPECT_FALSE(world.copy.CopyFiles(true, "F:", "Part"));
-  EXPECT_THAT(world.disk().FilesBelow("F:"), ElementsAre("F:\\Tessaview Notes.txt"));
-}
-
-TEST(CopyFiles, RefusesAnEmptyRange) {
-  World world;
-  world.PutPlayer();
-  world.disk().Put("E:\\Tessaview Notes.txt", "old");
-  world.mainWindow.first = 3;
-  EXPECT_FALSE(world.Copy(true));
-  EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\Tessaview Notes.txt"));
-}
-
-TEST(CopyFiles, RefusesAStreamOfAFile) {
-  World world;
-  EXPECT_FALSE(world.Copy(false, "12:30"));
-  EXPECT_THAT(world.OnDisc(), IsEmpty());
+TEST(CopyFiles, TouchesNothingWhenItRefuses) {
+  for (const Refusal& refusal : kRefusals) {
+    SCOPED_TRACE(refusal.name);
+    World world;
+    world.PutPlayer();
+    world.disk().Put("E:\\Tessaview Notes.txt", "mark");
+    world.disk().Put("E:\\Tessaview\\x.dll", "old");
+    refusal.prepare(world);
+    const auto before = world.disk().Paths();
+    world.copy.FilesSize(refusal.withPlayer);
+    EXPECT_FALSE(world.copy.CopyFiles(refusal.withPlayer, refusal.drive, refusal.fileName));
+    EXPECT_EQ(world.disk().Paths(), before);
+    EXPECT_EQ(world.disk().Bytes(kSource)->size(), 3 * kBlock);
+  }
 }
 
 TEST(CopyFiles, FailsWhenMemoryRunsOut) {
@@ -250,19 +232,16 @@ TEST(CopyFiles, FailsWhenMemoryRunsOut) {
 }
 
 // A device takes every byte and keeps none.
+struct DiskWithDevices : MemoryDisk {
+  std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override {
+    return Size(file) == 0 ? std::nullopt : MemoryDisk::Identity(file);
+  }
+};
+
 TEST(CopyFiles, RefusesADevice) {
-  struct Devices : MemoryDisk {
-    std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override {
-      return Size(file) == 0 ? std::nullopt : MemoryDisk::Identity(file);
-    }
-  } disk;
-  World world;
-  disk.Put(kSource, std::string(3 * kBlock, 'a'));
-  platform::Platform system = {
-      disk, disk, world.outside.registry, world.outside.desktop, disk, world.outside.dates, "", ""};
-  CdCopy copy(system, world.mainWindow, world.view);
-  EXPECT_FALSE(copy.CopyFiles(false, "E:", "NUL"));
-  EXPECT_EQ(disk.OpenHandles(), 0u);
+  WorldWith<DiskWithDevices> world;
+  EXPECT_FALSE(world.Copy(false, "NUL"));
+  EXPECT_EQ(world.disk().OpenHandles(), 0u);
 }
 
 TEST(CopyFiles, TellsOfABlockThatIsNotWhole) {
@@ -330,54 +309,43 @@ TEST(CopyFiles, TellsWhyTheChosenCamerasCannotBeSaved) {
   EXPECT_THAT(world.OnDisc(), IsEmpty());
 }
 
-// What the faults are tried on.
-struct Wanted {
-  bool someCameras;
-  bool withPlayer;
-};
-
-class CopyWithFaults : public testing::TestWithParam<Wanted> {
+class CopyWithFaults : public testing::TestWithParam<std::tuple<bool, bool>> {
  protected:
-  /// A copy of the same recording without a fault.
-  std::string Whole() {
-    World world(recording_);
-    Prepare(world);
-    world.Copy(GetParam().withPlayer);
-    return world.disk().Bytes(target_).value_or("");
-  }
-  void Prepare(World& world) {
+  /// Copies one block with the fault, whole or one camera of it, with or without the player.
+  bool Copy(World& world, const Fault& fault = {}) {
+    const auto& [someCameras, withPlayer] = GetParam();
     world.mainWindow.last = 1;
     ChooseCamera(world);
-    mdlSave::blnSomeCameras = GetParam().someCameras;
-    if (GetParam().withPlayer) world.PutPlayer();
+    mdlSave::blnSomeCameras = someCameras;
+    if (withPlayer) world.PutPlayer();
     world.disk().Put("E:\\Tessaview Notes.txt", "old");
+    world.copy.FilesSize(withPlayer);
+    world.disk().fault = fault;
+    return world.copy.CopyFiles(withPlayer, "E:", "Part");
   }
 
   const std::string recording_ = RecordingOf(1);
-  const std::string target_ = GetParam().withPlayer ? "E:\\Tessaview\\Part.60D" : "E:\\Part.60D";
+  const std::string target_ = std::get<1>(GetParam()) ? "E:\\Tessaview\\Part.60D" : "E:\\Part.60D";
 };
 
 // Whatever call of the disk fails: nothing stays open, no source is lost, and either all is written
 // or the recording is not there at all. Only where removing fails for good, half a file can stay.
 TEST_P(CopyWithFaults, WritesAllOrNothingWhateverCallFails) {
-  const std::string whole = Whole();
-  ASSERT_FALSE(whole.empty());
+  World good(recording_);
+  ASSERT_TRUE(Copy(good));
+  const std::string_view whole = good.disk().View(target_);
+  const auto sources = good.disk().FilesBelow("C:");
   ForEachFault([&](Fault& fault) {
     World world(recording_);
-    Prepare(world);
-    world.copy.FilesSize(GetParam().withPlayer);
-    const auto before = world.disk().Paths();
-    world.outside.fault = fault;
-    const bool copied = world.copy.CopyFiles(GetParam().withPlayer, "E:", "Part");
-    fault = world.outside.fault;
+    const bool copied = Copy(world, fault);
+    fault = std::exchange(world.disk().fault, {});
 
-    SCOPED_TRACE(testing::Message() << fault);
+    SCOPED_TRACE(testing::PrintToString(fault));
     EXPECT_EQ(world.disk().OpenHandles(), 0u);
     EXPECT_EQ(mdlFileProcessing::hSourceFile, platform::FileHandle::kInvalid);
     EXPECT_TRUE(copied || !fault.met.empty());
     EXPECT_EQ(world.view.log.back(), "no progress");
-    for (const std::string& path : before)
-      if (path[0] == 'C') EXPECT_TRUE(world.disk().HasFile(path)) << path;
+    EXPECT_EQ(world.disk().FilesBelow("C:"), sources);
     const bool toldOfShortRead =
         testing::Value(world.view.log, Contains("tell as application Error reading file ..."));
     if (copied && !toldOfShortRead)
@@ -387,8 +355,6 @@ TEST_P(CopyWithFaults, WritesAllOrNothingWhateverCallFails) {
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(All, CopyWithFaults,
-                         testing::Values(Wanted{false, false}, Wanted{false, true},
-                                         Wanted{true, false}, Wanted{true, true}));
+INSTANTIATE_TEST_SUITE_P(All, CopyWithFaults, testing::Combine(testing::Bool(), testing::Bool()));
 
 }  // namespace

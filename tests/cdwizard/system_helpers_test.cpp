@@ -15,7 +15,7 @@ TEST(RegGetString, TakesPlainStringsUpToTheirFirstZero) {
     return RegGetString(registry, RegistryRoot::kCurrentUser, "Key", name, "default");
   };
   const auto put = [&](const std::string& name, std::uint32_t type, const std::string& data) {
-    registry.Put(RegistryRoot::kCurrentUser, "Key", name, {type, data});
+    registry.values[{RegistryRoot::kCurrentUser, "Key", name}] = {type, data};
   };
   using namespace std::string_literals;
   put("", 1, "C:\\P\\a.exe\0rest"s);
@@ -30,12 +30,7 @@ TEST(RegGetString, TakesPlainStringsUpToTheirFirstZero) {
   EXPECT_EQ(read("expandable"), "default");
   EXPECT_EQ(read("missing"), "default");
   EXPECT_EQ(read("long").size(), 32766u);
-  try {
-    read("too long");
-    ADD_FAILURE() << "no overflow";
-  } catch (const RuntimeError& fault) {
-    EXPECT_EQ(fault.number(), RuntimeError::kOverflow);
-  }
+  EXPECT_THROW(read("too long"), RuntimeError);
   EXPECT_EQ(RegGetString(registry, RegistryRoot::kLocalMachine, "Key", "", "other root"),
             "other root");
 }
@@ -56,17 +51,12 @@ TEST(GetDiskFreeMB, AsksTheVolumeOfAPath) {
     GetDiskFreeMB(volumes, path);
     EXPECT_EQ(volumes.asked, root);
   }
-  volumes.bytes = 0xFFFFFFFF00000000u + 1048576 + 524288;
-  EXPECT_EQ(GetDiskFreeMB(volumes, "E:\\"), 17592186040321.5);
-  EXPECT_EQ(dblDiskFreeMB, 17592186040321.5);
+  // Both halves of the number are taken as unsigned.
+  volumes.bytes = 0xFFFFFFFF00000000u + 0xFFF80000u;
+  EXPECT_EQ(GetDiskFreeMB(volumes, "E:\\"), 17592186044415.5);
+  EXPECT_EQ(dblDiskFreeMB, 17592186044415.5);
   volumes.bytes = 0;
   EXPECT_EQ(GetDiskFreeMB(volumes, "E:\\"), 0);
-}
-
-TEST(LargeIntToDouble, TakesBothHalvesAsUnsigned) {
-  EXPECT_EQ(LargeIntToDouble(-1, 0), 4294967295.0);
-  EXPECT_EQ(LargeIntToDouble(0, -1), 4294967295.0 * 4294967296.0);
-  EXPECT_EQ(LargeIntToDouble(5, 1), 4294967301.0);
 }
 
 }  // namespace

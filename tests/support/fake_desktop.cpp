@@ -1,6 +1,5 @@
 #include "tests/support/fake_desktop.h"
 
-#include <algorithm>
 #include <string_view>
 
 using platform::WindowHandle;
@@ -9,19 +8,17 @@ namespace {
 
 constexpr std::int16_t kShift = 0x100;
 
-struct Key {
-  char plain;
-  char shifted;
-  std::int16_t virtualKey;
-};
+/// The keys that give other characters than letters, without and with Shift, in the order of their
+/// virtual keys.
+constexpr std::u16string_view kPlain = u"0123456789;=,-./`[\\]'";
+constexpr std::u16string_view kShifted = u")!@#$%^&*(:+<_>?~{|}\"";
 
-constexpr Key kKeys[] = {
-    {'1', '!', '1'},   {'2', '@', '2'},  {'3', '#', '3'},  {'4', '$', '4'},  {'5', '%', '5'},
-    {'6', '^', '6'},   {'7', '&', '7'},  {'8', '*', '8'},  {'9', '(', '9'},  {'0', ')', '0'},
-    {';', ':', 0xBA},  {'=', '+', 0xBB}, {',', '<', 0xBC}, {'-', '_', 0xBD}, {'.', '>', 0xBE},
-    {'/', '?', 0xBF},  {'`', '~', 0xC0}, {'[', '{', 0xDB}, {']', '}', 0xDD}, {'\'', '"', 0xDE},
-    {'\\', '|', 0xDC},
-};
+std::int16_t VirtualKey(std::size_t place) {
+  constexpr std::size_t kSemicolon = 10, kBracket = 17;
+  if (place < kSemicolon) return static_cast<std::int16_t>('0' + place);
+  return static_cast<std::int16_t>(place < kBracket ? 0xBA + place - kSemicolon
+                                                    : 0xDB + place - kBracket);
+}
 
 std::string Hex(std::uint8_t value) {
   constexpr char kDigits[] = "0123456789ABCDEF";
@@ -30,16 +27,9 @@ std::string Hex(std::uint8_t value) {
 
 }  // namespace
 
-std::vector<std::string> FakeDesktop::Logged(const std::string& start) const {
-  std::vector<std::string> lines;
-  std::copy_if(log.begin(), log.end(), std::back_inserter(lines),
-               [&](const std::string& line) { return line.rfind(start, 0) == 0; });
-  return lines;
-}
-
 bool FakeDesktop::ShellOpen(WindowHandle, const std::string& path, platform::ShowCommand) {
   log.push_back("open " + path);
-  return opens;
+  return true;
 }
 
 WindowHandle FakeDesktop::WindowTitled(const std::string& title) {
@@ -67,11 +57,9 @@ std::int16_t FakeDesktop::ScanUnicodeKey(char16_t unit) {
   if (unit == ' ' || unit == '\r' || unit == '\t') return static_cast<std::int16_t>(unit);
   if (unit >= 'a' && unit <= 'z') return static_cast<std::int16_t>(unit - 'a' + 'A');
   if (unit >= 'A' && unit <= 'Z') return static_cast<std::int16_t>(unit | kShift);
-  for (const Key& key : kKeys) {
-    if (unit == static_cast<char16_t>(key.plain)) return key.virtualKey;
-    if (unit == static_cast<char16_t>(key.shifted))
-      return static_cast<std::int16_t>(key.virtualKey | kShift);
-  }
+  if (const auto place = kPlain.find(unit); place != kPlain.npos) return VirtualKey(place);
+  if (const auto place = kShifted.find(unit); place != kShifted.npos)
+    return static_cast<std::int16_t>(VirtualKey(place) | kShift);
   return -1;
 }
 
@@ -85,23 +73,12 @@ char FakeDesktop::ToAnsi(char16_t unit) {
 
 std::uint32_t FakeDesktop::MediaCommand(const std::string& command) {
   log.push_back("media " + command);
-  const auto failure = failures.find(command);
-  return failure == failures.end() ? 0 : failure->second;
-}
-
-void FakeRegistry::PutString(platform::RegistryRoot root, const std::string& keyPath,
-                             const std::string& valueName, const std::string& text) {
-  Put(root, keyPath, valueName, {platform::RegistryValue::kString, text + '\0'});
-}
-
-void FakeRegistry::Put(platform::RegistryRoot root, const std::string& keyPath,
-                       const std::string& valueName, platform::RegistryValue value) {
-  values_[{root, keyPath + '\0' + valueName}] = std::move(value);
+  return 0;
 }
 
 std::optional<platform::RegistryValue> FakeRegistry::Query(platform::RegistryRoot root,
                                                            const std::string& keyPath,
                                                            const std::string& valueName) {
-  const auto found = values_.find({root, keyPath + '\0' + valueName});
-  return found == values_.end() ? std::nullopt : std::optional(found->second);
+  const auto found = values.find({root, keyPath, valueName});
+  return found == values.end() ? std::nullopt : std::optional(found->second);
 }

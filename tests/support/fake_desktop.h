@@ -6,7 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 #include "platform/desktop.h"
@@ -23,12 +23,7 @@ class FakeDesktop : public platform::Desktop {
   std::set<std::string> windows;
   /// Called before each look for a window, with its title: lets windows come and go.
   std::function<void(const std::string& title)> onLook = [](const std::string&) {};
-  bool opens = true;                              ///< What the shell answers.
-  std::uint32_t versionWord = 0;                  ///< Non-Unicode family with the top bit set.
-  std::map<std::string, std::uint32_t> failures;  ///< Media commands that fail, and their result.
-
-  /// The lines of the log that start so.
-  std::vector<std::string> Logged(const std::string& start) const;
+  std::uint32_t versionWord = 0;  ///< Non-Unicode family with the top bit set.
 
   bool ShellOpen(platform::WindowHandle owner, const std::string& path,
                  platform::ShowCommand show) override;
@@ -49,14 +44,11 @@ class FakeDesktop : public platform::Desktop {
 /// A registry that holds what a test puts there.
 class FakeRegistry : public platform::Registry {
  public:
-  void PutString(platform::RegistryRoot root, const std::string& keyPath,
-                 const std::string& valueName, const std::string& text);
-  void Put(platform::RegistryRoot root, const std::string& keyPath, const std::string& valueName,
-           platform::RegistryValue value);
+  /// By root, key path and value name.
+  std::map<std::tuple<platform::RegistryRoot, std::string, std::string>, platform::RegistryValue>
+      values;
+
   std::optional<platform::RegistryValue> Query(platform::RegistryRoot root,
                                                const std::string& keyPath,
                                                const std::string& valueName) override;
-
- private:
-  std::map<std::pair<platform::RegistryRoot, std::string>, platform::RegistryValue> values_;
 };

@@ -1,24 +1,22 @@
 #pragma once
 
 #include "platform/platform.h"
-#include "tests/support/failing_disk.h"
 #include "tests/support/fake_dates.h"
 #include "tests/support/fake_desktop.h"
 #include "tests/support/memory_disk.h"
 
-/// The whole outside world of a test. `system` goes through the fault, which strikes nothing unless
-/// a test sets it; `disk` is behind it.
-struct FakePlatform {
-  explicit FakePlatform(const Fault& whatFails = {}) : fault(whatFails) {
-    disk.Put("C:\\Trimbrook\\Trimbrook.exe", "");
-  }
+/// The whole outside world of a test, the program's own file on its disk, which a test may replace
+/// by one of its own kind.
+template <typename Disk>
+struct PlatformWith {
+  PlatformWith() { disk.Put("C:\\Trimbrook\\Trimbrook.exe", ""); }
 
-  Fault fault;
-  MemoryDisk disk;
-  FailingDisk failing{disk, fault};
+  Disk disk;
   FakeRegistry registry;
   FakeDesktop desktop;
   FakeDates dates;
-  platform::Platform system{failing, failing, registry,        desktop,
-                            failing, dates,   "C:\\Trimbrook", "Trimbrook"};
+  platform::Platform system{disk, disk,  registry,        desktop,
+                            disk, dates, "C:\\Trimbrook", "Trimbrook"};
 };
+
+using FakePlatform = PlatformWith<MemoryDisk>;

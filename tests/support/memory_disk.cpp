@@ -97,9 +97,10 @@ std::uint64_t& MemoryDisk::Room(const std::string& path) {
 }
 
 FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
+  if (Fails("open")) return FileHandle::kInvalid;
   auto file = At(path);
   const bool anew = mode == OpenMode::kWriteNew;
-  if (!file && (!anew || !HasFolder(ParentOf(path)))) return FileHandle::kInvalid;
+  if (!file && (!anew || !IsFolder(ParentOf(path)))) return FileHandle::kInvalid;
   if (file && (file->exclusive || (anew && file->handles > 0))) return FileHandle::kInvalid;
   if (!file) Put(path, ""), file = At(path);
   if (anew) {
@@ -115,9 +116,10 @@ FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
 bool MemoryDisk::Read(FileHandle file, void* buffer, std::uint32_t bytes,
                       std::uint32_t& bytesRead) {
   bytesRead = 0;
-  ++reads_;
   Handle* handle = Of(file);
-  if (!handle) return false;
+  if (Fails("read") || !handle) return false;
+  bytes = Moved("read", bytes);
+  ++reads_;
   const std::string& content = handle->file->bytes;
   if (handle->position >= content.size()) return true;
   const std::uint64_t left = content.size() - handle->position;
@@ -132,7 +134,8 @@ bool MemoryDisk::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
                        std::uint32_t& bytesWritten) {
   bytesWritten = 0;
   Handle* handle = Of(file);
-  if (!handle || !handle->writable) return false;
+  if (Fails("write") || !handle || !handle->writable) return false;
+  bytes = Moved("write", bytes);
   Grow(*handle, handle->position + bytes);
   std::string& content = handle->file->bytes;
   if (handle->position >= content.size()) return bytes == 0;
@@ -154,40 +157,48 @@ void MemoryDisk::Grow(Handle& handle, std::uint64_t size) {
 
 bool MemoryDisk::Seek(FileHandle file, std::int64_t position) {
   Handle* handle = Of(file);
-  if (!handle || position < 0) return false;
+  if (Fails("seek") || !handle || position < 0) return false;
   handle->position = static_cast<std::uint64_t>(position);
   return true;
 }
 
 std::optional<std::uint64_t> MemoryDisk::Size(FileHandle file) {
   const Handle* handle = Of(file);
-  return handle ? std::optional<std::uint64_t>(handle->file->bytes.size()) : std::nullopt;
+  if (Fails("size") || !handle) return std::nullopt;
+  return handle->file->bytes.size();
 }
 
 bool MemoryDisk::Flush(FileHandle file) {
-  return Of(file) != nullptr;
+  return !Fails("flush") && Of(file) != nullptr;
 }
 
 bool MemoryDisk::Close(FileHandle file) {
-  const Handle* handle = Of(file);
-  if (!handle) return false;
-  if (--handle->file->handles == 0) handle->file->exclusive = false;
-  handles_.erase(static_cast<std::intptr_t>(file));
-  return true;
+  const auto found = handles_.find(static_cast<std::intptr_t>(file));
+  if (found == handles_.end()) return false;
+  const Handle handle = found->second;
+  handles_.erase(found);
+  if (--handle.file->handles == 0) handle.file->exclusive = false;
+  if (!Fails("close")) return true;
+  if (handle.writable) handle.file->bytes.resize(handle.file->bytes.size() / 2);
+  return false;
 }
 
 std::optional<platform::FileIdentity> MemoryDisk::Identity(FileHandle file) {
   const Handle* handle = Of(file);
-  if (!handle) return std::nullopt;
+  if (Fails("identity") || !handle) return std::nullopt;
   return platform::FileIdentity{1, reinterpret_cast<std::uintptr_t>(handle->file.get())};
 }
 
 bool MemoryDisk::Find(const std::string& path) {
   const auto file = At(path);
-  return file && !file->hidden;
+  return !Fails("find") && file && !file->hidden;
 }
 
 bool MemoryDisk::Remove(const std::string& path) {
+  return !Fails("remove") && Delete(path);
+}
+
+bool MemoryDisk::Delete(const std::string& path) {
   const auto file = At(path);
   if (!file || file->handles > 0) return false;
   if (file.use_count() == 2) Room(path) += file->bytes.size();
@@ -196,7 +207,7 @@ bool MemoryDisk::Remove(const std::string& path) {
 }
 
 std::string MemoryDisk::MakeTemporary(const std::string& folder, const std::string& prefix) {
-  if (!HasFolder(folder)) return "";
+  if (Fails("temporary name") || !IsFolder(folder)) return "";
   const std::string path =
       Trimmed(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
   Put(path, "");
@@ -205,13 +216,15 @@ std::string MemoryDisk::MakeTemporary(const std::string& folder, const std::stri
 
 bool MemoryDisk::SetTemporary(const std::string& path, bool temporary) {
   const auto file = At(path);
-  if (file) file->temporary = temporary;
-  return file != nullptr;
+  if (Fails("attribute") || !file) return false;
+  file->temporary = temporary;
+  return true;
 }
 
 bool MemoryDisk::Move(const std::string& from, const std::string& to) {
   const auto file = At(from);
-  if (!file || file->handles > 0 || At(to) || !HasFolder(ParentOf(to))) return false;
+  if (Fails("move") || !file || file->handles > 0) return false;
+  if (At(to) || !IsFolder(ParentOf(to))) return false;
   if (Room(to) < file->bytes.size() && VolumeOf(from) != VolumeOf(to)) return false;
   Room(from) += file->bytes.size();
   Room(to) -= file->bytes.size();
@@ -221,26 +234,37 @@ bool MemoryDisk::Move(const std::string& from, const std::string& to) {
 }
 
 std::uint64_t MemoryDisk::FreeBytes(const std::string& root) {
-  return Room(root);
+  return Fails("free bytes") ? 0 : Room(root);
+}
+
+bool MemoryDisk::HasFile(const std::string& path) {
+  return !Fails("has file") && At(path);
 }
 
 bool MemoryDisk::HasFolder(const std::string& path) {
+  return !Fails("has folder") && IsFolder(path);
+}
+
+bool MemoryDisk::IsFolder(const std::string& path) const {
   const std::string folder = Trimmed(path);
   return folder.empty() || folder == VolumeOf(folder) || folders_.count(folder) > 0;
 }
 
 std::optional<std::uint64_t> MemoryDisk::FileBytes(const std::string& path) {
   const auto file = At(path);
-  return file ? std::optional<std::uint64_t>(file->bytes.size()) : std::nullopt;
+  if (Fails("file bytes") || !file) return std::nullopt;
+  return file->bytes.size();
 }
 
 bool MemoryDisk::MakeFolder(const std::string& path) {
-  return !At(path) && HasFolder(ParentOf(path)) && folders_.insert(Trimmed(path)).second;
+  return !Fails("make folder") && !At(path) && IsFolder(ParentOf(path)) &&
+         folders_.insert(Trimmed(path)).second;
 }
 
 bool MemoryDisk::RemoveFolder(const std::string& path) {
-  bool whole = HasFolder(path);
-  for (const std::string& file : FilesBelow(path)) whole = Remove(file) && whole;
+  bool whole = !Fails("remove folder") && IsFolder(path);
+  if (!whole) return false;
+  for (const std::string& file : FilesBelow(path)) whole = Delete(file) && whole;
   if (!whole) return false;
   const std::string below = Trimmed(path) + "\\";
   std::erase_if(folders_, [&](const std::string& folder) {
@@ -252,9 +276,10 @@ bool MemoryDisk::RemoveFolder(const std::string& path) {
 }
 
 bool MemoryDisk::RemoveFilesIn(const std::string& folder) {
-  bool whole = HasFolder(folder);
+  bool whole = !Fails("remove files") && IsFolder(folder);
+  if (!whole) return false;
   for (const std::string& file : FilesBelow(folder))
-    if (ParentOf(file).size() == Trimmed(folder).size()) whole = Remove(file) && whole;
+    if (ParentOf(file).size() == Trimmed(folder).size()) whole = Delete(file) && whole;
   return whole;
 }
 

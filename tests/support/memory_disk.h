@@ -12,12 +12,17 @@
 #include "platform/drives.h"
 #include "platform/file_names.h"
 #include "platform/files.h"
+#include "tests/support/fault.h"
 
 /// A whole disk in memory, for tests and fuzzers: drives, folders and files by Windows paths,
 /// compared without regard to case. A file that is open for writing is nobody else's, an open file
-/// cannot be deleted, and a full volume shows as a short write.
+/// cannot be deleted, and a full volume shows as a short write. A fault strikes the calls of the
+/// three interfaces; a close that fails has closed the file all the same, and half of it is lost.
 class MemoryDisk : public platform::Files, public platform::FileNames, public platform::Drives {
  public:
+  /// Strikes nothing unless a test sets it.
+  Fault fault;
+
   /// Puts a file there, its folders included.
   void Put(const std::string& path, const std::string& bytes) { NewFile(path) = bytes; }
   void Put(const std::string& path, std::string&& bytes) { NewFile(path) = std::move(bytes); }
@@ -63,7 +68,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::uint64_t FreeBytes(const std::string& root) override;
 
   std::vector<std::string> CdRomDrives() override { return cdRoms_; }
-  bool HasFile(const std::string& path) override { return At(path) != nullptr; }
+  bool HasFile(const std::string& path) override;
   bool HasFolder(const std::string& path) override;
   std::optional<std::uint64_t> FileBytes(const std::string& path) override;
   bool MakeFolder(const std::string& path) override;
@@ -96,6 +101,13 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     bool operator()(const std::string& left, const std::string& right) const;
   };
 
+  bool Fails(const char* operation) { return fault.Strikes(operation); }
+  /// How many of the bytes a read or write moves.
+  std::uint32_t Moved(const char* operation, std::uint32_t bytes) {
+    return fault.Strikes(operation, Fault::Kind::kShortTransfer) ? bytes / 2 : bytes;
+  }
+  bool IsFolder(const std::string& path) const;
+  bool Delete(const std::string& path);
   std::shared_ptr<File> At(const std::string& path) const;
   /// Makes an empty file, its folders included, and answers its bytes.
   std::string& NewFile(const std::string& path);

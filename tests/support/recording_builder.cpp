@@ -35,36 +35,11 @@ std::ostream& operator<<(std::ostream& out, const TestImage& image) {
              << image.sound.size() << " of sound, flags " << image.flags;
 }
 
-RecordingBuilder& RecordingBuilder::Block() {
-  blocks_.emplace_back();
-  return *this;
-}
-
-RecordingBuilder& RecordingBuilder::Image(const TestImage& image) {
-  blocks_.back().images.push_back(image);
-  return *this;
-}
-
-RecordingBuilder& RecordingBuilder::Titles(const std::vector<std::string>& titles) {
-  blocks_.back().titles = titles;
-  return *this;
-}
-
-RecordingBuilder& RecordingBuilder::Stamps(std::int32_t start, std::int32_t end) {
-  blocks_.back().stamps = {start, end};
-  return *this;
-}
-
-RecordingBuilder& RecordingBuilder::Pal() {
-  pal_ = true;
-  return *this;
-}
-
 std::string RecordingBuilder::Bytes() const {
   std::string recording;
   std::uint32_t number = 0;
   for (const BlockPlan& plan : blocks_) {
-    tools::BlockStyle style = {Layout(), pal_, true, true, {}};
+    tools::BlockStyle style = {Layout(), false, true, true, {}};
     std::copy(plan.titles.begin(), plan.titles.end(), style.titles.begin());
     style.tails = std::all_of(plan.images.begin(), plan.images.end(),
                               [](const TestImage& image) { return image.tail; });

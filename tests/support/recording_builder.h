@@ -38,15 +38,25 @@ class RecordingBuilder {
   explicit RecordingBuilder(int type) : type_(static_cast<std::uint8_t>(type)) {}
 
   /// Begins a new block.
-  RecordingBuilder& Block();
+  RecordingBuilder& Block() {
+    blocks_.emplace_back();
+    return *this;
+  }
   /// Adds an image to the current block.
-  RecordingBuilder& Image(const TestImage& image);
+  RecordingBuilder& Image(const TestImage& image) {
+    blocks_.back().images.push_back(image);
+    return *this;
+  }
   /// Titles of the block's cameras, from camera 0 on, in the blocks that keep a table of them.
-  RecordingBuilder& Titles(const std::vector<std::string>& titles);
+  RecordingBuilder& Titles(const std::vector<std::string>& titles) {
+    blocks_.back().titles = titles;
+    return *this;
+  }
   /// Sets the start and end stamp of the current block; otherwise they follow its images.
-  RecordingBuilder& Stamps(std::int32_t start, std::int32_t end);
-  /// Makes the recording PAL instead of NTSC.
-  RecordingBuilder& Pal();
+  RecordingBuilder& Stamps(std::int32_t start, std::int32_t end) {
+    blocks_.back().stamps = {start, end};
+    return *this;
+  }
 
   /// The recording: whole blocks of 2 MiB.
   std::string Bytes() const;
@@ -63,6 +73,5 @@ class RecordingBuilder {
   };
 
   std::uint8_t type_;
-  bool pal_ = false;
   std::vector<BlockPlan> blocks_;
 };

@@ -7,14 +7,14 @@
 
 #include "tests/support/recording_builder.h"
 
-/// One block of a recording of type 0x30 or 0x60, as it is stored.
+/// One block of a recording of type 0x30 or 0x60, as the tools read it.
 struct StoredBlock {
   std::string trailer;
   std::vector<TestImage> images;  ///< Their bytes with the zeros that fill up to the tail.
-  std::size_t dataBytes = 0;      ///< Up to the end entry's sector.
+  std::size_t dataBytes = 0;      ///< Up to the end of the last image.
 
   /// A field of the trailer.
-  std::uint32_t Field(std::size_t offset, std::size_t width) const;
+  std::uint32_t Field(std::size_t offset, int width) const;
 };
 
 /// All blocks of such a recording, a compact last one included. Throws `std::out_of_range` where

@@ -9,16 +9,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <utility>
 
 #include "capture/mdlFileProcessing.h"
 #include "platform/posix/posix_disk.h"
 #include "save/camera_index.h"
 #include "save/operations.h"
 #include "save/save_state.h"
-#include "tests/support/fake_dates.h"
-#include "tests/support/fake_desktop.h"
-#include "tests/support/memory_disk.h"
+#include "tests/support/fake_platform.h"
 #include "tools/recording_reader.h"
 
 namespace {
@@ -47,67 +44,52 @@ void Report(const char* step, double begin) {
               static_cast<double>(usage.ru_maxrss) / 1024);
 }
 
-/// One save, with the real disk below the core.
-class Job {
- public:
-  Job(std::string from, std::string to, std::int32_t firstBlock, std::int32_t lastBlock)
-      : source_(std::move(from)), target_(std::move(to)), first_(firstBlock), last_(lastBlock) {}
+std::string FolderOf(const std::string& path) {
+  return std::filesystem::absolute(path).parent_path().string();
+}
 
-  bool Scan() {
-    mdlFileProcessing::bln20D = tools::IsNameOf20D(source_);
-    const double begin = SecondsNow();
-    const bool valid = mdlFileProcessing::ScanSourceFile(disk_, dates_, source_) == 1;
-    std::printf("blocks %d\n", mdlFileProcessing::lngBlockCount);
-    Report("scan", begin);
-    return valid;
-  }
+/// What a save is asked for; no cameras stand for whole blocks.
+struct Job {
+  std::string source;
+  std::string target;
+  std::int32_t first;
+  std::int32_t last;
+  std::int32_t cameras;
+};
 
-  void ListCameras() {
-    const double begin = SecondsNow();
-    mdlFileProcessing::CheckAvailability(disk_, source_, first_, last_);
-    std::int32_t cameras = 0;
-    for (int i = 1; i <= mdlFileProcessing::lngCamMask.UpperBound(); ++i)
-      cameras |= mdlFileProcessing::lngCamMask[i];
-    std::printf("cameras %04x\n", static_cast<unsigned>(cameras));
-    Report("availability", begin);
-  }
+bool Scan(PosixDisk& disk, FakeDates& dates, const Job& job) {
+  const double begin = SecondsNow();
+  mdlFileProcessing::bln20D = tools::IsNameOf20D(job.source);
+  const bool valid = mdlFileProcessing::ScanSourceFile(disk, dates, job.source) == 1;
+  std::printf("blocks %d\n", mdlFileProcessing::lngBlockCount);
+  Report("scan", begin);
+  return valid;
+}
 
-  bool Save(std::int32_t chosen) {
-    platform::Platform system{disk_,   disk_,  registry_,         desktop_,
-                              drives_, dates_, FolderOf(target_), "Save"};
-    PrintedProgress progress;
-    double begin = SecondsNow();
-    if (chosen == 0) {
-      const bool saved =
-          SaveBlockRange(system, progress, source_, target_, first_, last_) == SaveOutcome::kSaved;
-      Report("save", begin);
-      return saved;
-    }
-    mdlSave::lngCamSelLow = chosen;
-    IndexBlockRange(disk_, source_, first_, last_);
+void ListCameras(PosixDisk& disk, const Job& job) {
+  const double begin = SecondsNow();
+  mdlFileProcessing::CheckAvailability(disk, job.source, job.first, job.last);
+  std::int32_t cameras = 0;
+  for (int i = 1; i <= mdlFileProcessing::lngCamMask.UpperBound(); ++i)
+    cameras |= mdlFileProcessing::lngCamMask[i];
+  std::printf("cameras %04x\n", static_cast<unsigned>(cameras));
+  Report("availability", begin);
+}
+
+bool Save(platform::Platform& system, const Job& job) {
+  PrintedProgress progress;
+  double begin = SecondsNow();
+  if (job.cameras != 0) {
+    mdlSave::lngCamSelLow = job.cameras;
+    IndexBlockRange(system.files, job.source, job.first, job.last);
     Report("index", begin);
     begin = SecondsNow();
-    const bool saved =
-        SaveChosenCameras(system, progress, source_, target_, first_, last_) == SaveOutcome::kSaved;
-    Report("save", begin);
-    return saved;
   }
-
- private:
-  static std::string FolderOf(const std::string& path) {
-    return std::filesystem::absolute(path).parent_path().string();
-  }
-
-  std::string source_;
-  std::string target_;
-  std::int32_t first_;
-  std::int32_t last_;
-  PosixDisk disk_;
-  FakeDates dates_{FakeDates::Style::k24Hour};
-  FakeRegistry registry_;
-  FakeDesktop desktop_;
-  MemoryDisk drives_;
-};
+  const auto save = job.cameras == 0 ? SaveBlockRange : SaveChosenCameras;
+  const SaveOutcome outcome = save(system, progress, job.source, job.target, job.first, job.last);
+  Report("save", begin);
+  return outcome == SaveOutcome::kSaved;
+}
 
 }  // namespace
 
@@ -116,10 +98,13 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "Usage: save_part SOURCE TARGET FIRST LAST [CAMERA...]\n");
     return 2;
   }
-  std::int32_t chosen = 0;
-  for (int i = 5; i < argc; ++i) chosen |= 1 << (std::atoi(argv[i]) - 1);
-  Job job(argv[1], argv[2], std::atoi(argv[3]), std::atoi(argv[4]));
-  if (!job.Scan()) return 1;
-  job.ListCameras();
-  return job.Save(chosen) ? 0 : 1;
+  Job job = {argv[1], argv[2], std::atoi(argv[3]), std::atoi(argv[4]), 0};
+  for (int i = 5; i < argc; ++i) job.cameras |= 1 << (std::atoi(argv[i]) - 1);
+  PosixDisk disk;
+  FakePlatform outside;
+  platform::Platform system{disk,         disk,          outside.registry,     outside.desktop,
+                            outside.disk, outside.dates, FolderOf(job.target), "Save"};
+  if (!Scan(disk, outside.dates, job)) return 1;
+  ListCameras(disk, job);
+  return Save(system, job) ? 0 : 1;
 }

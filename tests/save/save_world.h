@@ -1,0 +1,71 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+#include "capture/mdlFileProcessing.h"
+#include "save/camera_index.h"
+#include "save/operations.h"
+#include "save/save_state.h"
+#include "tests/save/fake_progress.h"
+#include "tests/support/fake_platform.h"
+
+constexpr char kProgram[] = "C:\\Trimbrook\\Trimbrook.exe";
+constexpr char kSource[] = "C:\\Recordings\\door.60D";
+constexpr char kTarget[] = "C:\\Saved\\part.60D";
+constexpr std::size_t kBlock = 2097152;
+
+/// Chooses whole blocks instead of cameras.
+constexpr std::int32_t kWholeBlocks = 0;
+
+/// A scanned recording of one block type, an old target, and a save from the one to the other.
+struct SaveWorld {
+  SaveWorld(int type, std::string recording, const Fault& fault = {})
+      : is20D(type == 0x60), source(std::move(recording)) {
+    world.disk.Put(kSource, source);
+    world.disk.Put(kTarget, "old");
+    mdlFileProcessing::bln20D = is20D;
+    mdlFileProcessing::ScanSourceFile(world.disk, world.dates, kSource);
+    world.disk.fault = fault;
+  }
+
+  SaveOutcome Run(int first, int last, std::int32_t cameras, const std::string& target = kTarget,
+                  const std::string& from = kSource) {
+    if (cameras == kWholeBlocks)
+      return SaveBlockRange(world.system, progress, from, target, first, last);
+    mdlSave::lngCamSelLow = cameras;
+    IndexBlockRange(world.disk, from, first, last);
+    return SaveChosenCameras(world.system, progress, from, target, first, last);
+  }
+  /// Ends the fault, so that it strikes no check of what it has done.
+  Fault TakeFault() { return std::exchange(world.disk.fault, {}); }
+
+  /// What holds however a save ends.
+  void ExpectNothingLeft() {
+    EXPECT_EQ(world.disk.OpenHandles(), 0u);
+    EXPECT_EQ(mdlFileProcessing::hSourceFile, platform::FileHandle::kInvalid);
+    EXPECT_EQ(world.disk.View(kSource), source);
+    EXPECT_TRUE(progress.PointerIsUsual());
+  }
+  void ExpectNoTemporary() {
+    EXPECT_THAT(world.disk.FilesBelow("C:\\Trimbrook"), testing::ElementsAre(kProgram));
+  }
+  /// What holds when a save has failed or was cancelled.
+  void ExpectNoHalfTarget() { EXPECT_EQ(world.disk.Bytes(kTarget).value_or("old"), "old"); }
+  void ExpectOneRefusal(const std::string& message) {
+    EXPECT_THAT(progress.messages, testing::ElementsAre(message));
+    EXPECT_EQ(progress.log.back(), "failed");
+  }
+  bool TargetIsBlocks(std::size_t first, std::size_t count) const {
+    return world.disk.View(kTarget) ==
+           std::string_view(source).substr((first - 1) * kBlock, count * kBlock);
+  }
+
+  FakePlatform world;
+  bool is20D;
+  std::string source;
+  FakeProgress progress;
+};
