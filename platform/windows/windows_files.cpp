@@ -22,17 +22,28 @@ Access AccessFor(OpenMode mode) {
     case OpenMode::kWriteExisting:
       return {GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING};
     case OpenMode::kWriteNew:
-      return {GENERIC_WRITE, 0, CREATE_ALWAYS};
+      return {GENERIC_WRITE, 0, CREATE_NEW};
   }
   return {};
+}
+
+HANDLE OpenFile(const std::string& path, const Access& access) {
+  return CreateFileA(path.c_str(), access.rights, access.sharing, nullptr, access.creation,
+                     FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 }  // namespace
 
 FileHandle WindowsFiles::Open(const std::string& path, OpenMode mode) {
-  const Access access = AccessFor(mode);
-  const HANDLE opened = CreateFileA(path.c_str(), access.rights, access.sharing, nullptr,
-                                    access.creation, FILE_ATTRIBUTE_NORMAL, nullptr);
+  Access access = AccessFor(mode);
+  HANDLE opened = OpenFile(path, access);
+  // Only what is there already is cut: under Wine even a new file would be, and some file systems
+  // write a file that was cut to the disk at once when it is closed.
+  if (access.creation == CREATE_NEW && opened == INVALID_HANDLE_VALUE &&
+      GetLastError() == ERROR_FILE_EXISTS) {
+    access.creation = CREATE_ALWAYS;
+    opened = OpenFile(path, access);
+  }
   return static_cast<FileHandle>(reinterpret_cast<INT_PTR>(opened));
 }
 
