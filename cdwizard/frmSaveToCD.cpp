@@ -97,7 +97,7 @@ void frmSaveToCD::ShowPercent(double percent) {
   Label3.SetCaption(std::to_string(whole) + "%");
 }
 
-// The copy fails and removes its file before the session's next message can reach the window.
+// At the end of the session the copy fails, and removes its file.
 void frmSaveToCD::LetMessagesRun() {
   forms::DoEvents();
   if (keepAwake_ && sessionEnds_) throw RuntimeError::InvalidProcedureCall(system_.programName);

@@ -3,6 +3,11 @@
 #include <objbase.h>
 
 namespace forms {
+namespace {
+
+bool doEventsEnds = false;
+
+}  // namespace
 
 void StartApplication() {
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
@@ -26,14 +31,19 @@ int RunMessageLoop() {
 }
 
 void DoEvents() {
+  doEventsEnds = false;
   MSG message;
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+  while (!doEventsEnds && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
       PostQuitMessage(static_cast<int>(message.wParam));
       return;
     }
     HandleMessage(message);
   }
+}
+
+void EndDoEvents() {
+  doEventsEnds = true;
 }
 
 void DiscardPendingInput() {

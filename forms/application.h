@@ -14,6 +14,8 @@ void HandleMessage(MSG& message);
 bool TranslateForForm(MSG& message);
 /// Handles every message that waits, then comes back. A request to quit is kept for the main loop.
 void DoEvents();
+/// Makes a `DoEvents` that runs come back before it takes another message.
+void EndDoEvents();
 /// Throws away the mouse and key input that waits.
 void DiscardPendingInput();
 

@@ -76,8 +76,8 @@ void frmSaveFile::OnUnload() {
   Timer1.SetEnabled(false);
 }
 
-/// The save lets messages run right now; once this has returned it goes on, finds itself cancelled
-/// and removes its file, before the session's next message can reach the window.
+/// A save that runs has let this message in: it goes on next, finds itself cancelled and removes its
+/// file.
 void frmSaveFile::OnEndSession() {
   Unload();
 }
