@@ -2,10 +2,26 @@
 
 #include <objbase.h>
 
+#include <cstdlib>
+
 namespace forms {
 namespace {
 
 bool doEventsEnds = false;
+
+/// Whether a press is the second of a double click whose first hit another window, which has made
+/// way for this one meanwhile: nobody has meant this one yet.
+bool IsStrayPress(const MSG& message) {
+  static MSG former = {};
+  if (message.message != WM_LBUTTONDOWN) return false;
+  const bool stray = former.hwnd && former.hwnd != message.hwnd &&
+                     message.time - former.time <= GetDoubleClickTime() &&
+                     std::abs(message.pt.x - former.pt.x) <= GetSystemMetrics(SM_CXDOUBLECLK) / 2 &&
+                     std::abs(message.pt.y - former.pt.y) <= GetSystemMetrics(SM_CYDOUBLECLK) / 2;
+  former = message;
+  if (stray) former.hwnd = nullptr;
+  return stray;
+}
 
 }  // namespace
 
@@ -19,7 +35,7 @@ void StartApplication() {
 }
 
 void HandleMessage(MSG& message) {
-  if (TranslateForForm(message)) return;
+  if (IsStrayPress(message) || TranslateForForm(message)) return;
   TranslateMessage(&message);
   DispatchMessageW(&message);
 }

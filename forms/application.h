@@ -9,6 +9,8 @@ void StartApplication();
 /// Runs until the program is told to quit; the exit code.
 int RunMessageLoop();
 /// Handles one message as the message loops do: the keys of the form it belongs to, then dispatch.
+/// Of a double click whose first press has put another control in the place of the one that was
+/// meant, the second press is dropped.
 void HandleMessage(MSG& message);
 /// Whether the form that a message belongs to took it as one of its keys.
 bool TranslateForForm(MSG& message);

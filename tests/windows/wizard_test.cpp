@@ -34,6 +34,19 @@ TEST_F(Wizard, WritesBlocksThroughDirectCd) {
   EXPECT_EQ(Read(InWork("DirectCD.log")), "started\r\n");
 }
 
+// The buttons of consecutive pages stand in the same place.
+TEST_F(Wizard, ADoubleClickTurnsOnePage) {
+  Register(kDirectCd);
+  Open(Recording("day.60D"));
+  OpenWizard();
+  BringToFront(*window_);
+  for (int press = 0; press < 2; ++press) ClickOn(PageButton(kStart));
+  Sleep(GetDoubleClickTime());
+  EXPECT_EQ(At(IDC_frmSaveToCD_Label2).Text(), kDrivePage);
+  ClickOn(PageButton(kChooseDrive));
+  AwaitPage(kNamePage);
+}
+
 /// Puts the player's distribution into a folder and names it to the wizard.
 void InstallPlayer() {
   const std::string folder = "C:\\player\\";
