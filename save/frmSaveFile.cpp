@@ -76,8 +76,8 @@ void frmSaveFile::OnUnload() {
   Timer1.SetEnabled(false);
 }
 
-/// A save that runs has let this message in: it goes on next, finds itself cancelled and removes its
-/// file.
+/// A save that runs has let this message in: it goes on next, finds itself cancelled and removes
+/// its file.
 void frmSaveFile::OnEndSession() {
   Unload();
 }
