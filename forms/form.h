@@ -101,7 +101,8 @@ class Form {
   void Bind(std::initializer_list<Binding> bindings);
   /// Binds an event of every element of a control array; the handler gets the index.
   template <typename T>
-  void BindArray(const ControlArray<T>& array, Event event, std::function<void(int)> handler) {
+  void BindArray(const ControlArray<T>& array, Event event,
+                 const std::function<void(int)>& handler) {
     for (int i = array.first(); i <= array.last(); ++i)
       BindOne(array(i), event, [handler, i] { handler(i); });
   }

@@ -11,7 +11,7 @@ class Timer : public Control {
   using Control::Control;
 
   /// Starts or stops the timer.
-  void SetEnabled(bool enabled);
+  void SetEnabled(bool enabled) override;
 
  protected:
   friend class Form;

@@ -30,8 +30,8 @@ forms::Day CalendarDay(platform::Date date) {
 /// The time stamp of a calendar's day at a time of day.
 std::int64_t SecondsOf(const forms::MonthCalendar& calendar, forms::UpDown& hour,
                        forms::UpDown& minute, forms::UpDown& second) {
-  const std::int64_t day = SecondsOfDate(DateOf(calendar.Value()));
-  return day + hour.Value() * 3600 + minute.Value() * 60 + second.Value();
+  const int timeOfDay = hour.Value() * 3600 + minute.Value() * 60 + second.Value();
+  return SecondsOfDate(DateOf(calendar.Value())) + timeOfDay;
 }
 
 }  // namespace

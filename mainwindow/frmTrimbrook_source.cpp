@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "capture/capture_time.h"
 #include "capture/format.h"
@@ -74,10 +73,10 @@ void frmTrimbrook::ClearSource() {
 
 /// Whether the file is a whole number of blocks, and enough of them; says so when it is not.
 bool frmTrimbrook::MeasureSource(const std::string& path) {
-  constexpr double kMostBlocks = std::numeric_limits<std::int32_t>::max();
   const SourceFile source(system_.files, path);
   const double size = FileSize64(system_.files, hSourceFile);
-  lngBlockCount = static_cast<std::int32_t>(std::min(size / format::kBlockSize, kMostBlocks));
+  lngBlockCount =
+      static_cast<std::int32_t>(std::min<double>(size / format::kBlockSize, kMostBlocks));
   const double lngBlockRemainder =
       std::round(size - static_cast<double>(lngBlockCount) * format::kBlockSize);
   const bool valid = lngBlockRemainder == 0 && lngBlockCount >= kFewestBlocks;
