@@ -20,7 +20,6 @@ LOGFONTW OwnFont(const layout::Font& font, UINT dpi) {
   description.lfHeight = -MulDiv(font.tenthsOfPoint, static_cast<int>(dpi), kTenthsPerInch);
   description.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
   description.lfCharSet = DEFAULT_CHARSET;
-  description.lfQuality = CLEARTYPE_QUALITY;
   const std::wstring face = Wide(font.face);
   std::wcsncpy(description.lfFaceName, face.c_str(), LF_FACESIZE - 1);
   return description;

@@ -139,6 +139,8 @@ class Form {
   void OnTimerMessage(WPARAM id);
   void OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void OnDpiChanged(UINT dpi, const RECT& suggested);
+  /// Sizes, places and fonts from what the system has now.
+  void LayOutAnew();
 
   void CreateWindows();
   void CreateControls();

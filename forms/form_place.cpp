@@ -139,10 +139,14 @@ void Form::ScrollIntoView(const Control& control) {
 
 void Form::OnDpiChanged(UINT dpi, const RECT& suggested) {
   dpi_ = dpi;
-  state_->scrolled = {};
-  state_->fonts.SetDpi(dpi);
   SetWindowPos(window_, nullptr, suggested.left, suggested.top, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  LayOutAnew();
+}
+
+void Form::LayOutAnew() {
+  state_->scrolled = {};
+  state_->fonts.SetDpi(dpi_);
   FitWindow();
   PlaceControls();
 }

@@ -10,6 +10,7 @@ namespace {
 
 constexpr WORD kFirstKeyCommand = 0x7000;  // Above all control ids.
 constexpr WORD kFromAccelerator = 1;
+constexpr int kTwipsPerNotch = 900;  // What a notch of the mouse's wheel scrolls by.
 
 }  // namespace
 
@@ -46,7 +47,9 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       OnScrollMessage(message, wParam, lParam);
       return 0;
     case WM_MOUSEWHEEL:
-      ScrollTo(state_->scrolled.x, state_->scrolled.y - GET_WHEEL_DELTA_WPARAM(wParam) / 2);
+      ScrollTo(state_->scrolled.x,
+               state_->scrolled.y -
+                   Pixels(MulDiv(GET_WHEEL_DELTA_WPARAM(wParam), kTwipsPerNotch, WHEEL_DELTA)));
       return 0;
     case WM_TIMER:
       OnTimerMessage(wParam);
@@ -70,6 +73,15 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_DPICHANGED:
       OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
+    case WM_SETTINGCHANGE:
+      if (IsIconic(window_)) return {};
+      if (wParam == SPI_SETNONCLIENTMETRICS) LayOutAnew();
+      if (wParam == SPI_SETWORKAREA) FitWindow();
+      return {};
+    case WM_SYSCOLORCHANGE:
+      // Windows tells the outer window only, but controls keep brushes of the old colours.
+      for (const Control* control : state_->inOrder) control->Send(message, wParam, lParam);
+      return {};
     default:
       return {};
   }
@@ -194,7 +206,7 @@ void Form::SetHourglass(bool on) {
 }
 
 void Form::FlashTaskbar() {
-  if (!window_ || GetForegroundWindow() == window_) return;
+  if (IsClosed() || GetForegroundWindow() == window_) return;
   // A modal window has no taskbar button of its own.
   FLASHWINFO flash = {};
   flash.cbSize = sizeof flash;
