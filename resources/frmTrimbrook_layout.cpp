@@ -141,47 +141,75 @@ constexpr auto kCustomRangeRows = std::to_array<Row>({
      165, 2670, 3000, 285},
     {IDC_frmTrimbrook_Frame4, Kind::kFrame, IDC_frmTrimbrook_Frame3, "Custom Time Range Setup", 120,
      3090, 10515, 3885, kHidden},
+});
 
-    {IDC_frmTrimbrook_Frame6, Kind::kFrame, IDC_frmTrimbrook_Frame4, "Start Time", 150, 270, 5025,
-     2985},
-    {IDC_frmTrimbrook_Calendar1, Kind::kMonthCalendar, IDC_frmTrimbrook_Frame6, "", 150, 270, 3450,
-     2580, kPlain, "Start date"},
-    {IDC_frmTrimbrook_Label13, Kind::kLabel, IDC_frmTrimbrook_Frame6, "H:", 3780, 780, 255, 240},
-    {IDC_frmTrimbrook_Text8, Kind::kTextBox, IDC_frmTrimbrook_Frame6, "", 4050, 750, 540,
-     kBoxHeight, kNumber, "Start hour"},
-    {IDC_frmTrimbrook_UpDownH, Kind::kUpDown, IDC_frmTrimbrook_Frame6, "", 4590, 750, 270,
-     kBoxHeight, kNoTabStop, "Change start hour", nullptr, 0, IDC_frmTrimbrook_Text8},
-    {IDC_frmTrimbrook_Label14, Kind::kLabel, IDC_frmTrimbrook_Frame6, "M:", 3780, 1335, 255, 240},
-    {IDC_frmTrimbrook_Text9, Kind::kTextBox, IDC_frmTrimbrook_Frame6, "", 4050, 1305, 540,
-     kBoxHeight, kNumber, "Start minute"},
-    {IDC_frmTrimbrook_UpDownM, Kind::kUpDown, IDC_frmTrimbrook_Frame6, "", 4590, 1305, 270,
-     kBoxHeight, kNoTabStop, "Change start minute", nullptr, 0, IDC_frmTrimbrook_Text9},
-    {IDC_frmTrimbrook_Label15, Kind::kLabel, IDC_frmTrimbrook_Frame6, "S:", 3780, 1890, 255, 240},
-    {IDC_frmTrimbrook_Text10, Kind::kTextBox, IDC_frmTrimbrook_Frame6, "", 4050, 1860, 540,
-     kBoxHeight, kNumber, "Start second"},
-    {IDC_frmTrimbrook_UpDownS, Kind::kUpDown, IDC_frmTrimbrook_Frame6, "", 4590, 1860, 270,
-     kBoxHeight, kNoTabStop, "Change start second", nullptr, 0, IDC_frmTrimbrook_Text10},
+// Hour, minute or second of an end of the custom range: a label, a box, and its arrows.
+struct TimeField {
+  const char* caption;
+  int label;
+  int box;
+  const char* boxName;
+  int arrows;
+  const char* arrowsName;
+};
 
-    {IDC_frmTrimbrook_Frame5, Kind::kFrame, IDC_frmTrimbrook_Frame4, "End Time", 5340, 270, 5025,
-     2985},
-    {IDC_frmTrimbrook_Calendar2, Kind::kMonthCalendar, IDC_frmTrimbrook_Frame5, "", 150, 270, 3450,
-     2580, kPlain, "End date"},
-    {IDC_frmTrimbrook_Label16, Kind::kLabel, IDC_frmTrimbrook_Frame5, "H:", 3780, 780, 255, 240},
-    {IDC_frmTrimbrook_Text11, Kind::kTextBox, IDC_frmTrimbrook_Frame5, "", 4050, 750, 540,
-     kBoxHeight, kNumber, "End hour"},
-    {IDC_frmTrimbrook_UpDown1, Kind::kUpDown, IDC_frmTrimbrook_Frame5, "", 4590, 750, 270,
-     kBoxHeight, kNoTabStop, "Change end hour", nullptr, 0, IDC_frmTrimbrook_Text11},
-    {IDC_frmTrimbrook_Label17, Kind::kLabel, IDC_frmTrimbrook_Frame5, "M:", 3780, 1335, 255, 240},
-    {IDC_frmTrimbrook_Text12, Kind::kTextBox, IDC_frmTrimbrook_Frame5, "", 4050, 1305, 540,
-     kBoxHeight, kNumber, "End minute"},
-    {IDC_frmTrimbrook_UpDown2, Kind::kUpDown, IDC_frmTrimbrook_Frame5, "", 4590, 1305, 270,
-     kBoxHeight, kNoTabStop, "Change end minute", nullptr, 0, IDC_frmTrimbrook_Text12},
-    {IDC_frmTrimbrook_Label18, Kind::kLabel, IDC_frmTrimbrook_Frame5, "S:", 3780, 1890, 255, 240},
-    {IDC_frmTrimbrook_Text13, Kind::kTextBox, IDC_frmTrimbrook_Frame5, "", 4050, 1860, 540,
-     kBoxHeight, kNumber, "End second"},
-    {IDC_frmTrimbrook_UpDown3, Kind::kUpDown, IDC_frmTrimbrook_Frame5, "", 4590, 1860, 270,
-     kBoxHeight, kNoTabStop, "Change end second", nullptr, 0, IDC_frmTrimbrook_Text13},
+// An end of the custom range: a day, and a time in three fields.
+struct CustomEnd {
+  const char* caption;
+  int frame;
+  int left;
+  int calendar;
+  const char* calendarName;
+  std::array<TimeField, 3> fields;
+};
 
+constexpr std::array<Row, 11> CustomEndRows(const CustomEnd& end) {
+  constexpr int kFirstFieldTop = 750;
+  constexpr int kFieldStep = 555;
+  std::array<Row, 11> rows{};
+  auto row = rows.begin();
+  *row++ = {end.frame, Kind::kFrame, IDC_frmTrimbrook_Frame4, end.caption, end.left, 270,
+            5025,      2985};
+  *row++ = {end.calendar, Kind::kMonthCalendar, end.frame, "", 150, 270, 3450, 2580,
+            kPlain,       end.calendarName};
+  int top = kFirstFieldTop;
+  for (const TimeField& field : end.fields) {
+    *row++ = {field.label, Kind::kLabel, end.frame, field.caption, 3780, top + 30, 255, 240};
+    *row++ = {field.box, Kind::kTextBox, end.frame, "",           4050, top,
+              540,       kBoxHeight,     kNumber,   field.boxName};
+    *row++ = {field.arrows, Kind::kUpDown, end.frame,        "",      4590, top,      270,
+              kBoxHeight,   kNoTabStop,    field.arrowsName, nullptr, 0,    field.box};
+    top += kFieldStep;
+  }
+  return rows;
+}
+
+constexpr auto kCustomStartRows =
+    CustomEndRows({"Start Time",
+                   IDC_frmTrimbrook_Frame6,
+                   150,
+                   IDC_frmTrimbrook_Calendar1,
+                   "Start date",
+                   {{{"H:", IDC_frmTrimbrook_Label13, IDC_frmTrimbrook_Text8, "Start hour",
+                      IDC_frmTrimbrook_UpDownH, "Change start hour"},
+                     {"M:", IDC_frmTrimbrook_Label14, IDC_frmTrimbrook_Text9, "Start minute",
+                      IDC_frmTrimbrook_UpDownM, "Change start minute"},
+                     {"S:", IDC_frmTrimbrook_Label15, IDC_frmTrimbrook_Text10, "Start second",
+                      IDC_frmTrimbrook_UpDownS, "Change start second"}}}});
+constexpr auto kCustomEndRows =
+    CustomEndRows({"End Time",
+                   IDC_frmTrimbrook_Frame5,
+                   5340,
+                   IDC_frmTrimbrook_Calendar2,
+                   "End date",
+                   {{{"H:", IDC_frmTrimbrook_Label16, IDC_frmTrimbrook_Text11, "End hour",
+                      IDC_frmTrimbrook_UpDown1, "Change end hour"},
+                     {"M:", IDC_frmTrimbrook_Label17, IDC_frmTrimbrook_Text12, "End minute",
+                      IDC_frmTrimbrook_UpDown2, "Change end minute"},
+                     {"S:", IDC_frmTrimbrook_Label18, IDC_frmTrimbrook_Text13, "End second",
+                      IDC_frmTrimbrook_UpDown3, "Change end second"}}}});
+
+constexpr auto kCustomButtons = std::to_array<Row>({
     {IDC_frmTrimbrook_Command5, Kind::kButton, IDC_frmTrimbrook_Frame4, "Confirm", 3420, 3360, 1680,
      375},
     {IDC_frmTrimbrook_Command6, Kind::kButton, IDC_frmTrimbrook_Frame4, "Reset", 5415, 3360, 1680,
@@ -204,8 +232,9 @@ constexpr auto Joined(const std::array<Row, N>&... parts) {
   ((end = std::copy(parts.begin(), parts.end(), end)), ...);
   return all;
 }
-constexpr auto kRows = Joined(kFileRows, kRangeRows, kCameraFrame, kCameraRows, kCameraButtons,
-                              kCustomRangeRows, kButtonRows);
+constexpr auto kRows =
+    Joined(kFileRows, kRangeRows, kCameraFrame, kCameraRows, kCameraButtons, kCustomRangeRows,
+           kCustomStartRows, kCustomEndRows, kCustomButtons, kButtonRows);
 
 }  // namespace
 
