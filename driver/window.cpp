@@ -26,10 +26,18 @@ std::string Window::ClassName() const {
   return forms::Utf8(name);
 }
 
+// Wine never answers a question to a window that goes before it is heard: it is asked again.
 std::string Window::Text() const {
+  constexpr DWORD kForOneAnswer = 2'000;  // Milliseconds.
   std::wstring text(kLongestText, L'\0');
-  text.resize(static_cast<std::size_t>(
-      Ask(WM_GETTEXT, kLongestText, reinterpret_cast<LPARAM>(text.data()))));
+  DWORD_PTR length = 0;
+  for (DWORD waited = 0; !SendMessageTimeoutW(handle_, WM_GETTEXT, kLongestText,
+                                              reinterpret_cast<LPARAM>(text.data()), SMTO_NORMAL,
+                                              kForOneAnswer, &length) &&
+                         Exists();
+       waited += kForOneAnswer)
+    if (waited > kPatience) throw std::runtime_error("No answer to a question for a text");
+  text.resize(length);
   return forms::Utf8(text);
 }
 
