@@ -136,7 +136,7 @@ void Form::CreateControls() {
     if (control->window_ && !control->toolTip_.empty()) control->SetToolTip(control->toolTip_);
     if (control->HasStyle(layout::kDefault)) SendMessageW(window_, DM_SETDEFID, row.id, 0);
   }
-  for (Control* control : state_->inOrder) control->Refresh();
+  for (Control* control : state_->inOrder) control->RefreshWindow();
 }
 
 }  // namespace forms

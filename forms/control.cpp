@@ -155,8 +155,10 @@ void Control::CreateIn(HWND parent) {
   DWORD style = WS_CHILD | WindowStyle();
   if (tabStop_ && CanHaveFocus(row_->kind)) style |= WS_TABSTOP;
   if (HasStyle(layout::kGroup)) style |= WS_GROUP;
-  window_ = CreateWindowExW(ExtendedStyle(), WindowClass(), Wide(text).c_str(), style, 0, 0, 0, 0,
-                            parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id())),
+  const RECT place = form_.PixelRect(*this);
+  window_ = CreateWindowExW(ExtendedStyle(), WindowClass(), Wide(text).c_str(), style, place.left,
+                            place.top, place.right - place.left, place.bottom - place.top, parent,
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id())),
                             GetModuleHandleW(nullptr), nullptr);
   if (!window_) throw RuntimeError::InvalidProcedureCall(form_.state_->layout.name);
   SetWindowPos(window_, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -165,23 +167,36 @@ void Control::CreateIn(HWND parent) {
   Created();
 }
 
-void Control::Place() {
+void Control::PlaceWindow() {
   if (!window_) return;
-  const RECT place = form_.PixelRect(*this);
+  RECT place = form_.PixelRect(*this);
+  place.bottom = place.top + WindowHeight(place.bottom - place.top);
+  RECT now = {};
+  GetWindowRect(window_, &now);
+  MapWindowPoints(HWND_DESKTOP, form_.window_, reinterpret_cast<POINT*>(&now), 2);
+  // Most stand there already when a form is set up, and moving them is what takes time.
+  if (EqualRect(&now, &place)) return;
   SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
-               WindowHeight(place.bottom - place.top), SWP_NOZORDER | SWP_NOACTIVATE);
-  if (row_->kind != layout::Kind::kFrame) return;
+               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Control::Place() {
+  PlaceWindow();
+  if (!window_ || row_->kind != layout::Kind::kFrame) return;
   for (Control* control : form_.state_->inOrder)
     if (control->container_ == this) control->Place();
   InvalidateRect(form_.window_, nullptr, TRUE);
 }
 
+void Control::RefreshWindow() {
+  if (!window_) return;
+  // Windows keeps a hidden control's access key alive unless the control is disabled too.
+  EnableWindow(window_, IsUsable());
+  ShowWindow(window_, IsShown() ? SW_SHOWNA : SW_HIDE);
+}
+
 void Control::Refresh() {
-  if (window_) {
-    // Windows keeps a hidden control's access key alive unless the control is disabled too.
-    EnableWindow(window_, IsUsable());
-    ShowWindow(window_, IsShown() ? SW_SHOWNA : SW_HIDE);
-  }
+  RefreshWindow();
   if (row_->kind != layout::Kind::kFrame) return;
   for (Control* control : form_.state_->inOrder)
     if (control->container_ == this) control->Refresh();

@@ -104,9 +104,12 @@ class Control {
  private:
   static LRESULT CALLBACK SubclassProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
   void CreateIn(HWND parent);
+  /// Puts the window, and for a frame all that it holds, where the state has it.
   void Place();
+  void PlaceWindow();
   /// Shows, hides, enables or disables the window as the state and the frames around it have it.
   void Refresh();
+  void RefreshWindow();
   bool IsUsable() const;
   void LeaveFocus();
 

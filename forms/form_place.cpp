@@ -91,7 +91,7 @@ void Form::PlaceControls() {
     if (!control->window_) continue;
     control->Send(WM_SETFONT, reinterpret_cast<WPARAM>(state_->fonts.Get(control->row_->font)),
                   TRUE);
-    control->Place();
+    control->PlaceWindow();
     control->LaidOut(dpi_);
   }
 }
