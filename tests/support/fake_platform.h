@@ -5,8 +5,8 @@
 #include "tests/support/fake_desktop.h"
 #include "tests/support/memory_disk.h"
 
-/// The whole outside world of a test, the program's own file on its disk, which a test may replace
-/// by one of its own kind.
+/// The whole outside world of a test, with the program's own file on its disk. A test may bring a
+/// kind of disk of its own.
 template <typename Disk>
 struct PlatformWith {
   PlatformWith() { disk.Put("C:\\Trimbrook\\Trimbrook.exe", ""); }

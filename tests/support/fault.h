@@ -36,8 +36,8 @@ inline std::ostream& operator<<(std::ostream& out, const Fault& fault) {
 }
 
 /// Runs `job(fault)` with every call of the disk failing in turn, once and for good, with an error
-/// and with a short transfer, until a run has met no fault any more. The job gives
-/// the fault to a `MemoryDisk` of its own, takes it back from there, and checks its promises.
+/// and with a short transfer, until a run has met no fault any more. The job gives the fault to a
+/// `MemoryDisk` of its own, takes it back from there, and checks its promises.
 /// Tests that do so have "WhateverCallFails" in their names, by which `./attack` finds them.
 template <typename Job>
 void ForEachFault(Job job) {
