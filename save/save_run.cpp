@@ -1,6 +1,7 @@
 #include "save/save_run.h"
 
 #include "capture/mdlFileProcessing.h"
+#include "save/last_file_part.h"
 
 using mdlFileProcessing::hSourceFile;
 using platform::FileHandle;
@@ -36,10 +37,18 @@ bool IsSource(platform::Files& files, const std::string& path) {
   return same;
 }
 
+/// Whether a file can have this path: its folder is there, and no folder has its name.
+bool CanBeFile(platform::Drives& drives, const std::string& path) {
+  const std::string folder = path.substr(0, path.size() - LastFilePart(path).size());
+  return (folder.empty() || drives.HasFolder(folder)) && !drives.HasFolder(path);
+}
+
 }  // namespace
 
 bool ClearTarget(platform::Platform& system, SaveProgress& progress,
                  const std::string& targetPath) {
+  // The move at the end would tell that too, but after hours perhaps.
+  if (!CanBeFile(system.drives, targetPath)) return false;
   // Windows refuses by itself to delete a file that is open without delete sharing, but not every
   // network volume does, nor does POSIX.
   if (IsSource(system.files, targetPath)) return false;

@@ -29,7 +29,8 @@ SaveOutcome ShowSaveEnd(SaveProgress& progress, const SaveEnd& end);
 bool HasBlocks(std::int32_t firstBlock, std::int32_t lastBlock);
 
 /// Deletes the file that has the target's name, if there is one. False when that fails, when the
-/// file is hidden or a system file, or when it is the open source itself, under whatever name.
+/// file is hidden or a system file, when it is the open source itself, under whatever name, or when
+/// the path can be no file's.
 bool ClearTarget(platform::Platform& system, SaveProgress& progress, const std::string& targetPath);
 
 /// Deletes a file that the save has made.

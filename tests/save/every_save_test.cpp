@@ -93,6 +93,10 @@ const Refusal kRefusals[] = {
      .message = kWriteError,
      .prepare = [](MemoryDisk& disk) { disk.Hide(kTarget); }},
     {.name = "no target folder", .message = kWriteError, .target = "C:\\nowhere\\part.60D"},
+    {.name = "folder as target",
+     .message = kWriteError,
+     .target = "C:\\Saved\\folder",
+     .prepare = [](MemoryDisk& disk) { disk.MakeFolder("C:\\Saved\\folder"); }},
 };
 
 TEST_P(EverySave, RefusalsAreToldOnceAndHarmNothing) {
@@ -104,6 +108,7 @@ TEST_P(EverySave, RefusalsAreToldOnceAndHarmNothing) {
     EXPECT_EQ(save.Run(refusal.first, 2, GetParam(), refusal.target, refusal.source),
               SaveOutcome::kFailed);
     save.ExpectOneRefusal(refusal.message);
+    EXPECT_THAT(save.progress.log, testing::Not(testing::Contains("1 of 2")));
     EXPECT_EQ(save.world.disk.Paths(), paths);
     EXPECT_EQ(save.world.disk.View(kTarget), "old");
     save.ExpectNothingLeft();
