@@ -40,6 +40,13 @@ void AwaitFocus(const Window& window, const Window& control) {
   Await("focus", [&] { return FocusOf(window).handle() == control.handle(); });
 }
 
+void ClickOn(const Window& control) {
+  const RECT place = control.Place();
+  SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+}
+
 void PressUntil(const std::string& what, const Window& window,
                 std::initializer_list<BYTE> virtualKeys, const std::function<bool()>& condition) {
   BringToFront(window);

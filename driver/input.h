@@ -15,6 +15,8 @@ void BringToFront(const Window& window);
 /// The control that has the keyboard focus in a window, which comes to the front for that.
 Window FocusOf(const Window& window);
 void AwaitFocus(const Window& window, const Window& control);
+/// Clicks in the middle of a control with the real mouse.
+void ClickOn(const Window& control);
 /// Presses keys together at the real keyboard, the first one longest, with a window in front, until
 /// they have their effect.
 void PressUntil(const std::string& what, const Window& window,

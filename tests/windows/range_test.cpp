@@ -32,14 +32,6 @@ void DragToItsEnd(const Window& slider) {
   mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
 }
 
-/// Clicks in the middle of a control with the real mouse.
-void ClickOn(const Window& control) {
-  const RECT place = control.Place();
-  SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-}
-
 class Range : public testing::Test {
  protected:
   void ExpectBlocks(int first, int last) {
