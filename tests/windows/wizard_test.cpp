@@ -41,6 +41,7 @@ TEST_F(Wizard, ADoubleClickTurnsOnePage) {
   OpenWizard();
   BringToFront(*window_);
   for (int press = 0; press < 2; ++press) ClickOn(PageButton(kStart));
+  AwaitPage(kDrivePage);
   Sleep(GetDoubleClickTime());
   EXPECT_EQ(At(IDC_frmSaveToCD_Label2).Text(), kDrivePage);
   ClickOn(PageButton(kChooseDrive));
