@@ -57,11 +57,4 @@ void PressUntil(const std::string& what, const Window& window,
   ActUntil(what, press, condition);
 }
 
-void ClickOn(const Window& control) {
-  const RECT place = control.Place();
-  SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-}
-
 }  // namespace driver
