@@ -143,6 +143,17 @@ TEST_P(Writer, BeginsABlockAfterItsMostImagesAndClosesCompactly) {
   EXPECT_EQ(bytes.find_first_not_of('\0', data), TrailerOffset() + 3);  // The stamp's last byte.
 }
 
+// Room is kept for the rest of a sector, a tail and a text, whether they are needed or not.
+TEST_P(Writer, BeginsABlockWhenTheReserveIsTouched) {
+  const int room = static_cast<int>(TrailerOffset()) - 512 - 2048;
+  for (const auto& [bytes, blocks] : {std::pair(room - 1, 1u), {room, 2u}}) {
+    Target target(is20D());
+    target.Add({});
+    target.Add({.bytes = Picture(bytes), .text = "text"});
+    EXPECT_EQ(target.Blocks().size(), blocks) << bytes;
+  }
+}
+
 TEST_P(Writer, TakesImagesUpToAWholeBlockAndRefusesGreaterOnes) {
   const int whole = static_cast<int>(TrailerOffset()) - 57;
   for (const int without : {0, 2, 32}) {  // Sectors of text and sound.

@@ -173,6 +173,14 @@ TEST(CopyFiles, ClearsADiscThatCarriesAPlayer) {
                           "percent 16", "percent 58", "percent 100", "no progress"));
 }
 
+TEST(CopyFiles, LeavesAloneWhatIsNoPlayers) {
+  World world;
+  world.PutPlayer();
+  world.disk().Put("E:\\own.txt", "stays");
+  ASSERT_TRUE(world.Copy(true));
+  EXPECT_THAT(world.OnDisc(), AllOf(Contains("E:\\own.txt"), Contains("E:\\Autorun.inf")));
+}
+
 // The player's files are copied only when the size has counted them.
 TEST(CopyFiles, LeavesTheDiscWhenThePlayerIsNotCopied) {
   World world;

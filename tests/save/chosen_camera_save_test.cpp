@@ -21,11 +21,12 @@ bool HasTitleTable(int type) {
 /// The i-th image of a recording: no two are alike, and there is one of every sort that the block
 /// type knows. All titles are of one length, so that none shows through behind another.
 TestImage Sample(int type, int i) {
-  TestImage image = {.camera = i % 5,
-                     .seconds = kStart + i * 3,
-                     .bytes = Picture(i == 7 ? 300000 : i * i * 41 % 9000 + 1, i),
-                     .title = i % 4 == 0 ? "" : "DOOR " + std::to_string(100 + i % 7),
-                     .flags = i / 2 % 4};
+  TestImage image = {
+      .camera = i % 5,
+      .seconds = kStart + i * 3,
+      .bytes = Picture(i == 7 ? 300000 : i * i * 41 % 9000 + 1, i),
+      .title = i % 4 == 0 ? std::string(i % 8, ' ') : "DOOR " + std::to_string(100 + i % 7),
+      .flags = i / 2 % 4};
   if (HasTitleTable(type)) return image;
   image.text = i % 3 == 0 ? std::string(i % 50 * 9 + 1, '\xE9') : "";
   image.sound = Picture(i % 5 == 2 ? 512 * (i % 31 + 1) : 0, i);
@@ -51,7 +52,7 @@ std::vector<TestImage> KeptSamples(int type, int first, int last, std::int32_t c
     TestImage image = Sample(type, i);
     if ((cameras >> image.camera & 1) == 0) continue;
     const std::string number = std::to_string(image.camera);
-    if (image.title.empty())
+    if (image.title.find_first_not_of(' ') == std::string::npos)
       image.title = HasTitleTable(type) && image.camera < 4
                         ? "TABLE 0" + number
                         : "Camera " + std::to_string(image.camera + 1);

@@ -169,7 +169,8 @@ std::optional<std::uint64_t> MemoryDisk::Size(FileHandle file) {
 }
 
 bool MemoryDisk::Flush(FileHandle file) {
-  return !Fails("flush") && Of(file) != nullptr;
+  const Handle* handle = Of(file);
+  return handle && Keeps("flush", *handle);
 }
 
 bool MemoryDisk::Close(FileHandle file) {
@@ -178,7 +179,11 @@ bool MemoryDisk::Close(FileHandle file) {
   const Handle handle = found->second;
   handles_.erase(found);
   if (--handle.file->handles == 0) handle.file->exclusive = false;
-  if (!Fails("close")) return true;
+  return Keeps("close", handle);
+}
+
+bool MemoryDisk::Keeps(const char* operation, const Handle& handle) {
+  if (!Fails(operation)) return true;
   if (handle.writable) handle.file->bytes.resize(handle.file->bytes.size() / 2);
   return false;
 }

@@ -17,7 +17,8 @@
 /// A whole disk in memory, for tests and fuzzers: drives, folders and files by Windows paths,
 /// compared without regard to case. A file that is open for writing is nobody else's, an open file
 /// cannot be deleted, and a full volume shows as a short write. A fault strikes the calls of the
-/// three interfaces; a close that fails has closed the file all the same, and half of it is lost.
+/// three interfaces. A flush or close that fails loses half of what was written, and a close that
+/// fails has closed the file all the same.
 class MemoryDisk : public platform::Files, public platform::FileNames, public platform::Drives {
  public:
   /// Strikes nothing unless a test sets it.
@@ -112,6 +113,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   /// Makes an empty file, its folders included, and answers its bytes.
   std::string& NewFile(const std::string& path);
   Handle* Of(platform::FileHandle file);
+  /// Whether a flush or close keeps what was written; else half of it is gone.
+  bool Keeps(const char* operation, const Handle& handle);
   /// The volume's entry of room, in bytes.
   std::uint64_t& Room(const std::string& path);
   /// Grows a file as far towards `size` as its volume has room.
