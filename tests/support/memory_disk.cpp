@@ -26,11 +26,6 @@ std::string VolumeOf(const std::string& path) {
   return colon == std::string::npos ? "" : path.substr(0, colon + 1);
 }
 
-std::vector<std::string>& Spares() {
-  static std::vector<std::string> spares;
-  return spares;
-}
-
 }  // namespace
 
 using platform::FileHandle;
@@ -39,20 +34,6 @@ using platform::OpenMode;
 bool MemoryDisk::CaseBlind::operator()(const std::string& left, const std::string& right) const {
   return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
                                       [](char a, char b) { return Lower(a) < Lower(b); });
-}
-
-std::string MemoryDisk::File::Spare() {
-  if (Spares().empty()) return "";
-  std::string spare = std::move(Spares().back());
-  Spares().pop_back();
-  return spare;
-}
-
-MemoryDisk::File::~File() {
-  constexpr std::size_t kLarge = 1 << 17, kMostSpares = 4;
-  if (bytes.capacity() < kLarge || Spares().size() >= kMostSpares) return;
-  bytes.clear();
-  Spares().push_back(std::move(bytes));
 }
 
 std::string& MemoryDisk::NewFile(const std::string& path) {

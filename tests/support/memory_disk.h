@@ -25,8 +25,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   Fault fault;
 
   /// Puts a file there, its folders included.
-  void Put(const std::string& path, const std::string& bytes) { NewFile(path) = bytes; }
-  void Put(const std::string& path, std::string&& bytes) { NewFile(path) = std::move(bytes); }
+  void Put(const std::string& path, std::string bytes) { NewFile(path) = std::move(bytes); }
   /// Gives a file another name, as a hard link does.
   void Link(const std::string& from, const std::string& to);
   /// The bytes of a file; none when there is no such file.
@@ -78,14 +77,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::vector<std::string> FilesBelow(const std::string& folder) override;
 
  private:
-  /// Large buffers are used again: under a sanitizer each fresh page of one costs.
   struct File {
-    File() : bytes(Spare()) {}
-    ~File();
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    static std::string Spare();
-
     std::string bytes;
     bool hidden = false;
     bool temporary = false;
