@@ -37,7 +37,7 @@ struct Comparison {
 /// Compares each of several jobs with all of their rivals. Each round runs all of them, in turn
 /// forwards and backwards, so that what slows the machine down slows down all.
 std::vector<Comparison> Compare(const std::vector<Contender>& jobs,
-                                const std::vector<Contender>& rivals, int rounds = 5);
+                                const std::vector<Contender>& rivals, int rounds = 9);
 
 /// Prints the head of the table, and one line of it. `place` is where it was measured, `limit` the
 /// most that `value` may be, 0 for none; both are shown by `format`.
