@@ -16,6 +16,23 @@ void PressTogether(std::initializer_list<BYTE> virtualKeys) {
     keybd_event(*key, 0, KEYEVENTF_KEYUP, 0);
 }
 
+/// Clicks at the mouse's place; the press carries a time in milliseconds as `GetTickCount` has it.
+void ClickAt(DWORD time) {
+  INPUT inputs[2] = {};
+  for (INPUT& input : inputs) {
+    input.type = INPUT_MOUSE;
+    input.mi.time = time;
+  }
+  inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+  inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+  SendInput(2, inputs, sizeof inputs[0]);
+}
+
+void MoveMouseTo(const Window& control) {
+  const RECT place = control.Place();
+  SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+}
+
 }  // namespace
 
 void BringToFront(const Window& window) {
@@ -41,10 +58,15 @@ void AwaitFocus(const Window& window, const Window& control) {
 }
 
 void ClickOn(const Window& control) {
-  const RECT place = control.Place();
-  SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+  MoveMouseTo(control);
+  ClickAt(GetTickCount());
+}
+
+void DoubleClickOn(const Window& control) {
+  MoveMouseTo(control);
+  const DWORD first = GetTickCount();
+  ClickAt(first);
+  ClickAt(first + GetDoubleClickTime() / 4);
 }
 
 void PressUntil(const std::string& what, const Window& window,

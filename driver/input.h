@@ -17,6 +17,9 @@ Window FocusOf(const Window& window);
 void AwaitFocus(const Window& window, const Window& control);
 /// Clicks in the middle of a control with the real mouse.
 void ClickOn(const Window& control);
+/// Clicks there twice, as fast as a double click by the time that the presses carry, however long
+/// the machine takes for them.
+void DoubleClickOn(const Window& control);
 /// Presses keys together at the real keyboard, the first one longest, with a window in front, until
 /// they have their effect.
 void PressUntil(const std::string& what, const Window& window,

@@ -40,7 +40,7 @@ TEST_F(Wizard, ADoubleClickTurnsOnePage) {
   Open(Recording("day.60D"));
   OpenWizard();
   BringToFront(*window_);
-  for (int press = 0; press < 2; ++press) ClickOn(PageButton(kStart));
+  DoubleClickOn(PageButton(kStart));
   AwaitPage(kDrivePage);
   Sleep(GetDoubleClickTime());
   EXPECT_EQ(At(IDC_frmSaveToCD_Label2).Text(), kDrivePage);
