@@ -9,14 +9,8 @@ make=$1
 list=$2
 save=$3
 saves=0
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cd "$folder"
-
-fail() {
-  echo "FAILED: $*" >&2
-  exit 1
-}
+# shellcheck source=tests/tools/workspace.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../tests/tools/workspace.sh"
 
 # Saves blocks of a source and compares. No cameras stand for all of them.
 attack() {
