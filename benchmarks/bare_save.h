@@ -5,18 +5,24 @@
 #include <utility>
 #include <vector>
 
+#include "platform/files.h"
+
 /// What a chosen-camera save cannot do without: reading the lists and the chosen images, those that
 /// follow each other in one read, and writing these images' bytes in whole blocks.
-struct BareSave {
-  /// Works out the reads of a save of the cameras in `cameras` from all blocks of a recording.
-  BareSave(const std::string& source, std::int32_t cameras);
+class BareSave {
+ public:
+  /// Works out the reads of a save of the cameras in `cameras` from the first `count` blocks of the
+  /// recording that was scanned last.
+  BareSave(platform::Files& files, const std::string& source, std::int32_t cameras,
+           std::int32_t count);
 
-  void Run(const std::string& source, const std::string& target) const;
-
-  using Reads = std::vector<std::pair<std::int64_t, std::size_t>>;  ///< Offset and bytes.
-  Reads lists;
-  Reads images;
+  /// Does the reads and writes. Ends the program when one fails.
+  void Run(platform::Files& files, const std::string& source, const std::string& target) const;
 
  private:
-  void AddImage(std::int64_t offset, std::size_t bytes);
+  void AddImage(std::int64_t offset, std::uint32_t bytes);
+
+  using Reads = std::vector<std::pair<std::int64_t, std::uint32_t>>;  ///< Offset and bytes.
+  Reads lists_;
+  Reads images_;
 };

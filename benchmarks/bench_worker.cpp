@@ -2,8 +2,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <string>
 
+#include "benchmarks/bare_save.h"
 #include "benchmarks/discarding_files.h"
 #include "benchmarks/worker_system.h"
 #include "capture/mdlFileProcessing.h"
@@ -21,6 +23,8 @@
 ///   range BLOCKS           saves whole blocks into the target
 ///   discard BLOCKS         the same, but what is written is not kept
 ///   cameras MASK BLOCKS    indexes blocks and saves the images of the cameras in a mask
+///   plan MASK BLOCKS       works out the fewest reads and writes that such a save could do with
+///   bare                   does what was planned
 
 namespace {
 
@@ -52,6 +56,8 @@ class Worker {
       SaveRange(discarding);
     }
     if (job == "cameras") SaveCameras();
+    if (job == "plan") Plan();
+    if (job == "bare") bare_->Run(system_.files, source_, target_);
   }
 
  private:
@@ -77,9 +83,15 @@ class Worker {
     SaveChosenCameras(system_, progress_, source_, target_, 1, blocks);
   }
 
+  void Plan() {
+    const std::int32_t cameras = Argument();
+    bare_.emplace(system_.files, source_, cameras, Argument());
+  }
+
   std::string source_;
   std::string target_;
   platform::Platform& system_;
+  std::optional<BareSave> bare_;
   Progress progress_;
 };
 

@@ -6,7 +6,6 @@
 #include <map>
 #include <utility>
 
-#include "benchmarks/bare_save.h"
 #include "benchmarks/measure.h"
 #include "benchmarks/recordings.h"
 #include "benchmarks/worker.h"
@@ -158,14 +157,15 @@ class Bench {
 
   void MeasureCameraSave(const std::string& what, std::int32_t cameras, double bareLimit,
                          double ddLimit) {
-    const BareSave bare(source_, cameras);
-    const Contender bareRun =
-        WithoutTarget([&] { return Timed([&] { bare.Run(source_, target_); }); });
-    const auto results = Compare(
-        JobEverywhere("cameras " + std::to_string(cameras) + " " + std::to_string(kBlocksOf1GiB)),
-        {bareRun, Dd()});
-    PrintRatios(what + ", to bare reads and writes", results, 0, bareLimit);
-    PrintRatios("  to dd bs=2M of the whole source", results, 1, ddLimit);
+    const std::string range = std::to_string(cameras) + " " + std::to_string(kBlocksOf1GiB);
+    for (Place& place : places_) place.worker.Do("plan " + range);
+    std::vector<Contender> rivals = JobEverywhere("bare");
+    rivals.push_back(Dd());
+    const auto results = Compare(JobEverywhere("cameras " + range), rivals);
+    for (std::size_t i = 0; i < results.size(); ++i)
+      PrintLine(what + ", to bare reads and writes", places_[i].name, results[i], "x %.3f",
+                results[i].ratios[i], bareLimit);
+    PrintRatios("  to dd bs=2M of the whole source", results, places_.size(), ddLimit);
   }
 
   void PrintRatios(const std::string& figure, const std::vector<Comparison>& results,
