@@ -5,14 +5,49 @@
 #include <psapi.h>
 #include <winternl.h>
 
+#include <algorithm>
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
 namespace driver {
 namespace {
 
-/// An entry of the table of drawing objects that each process has mapped. Wine answers the usual
-/// function for them with 0, but fills this table.
+// Wine answers the usual functions for drawing objects with 0, and that for handles with the room
+// that they have, but fills the tables behind them.
+
+template <typename Function>
+Function SystemFunction(const char* name) {
+  return reinterpret_cast<Function>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("ntdll"), name)));
+}
+
+/// The list of all handles of the system: SystemExtendedHandleInformation.
+struct HandleList {
+  static constexpr int kClass = 64;
+  struct Entry {
+    void* object;
+    ULONG_PTR process, value;
+    ULONG access;
+    USHORT trace, type;
+    ULONG attributes, reserved;
+  };
+  ULONG_PTR count, reserved;
+  Entry entries[16'000];
+};
+
+std::int64_t Handles(DWORD process) {
+  const auto query =
+      SystemFunction<decltype(&NtQuerySystemInformation)>("NtQuerySystemInformation");
+  const auto list = std::make_unique<HandleList>();
+  if (query(static_cast<SYSTEM_INFORMATION_CLASS>(HandleList::kClass), list.get(), sizeof *list,
+            nullptr) != 0)
+    throw std::runtime_error("No list of handles");
+  return std::count_if(list->entries, list->entries + list->count,
+                       [process](const auto& entry) { return entry.process == process; });
+}
+
+/// An entry of the table of drawing objects that each process has mapped.
 struct DrawingObject {
   std::uint64_t object;
   std::uint16_t owner, generation, type, flags;
@@ -22,8 +57,8 @@ struct DrawingObject {
 std::int64_t DrawingObjects(HANDLE process) {
   constexpr std::size_t kTableInProcessBlock = 0xF8;
   constexpr std::size_t kMost = 65536;
-  const auto query = reinterpret_cast<decltype(&NtQueryInformationProcess)>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleA("ntdll"), "NtQueryInformationProcess")));
+  const auto query =
+      SystemFunction<decltype(&NtQueryInformationProcess)>("NtQueryInformationProcess");
   PROCESS_BASIC_INFORMATION basic = {};
   query(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
   const char* table = nullptr;
@@ -55,7 +90,8 @@ std::int64_t Kilobytes(HANDLE process) {
 
 Holdings HoldingsOf(const Program& program) {
   const DWORD process = GetProcessId(program.process());
-  return {DrawingObjects(program.process()), Windows(process), Kilobytes(program.process())};
+  return {Handles(process), DrawingObjects(program.process()), Windows(process),
+          Kilobytes(program.process())};
 }
 
 }  // namespace driver

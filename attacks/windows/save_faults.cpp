@@ -28,6 +28,21 @@ void RunOutside(const std::string& command) {
   CloseHandle(process.hProcess);
 }
 
+/// Drive H, which is the folder of work as long as this lives.
+class PassingDrive {
+ public:
+  PassingDrive() {
+    RunOutside("ln -s ../drive_c/work dosdevices/h:");
+    Await("drive H", [] { return FileExists("H:\\source.60D"); });
+  }
+  ~PassingDrive() {
+    RunOutside("rm dosdevices/h:");
+    Await("no drive H", [] { return !FileExists("H:\\source.60D"); });
+  }
+  PassingDrive(const PassingDrive&) = delete;
+  PassingDrive& operator=(const PassingDrive&) = delete;
+};
+
 /// Each fault meets both kinds of save: whole blocks, and chosen cameras only.
 class FaultsOfBoth : public testing::TestWithParam<bool> {
  protected:
@@ -120,6 +135,21 @@ TEST_P(FaultsOfBoth, AReadOnlyVolumeIsTold) {
   Prepare(InWork("source.60D"), "G:\\saved.60D");
   ExpectFailedSave(kWriteError);
   EXPECT_FALSE(FileExists("G:\\saved.60D"));
+}
+
+TEST_P(FaultsOfBoth, DrivesThatVanishAreTold) {
+  {
+    const PassingDrive drive;
+    Prepare("H:\\source.60D", InWork("from H.60D"));
+  }
+  ExpectFailedSave(kReadError);
+  EXPECT_FALSE(FileExists(InWork("from H.60D")));
+  {
+    const PassingDrive drive;
+    Prepare(InWork("source.60D"), "H:\\onto H.60D");
+  }
+  ExpectFailedSave(kWriteError);
+  EXPECT_FALSE(FileExists(InWork("onto H.60D")));
 }
 
 TEST_P(FaultsOfBoth, ASourceThatGoesOrGrowsInTheMidstIsSavedAsItWas) {
