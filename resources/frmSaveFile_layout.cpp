@@ -1,5 +1,6 @@
 #include "resources/layouts.h"
 #include "resources/resource.h"
+#include "resources/version.h"
 
 namespace layout {
 namespace {
@@ -26,6 +27,7 @@ constexpr Row kRows[] = {
 
 }  // namespace
 
-const Form kFrmSaveFile = {"frmSaveFile", "Trimbrook 4.0", 5640, 2985, kRows, false, IDI_TRIMBROOK};
+const Form kFrmSaveFile = {"frmSaveFile", TRIMBROOK_NAME_AND_VERSION, 5640, 2985, kRows, false,
+                           IDI_TRIMBROOK};
 
 }  // namespace layout

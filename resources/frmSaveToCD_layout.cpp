@@ -2,6 +2,7 @@
 
 #include "resources/layouts.h"
 #include "resources/resource.h"
+#include "resources/version.h"
 
 namespace layout {
 namespace {
@@ -69,6 +70,7 @@ constexpr auto kRows = std::to_array<Row>({
 
 }  // namespace
 
-const Form kFrmSaveToCD = {"frmSaveToCD", "Trimbrook 4.0", 5145, 3195, kRows, false, IDI_TRIMBROOK};
+const Form kFrmSaveToCD = {"frmSaveToCD", TRIMBROOK_NAME_AND_VERSION, 5145, 3195, kRows, false,
+                           IDI_TRIMBROOK};
 
 }  // namespace layout

@@ -4,6 +4,7 @@
 
 #include "resources/layouts.h"
 #include "resources/resource.h"
+#include "resources/version.h"
 
 namespace layout {
 namespace {
@@ -238,7 +239,7 @@ constexpr auto kRows =
 
 }  // namespace
 
-const Form kFrmTrimbrook = {"frmTrimbrook", "Trimbrook 4.0", 10995, 6870, kRows,
-                            true,           IDI_TRIMBROOK};
+const Form kFrmTrimbrook = {"frmTrimbrook", TRIMBROOK_NAME_AND_VERSION, 10995, 6870, kRows, true,
+                            IDI_TRIMBROOK};
 
 }  // namespace layout
