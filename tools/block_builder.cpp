@@ -11,12 +11,10 @@ void Copy(const std::string& text, int most, std::uint8_t* to) {
 
 }  // namespace
 
-BlockBuilder::BlockBuilder(const BlockStyle& style)
-    : style_(style), block_(static_cast<std::size_t>(kBlockBytes)), dirty_(style.layout->trailer) {}
-
-void BlockBuilder::Begin(std::uint32_t sequence) {
+void BlockBuilder::Begin(const Layout& layout, std::uint32_t sequence) {
+  layout_ = &layout;
   std::fill_n(block_.begin(), dirty_, std::uint8_t{0});
-  std::fill(block_.begin() + style_.layout->trailer - kSectorBytes, block_.end(), std::uint8_t{0});
+  std::fill(block_.begin() + layout_->trailer - kSectorBytes, block_.end(), std::uint8_t{0});
   sequence_ = sequence;
   dirty_ = used_ = imageCount_ = 0;
 }
@@ -31,13 +29,13 @@ int BlockBuilder::DataSectors(std::size_t imageBytes) const {
 }
 
 int BlockBuilder::FreeSectors() const {
-  return (style_.layout->trailer - used_) / kSectorBytes;
+  return (layout_->trailer - used_) / kSectorBytes;
 }
 
 bool BlockBuilder::Fits(const Image& image) const {
   const int sectors = DataSectors(image.bytes.size()) + (image.text.empty() ? 0 : 1) +
                       static_cast<int>(image.sound.size()) / kSectorBytes;
-  return imageCount_ < style_.layout->mostImages && sectors <= FreeSectors();
+  return imageCount_ < layout_->mostImages && sectors <= FreeSectors();
 }
 
 void BlockBuilder::Set(int place, std::uint32_t bits) {
@@ -65,12 +63,12 @@ void BlockBuilder::Add(const Image& image) {
 
 void BlockBuilder::AddHole(const Image& image) {
   List(image);
-  used_ = style_.layout->trailer;
+  used_ = layout_->trailer;
   if (HasTails()) PutTail(image, used_);
 }
 
 void BlockBuilder::PutEntry(const Image& image) {
-  const Layout& layout = *style_.layout;
+  const Layout& layout = *layout_;
   std::uint8_t* entry = EntryAt(Trailer() + layout.list, imageCount_, layout.entryBytes);
   const int sector = used_ / kSectorBytes + layout.firstSector;
   Put(entry + layout.entrySector, 2, static_cast<std::uint32_t>(sector));
@@ -86,7 +84,7 @@ void BlockBuilder::PutEntry(const Image& image) {
 }
 
 void BlockBuilder::PutMasks(const Image& image) {
-  const Layout& layout = *style_.layout;
+  const Layout& layout = *layout_;
   const std::uint32_t bit = 1u << (image.camera % 16);
   Set(image.camera < 16 ? layout.cameraMask : layout.highCameraMask, bit);
   if (!layout.fullMasks) return;
@@ -110,7 +108,7 @@ void BlockBuilder::PutText(const std::string& text) {
 }
 
 const Bytes& BlockBuilder::Finish() {
-  const Layout& layout = *style_.layout;
+  const Layout& layout = *layout_;
   std::uint8_t* trailer = Trailer();
   Put(trailer + kEarliest, 4, static_cast<std::uint32_t>(earliest_));
   Put(trailer + kStart, 4, static_cast<std::uint32_t>(earliest_));

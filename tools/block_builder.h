@@ -22,7 +22,6 @@ struct Image {
 
 /// How the blocks of a recording are written.
 struct BlockStyle {
-  const Layout* layout = nullptr;
   bool pal = false;
   bool tails = true;   ///< Write tails also in the block types where they are a choice.
   bool tight = false;  ///< Let an image run right up to its tail.
@@ -33,10 +32,11 @@ struct BlockStyle {
 /// hundreds of thousands of them.
 class BlockBuilder {
  public:
-  explicit BlockBuilder(const BlockStyle& style);
+  explicit BlockBuilder(const BlockStyle& style)
+      : style_(style), block_(static_cast<std::size_t>(kBlockBytes)) {}
 
-  /// Begins an empty block.
-  void Begin(std::uint32_t sequence);
+  /// Begins an empty block. All blocks of a builder have their trailer at the same place.
+  void Begin(const Layout& layout, std::uint32_t sequence);
 
   /// Whether the data area and the entry list have room for one more image.
   bool Fits(const Image& image) const;
@@ -52,17 +52,18 @@ class BlockBuilder {
   const Bytes& Finish();
 
  private:
-  bool HasTails() const { return style_.layout->alwaysTails || style_.tails; }
+  bool HasTails() const { return layout_->alwaysTails || style_.tails; }
   int DataSectors(std::size_t imageBytes) const;
   void List(const Image& image);
   void PutEntry(const Image& image);
   void PutMasks(const Image& image);
   void PutTail(const Image& image, int end);
   void PutText(const std::string& text);
-  std::uint8_t* Trailer() { return block_.data() + style_.layout->trailer; }
+  std::uint8_t* Trailer() { return block_.data() + layout_->trailer; }
   void Set(int place, std::uint32_t bits);
 
   const BlockStyle& style_;
+  const Layout* layout_ = nullptr;
   std::uint32_t sequence_ = 0;
   Bytes block_;
   int dirty_ = 0;  ///< Bytes of the data area that may not be zero, from its start on.

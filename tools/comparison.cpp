@@ -62,7 +62,7 @@ class TrailerCheck {
   /// `sequence` is the number that the block should have.
   void Check(int sequence) {
     const Layout& layout = *block_.layout;
-    Demand(layout.type == (layout.is20D ? 0x60 : 0x30), where_ + "wrong block type");
+    Demand(block_.isKnown && layout.type == FormOf(layout.is20D).type, where_ + "wrong block type");
     Demand(!block_.images.empty(), where_ + "no images");
     DemandField("sequence number", kSequence, 4, static_cast<std::uint32_t>(sequence));
     DemandField("place of the list", kListPlace, 1, 36);
@@ -224,7 +224,7 @@ int CompareImages(const std::string& source, const std::string& target,
   bool ntsc = false;
   for (int number = range.first; number <= range.last; ++number) {
     const StoredBlock& block = from.Read(number);
-    ntsc = block.ntsc;
+    if (block.isKnown) ntsc = block.ntsc;
     for (const StoredImage& image : block.images) {
       if (!std::binary_search(cameras.begin(), cameras.end(), image.camera + 1)) continue;
       if (!image.trouble.empty()) continue;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/command_line.h"
+#include "tools/options.h"
 
 namespace tools {
 

@@ -93,4 +93,9 @@ constexpr const Layout* FindLayout(std::uint8_t type, bool is20D) {
   return nullptr;
 }
 
+/// The layout of the blocks that recorders and the program write today.
+constexpr const Layout& FormOf(bool is20D) {
+  return *FindLayout(is20D ? 0x60 : 0x30, is20D);
+}
+
 }  // namespace tools

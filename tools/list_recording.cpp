@@ -8,9 +8,9 @@
 #include <optional>
 #include <stdexcept>
 
-#include "tools/command_line.h"
 #include "tools/comparison.h"
 #include "tools/listing.h"
+#include "tools/options.h"
 #include "tools/recording_reader.h"
 
 namespace tools {
@@ -18,69 +18,79 @@ namespace {
 
 constexpr int kMostBlocks = 4 << 20;
 
-const std::vector<Option> kOptions = {
-    {"--blocks", "A-B", "only these blocks of the (source) file"},
-    {"--cameras", "LIST", "only these cameras, as 1,3,5-8"},
-    {"--summary", "", "list blocks, not images"},
-    {"--compare", "",
-     "check that TARGET is what a save of these blocks gives:\nof these cameras, "
-     "rebuilt, or of whole blocks when no\ncameras are given"},
-    {"--check", "",
-     "check that each image shows the camera and the time of its\nentry, and that "
-     "its bytes are whole"},
-    {"--extract", "FOLDER", "write the bytes of each image into a file there"},
-    {"--help", "", "this text"},
-};
+enum class Task { kList, kCompare, kCheck, kExtract, kHelp };
 
-void PrintHelp() {
-  std::cout << "Usage: list_recording [options] FILE\n"
-               "       list_recording --compare [options] SOURCE TARGET\n"
-               "Lists a recording, one line an image. Ends with 0 when all is well, with 1 when\n"
-               "a file is not what it should be, with 2 when it cannot be used.\n\n"
-            << HelpText(kOptions);
-}
-
-/// The part of a recording that the command line asks for.
-struct Part {
+/// What a command line asks for.
+struct Request {
+  Task task = Task::kList;
   std::optional<Range> blocks;
   std::optional<std::vector<int>> cameras;
-
-  explicit Part(const CommandLine& line) {
-    if (line.Has("--blocks")) blocks = line.NumberRange("--blocks", {}, 1, kMostBlocks);
-    if (line.Has("--cameras")) cameras = line.Numbers("--cameras", "", 1, 32);
-  }
+  bool summary = false;
+  std::string folder;
 
   bool Has(const StoredImage& image) const {
     return !cameras || std::binary_search(cameras->begin(), cameras->end(), image.camera + 1);
   }
 };
 
-/// Calls `visit` with each block of the part.
+using Value = const std::string&;
+constexpr std::array<Option<Request>, 7> kOptions = {{
+    {"blocks", "A-B", "only these blocks of the (source) file",
+     [](Request& r, Value v) { r.blocks = ParseRange(v, 1, kMostBlocks); }},
+    {"cameras", "LIST", "only these cameras, as 1,3,5-8",
+     [](Request& r, Value v) { r.cameras = ParseNumbers(v, 1, 32); }},
+    {"summary", nullptr, "list blocks, not images", [](Request& r, Value) { r.summary = true; }},
+    {"compare", nullptr,
+     "check that TARGET is what a save of these blocks gives:\nof these cameras, rebuilt, or of "
+     "whole blocks when no\ncameras are given",
+     [](Request& r, Value) { r.task = Task::kCompare; }},
+    {"check", nullptr,
+     "check that each image made by make_recording is whole, and\nof the camera and the time of "
+     "its entry",
+     [](Request& r, Value) { r.task = Task::kCheck; }},
+    {"extract", "FOLDER", "write the bytes of each image into a file there",
+     [](Request& r, Value v) {
+       r.task = Task::kExtract;
+       r.folder = v;
+     }},
+    {"help", nullptr, "this text", [](Request& r, Value) { r.task = Task::kHelp; }},
+}};
+
+int PrintHelp() {
+  std::cout << "Usage: list_recording [options] FILE\n"
+               "       list_recording --compare [options] SOURCE TARGET\n"
+               "Lists a recording, one line an image. Ends with 0 when all is well, with 1 when\n"
+               "a file is not what it should be, with 2 when it cannot be used.\n\n"
+            << HelpText(kOptions);
+  return 0;
+}
+
+/// Calls `visit` with each block of the request.
 template <typename Visit>
-void ForEachBlock(const std::string& path, const Part& part, Visit visit) {
+void ForEachBlock(const std::string& path, const Request& request, Visit visit) {
   RecordingReader reader(path);
-  const Range range = part.blocks.value_or(Range{1, reader.BlockCount()});
+  const Range range = request.blocks.value_or(Range{1, reader.BlockCount()});
   for (int number = range.first; number <= std::min(range.last, reader.BlockCount()); ++number)
     visit(reader.Read(number));
   if (reader.Rest() > 0) std::cout << "rest " << reader.Rest() << " bytes\n";
 }
 
-int List(const std::string& path, const Part& part, bool summary) {
-  ForEachBlock(path, part, [&](const StoredBlock& block) {
+int List(const std::string& path, const Request& request) {
+  ForEachBlock(path, request, [&](const StoredBlock& block) {
     std::cout << DescribeBlock(block) << '\n';
-    if (summary) return;
+    if (request.summary) return;
     for (const StoredImage& image : block.images)
-      if (part.Has(image)) std::cout << DescribeImage(block, image) << '\n';
+      if (request.Has(image)) std::cout << DescribeImage(block, image) << '\n';
   });
   return 0;
 }
 
-int Check(const std::string& path, const Part& part) {
+int Check(const std::string& path, const Request& request) {
   int count = 0;
   int failures = 0;
-  ForEachBlock(path, part, [&](const StoredBlock& block) {
+  ForEachBlock(path, request, [&](const StoredBlock& block) {
     for (const StoredImage& image : block.images) {
-      if (!part.Has(image)) continue;
+      if (!request.Has(image)) continue;
       ++count;
       const std::string failure = CheckImage(block, image);
       if (failure.empty()) continue;
@@ -93,12 +103,13 @@ int Check(const std::string& path, const Part& part) {
   return failures == 0 && count > 0 ? 0 : 1;
 }
 
-int Extract(const std::string& path, const Part& part, const std::filesystem::path& folder) {
+int Extract(const std::string& path, const Request& request) {
+  const std::filesystem::path folder = request.folder;
   std::filesystem::create_directories(folder);
   const std::string ending = IsNameOf20D(path) ? ".j2k" : ".bin";
-  ForEachBlock(path, part, [&](const StoredBlock& block) {
+  ForEachBlock(path, request, [&](const StoredBlock& block) {
     for (const StoredImage& image : block.images) {
-      if (!part.Has(image) || !image.trouble.empty()) continue;
+      if (!request.Has(image) || !image.trouble.empty()) continue;
       const std::string name = std::to_string(block.number) + "-" + std::to_string(image.index) +
                                "-camera" + std::to_string(image.camera + 1) + ending;
       std::ofstream file(folder / name, std::ios::binary);
@@ -110,28 +121,23 @@ int Extract(const std::string& path, const Part& part, const std::filesystem::pa
   return 0;
 }
 
-int Compare(const std::string& source, const std::string& target, const Part& part) {
-  const bool rebuilt = part.cameras.has_value();
-  const int count = rebuilt ? CompareImages(source, target, *part.cameras, part.blocks)
-                            : CompareBlocks(source, target, part.blocks);
+int Compare(const std::string& source, const std::string& target, const Request& request) {
+  const bool rebuilt = request.cameras.has_value();
+  const int count = rebuilt ? CompareImages(source, target, *request.cameras, request.blocks)
+                            : CompareBlocks(source, target, request.blocks);
   std::cout << "same: " << count << (rebuilt ? " images\n" : " blocks\n");
   return 0;
 }
 
 int Run(int argc, char** argv) {
-  const CommandLine line(argc, argv, kOptions);
-  if (line.Has("--help")) {
-    PrintHelp();
-    return 0;
-  }
-  const std::vector<std::string>& files = line.Arguments();
-  if (files.size() != (line.Has("--compare") ? 2u : 1u))
+  Request request;
+  const std::vector<std::string> files = ReadOptions(argc, argv, kOptions, request);
+  if (request.task == Task::kHelp) return PrintHelp();
+  if (files.size() != (request.task == Task::kCompare ? 2u : 1u))
     throw std::invalid_argument("wrong number of file names");
-  const Part part(line);
-  if (line.Has("--compare")) return Compare(files[0], files[1], part);
-  if (line.Has("--check")) return Check(files[0], part);
-  if (line.Has("--extract")) return Extract(files[0], part, line.Text("--extract", ""));
-  return List(files[0], part, line.Has("--summary"));
+  if (request.task == Task::kCompare) return Compare(files[0], files[1], request);
+  if (request.task == Task::kCheck) return Check(files[0], request);
+  return request.task == Task::kExtract ? Extract(files[0], request) : List(files[0], request);
 }
 
 }  // namespace

@@ -25,6 +25,11 @@ std::ptrdiff_t CountWithoutZeros(const std::uint8_t* begin, const std::uint8_t* 
   return last.base() - begin;
 }
 
+/// Whether some bytes begin and end as a JPEG 2000 codestream does.
+bool IsPicture(const std::uint8_t* bytes, std::ptrdiff_t size) {
+  return size > 6 && Get(bytes, 4) == 0xFF4FFF51 && Get(bytes + size - 2, 2) == 0xFFD9;
+}
+
 std::string TimeWord(std::int64_t seconds) {
   std::string text = TimeText(seconds);
   text[text.find(' ')] = 'T';
@@ -50,9 +55,10 @@ std::string Quoted(const std::string& text) {
 }
 
 std::string DescribeBlock(const StoredBlock& block) {
-  return "block " + std::to_string(block.number) + " type=" + block.layout->name +
-         " images=" + std::to_string(block.listedCount) + " start=" + TimeWord(block.start) +
-         " end=" + TimeWord(block.end) +
+  const std::string name = "block " + std::to_string(block.number);
+  if (!block.isKnown) return name + " DAMAGED: of no type that such a recording has";
+  return name + " type=" + block.layout->name + " images=" + std::to_string(block.listedCount) +
+         " start=" + TimeWord(block.start) + " end=" + TimeWord(block.end) +
          " sequence=" + std::to_string(Get(block.Trailer() + kSequence, 4)) +
          (block.ntsc ? " NTSC" : " PAL") + (block.compact ? " compact" : "");
 }
@@ -74,13 +80,16 @@ std::string DescribeImage(const StoredBlock& block, const StoredImage& image) {
 
 std::string CheckImage(const StoredBlock& block, const StoredImage& image) {
   if (!image.trouble.empty()) return image.trouble;
-  const auto content =
-      ReadContent(block.At(image.begin), static_cast<std::size_t>(image.bytesEnd - image.begin));
-  if (!content) return "shows nothing that can be read";
+  const std::uint8_t* bytes = block.At(image.begin);
+  const auto content = ReadPayload(bytes, static_cast<std::size_t>(image.bytesEnd - image.begin));
+  if (!content) {
+    const auto size = CountWithoutZeros(bytes, block.At(image.bytesEnd));
+    return IsPicture(bytes, size) ? "" : "shows nothing that is known";
+  }
   if (!content->trouble.empty()) return content->trouble;
   if (content->camera != image.camera + 1) return "shows camera " + std::to_string(content->camera);
-  if (HasOwnTime(block, image) && content->time != TimeText(image.seconds))
-    return "shows " + content->time;
+  if (HasOwnTime(block, image) && content->time != image.seconds)
+    return "shows " + TimeText(content->time);
   return "";
 }
 

@@ -15,8 +15,8 @@ std::string DescribeBlock(const StoredBlock& block);
 /// One line about an image. Its hash leaves out zeros at the end, which may be padding.
 std::string DescribeImage(const StoredBlock& block, const StoredImage& image);
 
-/// What is wrong with what an image shows of itself: another camera or time than its entry's, a
-/// wrong checksum, or nothing to be read. Empty when all is well.
+/// What is wrong with an image that `make_recording` made: another camera or time than its entry's,
+/// a wrong checksum, or neither opaque bytes nor a picture. Empty when all is well.
 std::string CheckImage(const StoredBlock& block, const StoredImage& image);
 
 }  // namespace tools

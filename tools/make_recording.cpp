@@ -7,7 +7,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "tools/command_line.h"
+#include "tools/options.h"
 #include "tools/picture.h"
 #include "tools/recorder.h"
 #include "tools/recording_reader.h"
@@ -19,125 +19,138 @@ namespace {
 constexpr int kMostBlocks = 4 << 20;
 constexpr int kMostImageBytes = 2000000;
 
-const std::vector<Option> kOptions = {
-    {"--type", "TYPE",
-     "block type 00, 10, 20, 30 (.60D) or 60 (.20D);\nby default 30 or 60, as the "
-     "name ends"},
-    {"--blocks", "N", "blocks of 2 MiB (3)"},
-    {"--size", "A-B", "bytes of an image (4000-40000)"},
-    {"--picture", "WxH", "size of the pictures in a .20D file (192x128)"},
-    {"--opaque", "", "opaque bytes instead of pictures in a .20D file"},
-    {"--images", "N", "images a block at the most; as many as fit by default,\n48 with pictures"},
-    {"--fill", "", "the last image of each block reaches up to the trailer"},
-    {"--tight", "", "images use the last byte before their tail too"},
-    {"--no-tails", "", "images without tails (types 00, 10, 20)"},
-    {"--cameras", "LIST", "cameras that record, as 1,3,5-8 (1-4); up to 32 in type 20"},
-    {"--titles", "A|B|...", "titles of cameras 1, 2, ...; may be empty (CAM n)"},
-    {"--start", "TIME", "time of the first image (2021-03-04 12:00:00)"},
-    {"--step", "SECONDS", "from image to image (1); fractions are welcome"},
-    {"--pal", "", "video standard PAL instead of NTSC"},
-    {"--flags-every", "N", "each N-th image has flags, 1 to 3 in turn"},
-    {"--text-every", "N", "each N-th image has a transaction text"},
-    {"--text-length", "N", "length of these texts, 1 to 500 (different)"},
-    {"--sound-every", "N", "each N-th image has sound"},
-    {"--sound-sectors", "N", "sectors of that sound, 1 to 31 (different)"},
-    {"--sparse", "", "blocks that take one page of the disk: a single image of\nzeros in each"},
-    {"--dense", "A-B", "blocks of a sparse file that are full all the same;\nmay be repeated"},
-    {"--damage", "KIND[@BLOCK]", "damages one block or all; may be repeated; see below"},
-    {"--cut", "BYTES", "the file ends so many bytes early"},
-    {"--seed", "N", "start of the random numbers (1)"},
-    {"--help", "", "this text"},
+/// What a command line asks for.
+struct Request {
+  Wishes wishes;
+  std::string types;
+  bool opaque = false;
+  bool help = false;
 };
+
+std::vector<std::string> Split(const std::string& text, char at) {
+  std::vector<std::string> parts;
+  std::istringstream in(text);
+  for (std::string part; std::getline(in, part, at);) parts.push_back(part);
+  return parts;
+}
+
+void SetTitles(Wishes& wishes, const std::string& text) {
+  wishes.titles = Split(text, '|');
+  for (const std::string& title : wishes.titles)
+    if (title.size() > kTailTitleBytes) throw std::invalid_argument("a title is too long");
+}
+
+void SetPictureSize(Wishes& wishes, const std::string& text) {
+  if (std::sscanf(text.c_str(), "%dx%d", &wishes.width, &wishes.height) != 2 ||
+      wishes.width < kLeastWidth || wishes.height < kLeastHeight || wishes.width > 1920 ||
+      wishes.height > 1080)
+    throw std::invalid_argument("from 96x64 to 1920x1080, not " + text);
+}
+
+int Turns(const std::string& text) {
+  return ParseInt(text, 0, kMostBlocks);
+}
+
+using Value = const std::string&;
+constexpr std::array<Option<Request>, 25> kOptions = {{
+    {"type", "TYPES",
+     "block types, as 30 or 00,20: one after the other, in\nturn; 00, 10, 20, 30 (.60D) or 60 "
+     "(.20D); by default 30\nor 60, as the name ends",
+     [](Request& r, Value v) { r.types = v; }},
+    {"blocks", "N", "blocks of 2 MiB (3)",
+     [](Request& r, Value v) { r.wishes.blocks = ParseInt(v, 0, kMostBlocks); }},
+    {"size", "A-B", "bytes of an image (4000-40000)",
+     [](Request& r, Value v) {
+       r.wishes.size = ParseRange(v, 1, kMostImageBytes);
+       r.opaque = true;
+     }},
+    {"picture", "WxH", "size of the pictures in a .20D file (192x128)",
+     [](Request& r, Value v) { SetPictureSize(r.wishes, v); }},
+    {"opaque", nullptr, "opaque bytes instead of pictures in a .20D file",
+     [](Request& r, Value) { r.opaque = true; }},
+    {"images", "N", "images a block at the most; as many as fit by default,\n48 with pictures",
+     [](Request& r, Value v) { r.wishes.mostImages = ParseInt(v, 0, 758); }},
+    {"fill", nullptr, "the last image of each block reaches up to the trailer",
+     [](Request& r, Value) { r.wishes.fill = true; }},
+    {"tight", nullptr, "images use the last byte before their tail too",
+     [](Request& r, Value) { r.wishes.style.tight = true; }},
+    {"no-tails", nullptr, "images without tails (types 00, 10, 20)",
+     [](Request& r, Value) { r.wishes.style.tails = false; }},
+    {"cameras", "LIST", "cameras that record, as 1,3,5-8 (1-4); up to 32 in type 20",
+     [](Request& r, Value v) { r.wishes.cameras = ParseNumbers(v, 1, 32); }},
+    {"titles", "A|B|...", "titles of cameras 1, 2, ...; may be empty (CAM n)",
+     [](Request& r, Value v) { SetTitles(r.wishes, v); }},
+    {"start", "TIME", "time of the first image (2021-03-04 12:00:00)",
+     [](Request& r, Value v) { r.wishes.start = ParseTime(v); }},
+    {"step", "SECONDS", "from image to image (1); fractions are welcome",
+     [](Request& r, Value v) { r.wishes.step = ParseDecimal(v); }},
+    {"pal", nullptr, "video standard PAL instead of NTSC",
+     [](Request& r, Value) { r.wishes.style.pal = true; }},
+    {"flags-every", "N", "each N-th image has flags, 1 to 3 in turn",
+     [](Request& r, Value v) { r.wishes.flagsEvery = Turns(v); }},
+    {"text-every", "N", "each N-th image has a transaction text (not in types 00, 10)",
+     [](Request& r, Value v) { r.wishes.textEvery = Turns(v); }},
+    {"text-length", "N", "length of these texts, 1 to 500 (different)",
+     [](Request& r, Value v) { r.wishes.textLength = ParseInt(v, 1, kTextBytes); }},
+    {"sound-every", "N", "each N-th image has sound (not in types 00, 10)",
+     [](Request& r, Value v) { r.wishes.soundEvery = Turns(v); }},
+    {"sound-sectors", "N", "sectors of that sound, 1 to 31 (different)",
+     [](Request& r, Value v) { r.wishes.soundSectors = ParseInt(v, 1, 31); }},
+    {"sparse", nullptr, "blocks that take one page of the disk: a single image of\nzeros in each",
+     [](Request& r, Value) { r.wishes.sparse = true; }},
+    {"dense", "A-B", "blocks of a sparse file that are full all the same;\nmay be repeated",
+     [](Request& r, Value v) { r.wishes.dense.push_back(ParseRange(v, 1, kMostBlocks)); }},
+    {"damage", "KIND[@BLOCK]", "damages one block or all; may be repeated; see below",
+     [](Request& r, Value v) { r.wishes.damages.push_back(ParseDamage(v)); }},
+    {"cut", "BYTES", "the file ends so many bytes early",
+     [](Request& r, Value v) { r.wishes.cut = ParseNumber(v, 0, kBlockBytes); }},
+    {"seed", "N", "start of the random numbers (1)",
+     [](Request& r, Value v) {
+       r.wishes.seed = static_cast<std::uint64_t>(ParseNumber(v, 0, INT64_MAX));
+     }},
+    {"help", nullptr, "this text", [](Request& r, Value) { r.help = true; }},
+}};
 
 void PrintHelp() {
   std::cout << "Usage: make_recording [options] FILE\n"
                "Writes a recording. A name that ends in 20D makes a .20D file.\n\n"
             << HelpText(kOptions) << "\nKinds of damage:\n";
-  std::vector<Option> kinds;
-  for (const DamageKind& kind : DamageKinds()) kinds.push_back({kind.name, "", kind.help});
-  std::cout << HelpText(kinds);
+  for (const DamageKind& kind : DamageKinds()) std::cout << HelpLine(kind.name, kind.help);
 }
 
-const Layout& ChooseLayout(const CommandLine& line, bool is20D) {
-  const std::string name = line.Text("--type", is20D ? "60" : "30");
+const Layout& NamedLayout(const std::string& name, bool is20D) {
   for (const Layout& layout : kLayouts)
     if (name == layout.name && layout.is20D == is20D) return layout;
   throw std::invalid_argument("a file of this name has no block type " + name);
 }
 
-std::vector<std::string> SplitTitles(const std::string& text) {
-  std::vector<std::string> titles;
-  std::istringstream in(text);
-  for (std::string title; std::getline(in, title, '|');) {
-    if (title.size() > kTailTitleBytes) throw std::invalid_argument("a title is too long");
-    titles.push_back(title);
-  }
-  return titles;
-}
-
-void ReadContentWishes(const CommandLine& line, Wishes& wishes) {
-  const Layout& layout = *wishes.style.layout;
-  wishes.cameras = line.Numbers("--cameras", "1-4", 1, layout.cameras);
-  wishes.titles = SplitTitles(line.Text("--titles", ""));
-  wishes.start = ParseTime(line.Text("--start", "2021-03-04 12:00:00"));
-  wishes.step = line.Decimal("--step", 1);
-  wishes.flagsEvery = static_cast<int>(line.Number("--flags-every", 0, 0, kMostBlocks));
-  wishes.textEvery = static_cast<int>(line.Number("--text-every", 0, 0, kMostBlocks));
-  wishes.textLength = static_cast<int>(line.Number("--text-length", 0, 1, kTextBytes));
-  wishes.soundEvery = static_cast<int>(line.Number("--sound-every", 0, 0, kMostBlocks));
-  wishes.soundSectors = static_cast<int>(line.Number("--sound-sectors", 0, 1, 31));
-  if (layout.entryParts == kNone && (wishes.textEvery > 0 || wishes.soundEvery > 0))
-    throw std::invalid_argument("blocks of this type have neither text nor sound");
+/// Adds to the wishes what depends on the file's name and on several options.
+void Complete(Request& request, bool is20D) {
+  Wishes& wishes = request.wishes;
+  if (request.types.empty()) request.types = is20D ? "60" : "30";
+  for (const std::string& name : Split(request.types, ','))
+    wishes.layouts.push_back(&NamedLayout(name, is20D));
+  for (const Layout* layout : wishes.layouts)
+    if (wishes.cameras.back() > layout->cameras)
+      throw std::invalid_argument("--cameras: blocks of this type know no more than 16");
+  wishes.pictures = is20D && !request.opaque;
+  if (wishes.pictures && wishes.mostImages == INT_MAX) wishes.mostImages = 48;
   for (std::size_t i = 0; i < wishes.style.titles.size(); ++i)
-    wishes.style.titles[i] =
-        i < wishes.titles.size() ? wishes.titles[i] : "CAM " + std::to_string(i + 1);
-}
-
-void ReadPictureWishes(const CommandLine& line, Wishes& wishes) {
-  wishes.pictures = wishes.style.layout->is20D && !line.Has("--opaque") && !line.Has("--size");
-  const std::string size = line.Text("--picture", "192x128");
-  if (std::sscanf(size.c_str(), "%dx%d", &wishes.width, &wishes.height) != 2 ||
-      wishes.width < kLeastWidth || wishes.height < kLeastHeight || wishes.width > 1920 ||
-      wishes.height > 1080)
-    throw std::invalid_argument("--picture: from 96x64 to 1920x1080, not " + size);
-}
-
-Wishes ReadWishes(const CommandLine& line) {
-  const bool is20D = IsNameOf20D(line.Arguments().at(0));
-  Wishes wishes;
-  wishes.style.layout = &ChooseLayout(line, is20D);
-  wishes.style.pal = line.Has("--pal");
-  wishes.style.tails = !line.Has("--no-tails");
-  wishes.style.tight = line.Has("--tight");
-  ReadContentWishes(line, wishes);
-  ReadPictureWishes(line, wishes);
-  const int most = wishes.style.layout->mostImages;
-  wishes.blocks = static_cast<int>(line.Number("--blocks", 3, 0, kMostBlocks));
-  wishes.mostImages =
-      static_cast<int>(line.Number("--images", wishes.pictures ? 48 : most, 0, most));
-  wishes.size = line.NumberRange("--size", {4000, 40000}, 1, kMostImageBytes);
-  wishes.fill = line.Has("--fill");
-  wishes.sparse = line.Has("--sparse");
-  for (const std::string& range : line.All("--dense"))
-    wishes.dense.push_back(ParseRange("--dense", range, 1, kMostBlocks));
-  for (const std::string& damage : line.All("--damage"))
-    wishes.damages.push_back(ParseDamage(damage));
-  wishes.cut = line.Number("--cut", 0, 0, kBlockBytes);
-  wishes.seed = static_cast<std::uint64_t>(line.Number("--seed", 1, 0, INT64_MAX));
-  return wishes;
+    wishes.style.titles[i] = wishes.TitleOf(static_cast<int>(i));
 }
 
 int Run(int argc, char** argv) {
-  const CommandLine line(argc, argv, kOptions);
-  if (line.Has("--help")) {
+  Request request;
+  const std::vector<std::string> files = ReadOptions(argc, argv, kOptions, request);
+  if (request.help) {
     PrintHelp();
     return 0;
   }
-  if (line.Arguments().size() != 1) throw std::invalid_argument("one file name is wanted");
-  const Wishes wishes = ReadWishes(line);
-  Recorder recorder(wishes);
-  recorder.Record(line.Arguments()[0]);
-  std::cout << line.Arguments()[0] << ": " << wishes.blocks << " blocks, " << recorder.ImageCount()
+  if (files.size() != 1) throw std::invalid_argument("one file name is wanted");
+  Complete(request, IsNameOf20D(files[0]));
+  Recorder recorder(request.wishes);
+  recorder.Record(files[0]);
+  std::cout << files[0] << ": " << request.wishes.blocks << " blocks, " << recorder.ImageCount()
             << " images\n";
   return 0;
 }

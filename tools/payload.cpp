@@ -3,10 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "tools/jpeg2000.h"
-#include "tools/picture.h"
-#include "tools/time_text.h"
-
 namespace tools {
 namespace {
 
@@ -17,22 +13,8 @@ constexpr int kNumber = 16;
 constexpr int kLength = 20;
 constexpr int kChecksum = 24;
 
-/// Pictures of seconds past are dropped beyond this number.
-constexpr std::size_t kMostPictures = 256;
-
 std::uint32_t Checksum(const std::uint8_t* bytes, std::size_t count) {
   return static_cast<std::uint32_t>(Hash(bytes + kPayloadHeaderBytes, count - kPayloadHeaderBytes));
-}
-
-Content ReadHeader(const std::uint8_t* bytes, std::size_t count) {
-  Content content = {static_cast<int>(Get(bytes + kCamera, 4)),
-                     TimeText(static_cast<std::int32_t>(Get(bytes + kTime, 4))), ""};
-  const std::uint32_t length = Get(bytes + kLength, 4);
-  if (length > count || length < kPayloadHeaderBytes)
-    content.trouble = "is shorter than its header says";
-  else if (Checksum(bytes, length) != Get(bytes + kChecksum, 4))
-    content.trouble = "has a wrong checksum";
-  return content;
 }
 
 }  // namespace
@@ -53,20 +35,16 @@ Bytes MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int le
   return bytes;
 }
 
-std::optional<Content> ReadContent(const std::uint8_t* bytes, std::size_t count) {
-  if (count >= kPayloadHeaderBytes && std::equal(kMagic.begin(), kMagic.end(), bytes))
-    return ReadHeader(bytes, count);
-  const std::optional<Picture> picture = DecodeJpeg2000(bytes, count);
-  const std::optional<PictureLabel> label = picture ? ReadLabel(*picture) : std::nullopt;
-  if (!label) return std::nullopt;
-  return Content{label->camera, label->time, ""};
-}
-
-const Bytes& PictureAlbum::Get(int camera, std::int64_t seconds) {
-  if (pictures_.size() >= kMostPictures) pictures_.erase(pictures_.begin());
-  const auto [place, isNew] = pictures_.try_emplace({seconds, camera});
-  if (isNew) place->second = EncodeJpeg2000(DrawPicture(width_, height_, camera, seconds));
-  return place->second;
+std::optional<Content> ReadPayload(const std::uint8_t* bytes, std::size_t count) {
+  if (count < kPayloadHeaderBytes || !std::equal(kMagic.begin(), kMagic.end(), bytes))
+    return std::nullopt;
+  Content content = {static_cast<int>(Get(bytes + kCamera, 4)), GetSigned(bytes + kTime), ""};
+  const std::uint32_t length = Get(bytes + kLength, 4);
+  if (length > count || length < kPayloadHeaderBytes)
+    content.trouble = "is shorter than its header says";
+  else if (Checksum(bytes, length) != Get(bytes + kChecksum, 4))
+    content.trouble = "has a wrong checksum";
+  return content;
 }
 
 }  // namespace tools

@@ -39,22 +39,6 @@ constexpr std::array<Glyph, 16> kFont = {{
     {' ', {}},
 }};
 
-/// Where a line of text stands, in picture dots, and how many of them one letter dot takes.
-struct Line {
-  int left;
-  int top;
-  int scale;
-  int letters;
-};
-
-/// The three lines: camera, day, time of day.
-std::array<Line, 3> LinesOf(const Picture& picture) {
-  const int scale = std::min(picture.width / kLeastWidth, picture.height / kLeastHeight);
-  return {{{8 * scale, 8 * scale, 2 * scale, 6},
-           {8 * scale, 30 * scale, scale, 10},
-           {8 * scale, 42 * scale, scale, 8}}};
-}
-
 std::size_t PixelAt(const Picture& picture, int x, int y) {
   return static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) +
          static_cast<std::size_t>(x);
@@ -65,20 +49,15 @@ const Glyph& GlyphOf(char letter) {
                        [&](const Glyph& glyph) { return glyph.letter == letter; });
 }
 
-void DrawDot(Picture& picture, int left, int top, int scale) {
-  for (int y = top; y < top + scale; ++y)
-    std::fill_n(picture.pixels.begin() + static_cast<std::ptrdiff_t>(PixelAt(picture, left, y)),
-                scale, kInk);
-}
-
-void DrawLine(Picture& picture, const Line& line, const std::string& text) {
-  for (int i = 0; i < static_cast<int>(text.size()); ++i) {
-    const Glyph& glyph = GlyphOf(text[static_cast<std::size_t>(i)]);
-    for (int y = 0; y < kGlyphHeight; ++y)
-      for (int x = 0; x < kGlyphWidth; ++x)
-        if (glyph.rows[static_cast<std::size_t>(y)] >> (kGlyphWidth - 1 - x) & 1)
-          DrawDot(picture, line.left + (i * kAdvance + x) * line.scale, line.top + y * line.scale,
-                  line.scale);
+/// Draws a line of text from a place on; one letter dot takes `scale` x `scale` dots.
+void DrawLine(Picture& picture, int left, int top, int scale, const std::string& text) {
+  for (const char letter : text) {
+    const Glyph& glyph = GlyphOf(letter);
+    for (int y = 0; y < kGlyphHeight * scale; ++y)
+      for (int x = 0; x < kGlyphWidth * scale; ++x)
+        if (glyph.rows[static_cast<std::size_t>(y / scale)] >> (kGlyphWidth - 1 - x / scale) & 1)
+          picture.pixels[PixelAt(picture, left + x, top + y)] = kInk;
+    left += kAdvance * scale;
   }
 }
 
@@ -96,53 +75,19 @@ void DrawScene(Picture& picture, int camera, std::int64_t seconds) {
     }
 }
 
-/// The letter that stands at a place, or 0.
-char ReadLetter(const Picture& picture, int left, int top, int scale) {
-  std::array<std::uint8_t, kGlyphHeight> rows = {};
-  for (int y = 0; y < kGlyphHeight; ++y)
-    for (int x = 0; x < kGlyphWidth; ++x) {
-      const std::size_t at = PixelAt(picture, left + x * scale, top + y * scale);
-      if (picture.pixels[at] > (kBrightestScene + kInk) / 2)
-        rows[static_cast<std::size_t>(y)] |= static_cast<std::uint8_t>(1 << (kGlyphWidth - 1 - x));
-    }
-  const auto found = std::find_if(kFont.begin(), kFont.end(),
-                                  [&](const Glyph& glyph) { return glyph.rows == rows; });
-  return found == kFont.end() ? '\0' : found->letter;
-}
-
-std::string ReadLine(const Picture& picture, const Line& line) {
-  std::string text;
-  for (int i = 0; i < line.letters; ++i)
-    text += ReadLetter(picture, line.left + i * kAdvance * line.scale, line.top, line.scale);
-  return text;
-}
-
 }  // namespace
 
 Picture DrawPicture(int width, int height, int camera, std::int64_t seconds) {
   Picture picture = {width, height,
                      Bytes(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))};
   DrawScene(picture, camera, seconds);
-  std::string head = camera < 10 ? "CAM 0" : "CAM ";
-  head += std::to_string(camera);
   const std::string time = TimeText(seconds);
-  const std::array<Line, 3> lines = LinesOf(picture);
-  DrawLine(picture, lines[0], head);
-  DrawLine(picture, lines[1], time.substr(0, 10));
-  DrawLine(picture, lines[2], time.substr(11));
+  const int scale = std::min(width / kLeastWidth, height / kLeastHeight);
+  const int left = 8 * scale;
+  DrawLine(picture, left, 8 * scale, 2 * scale, "CAM " + std::to_string(camera));
+  DrawLine(picture, left, 30 * scale, scale, time.substr(0, 10));
+  DrawLine(picture, left, 42 * scale, scale, time.substr(11));
   return picture;
-}
-
-std::optional<PictureLabel> ReadLabel(const Picture& picture) {
-  if (picture.width < kLeastWidth || picture.height < kLeastHeight) return std::nullopt;
-  const std::array<Line, 3> lines = LinesOf(picture);
-  const std::string head = ReadLine(picture, lines[0]);
-  const std::string time = ReadLine(picture, lines[1]) + " " + ReadLine(picture, lines[2]);
-  const std::string number = head.substr(4);
-  if (head.compare(0, 4, "CAM ") != 0 || time.find('\0') != std::string::npos ||
-      number.find_first_not_of("0123456789") != std::string::npos)
-    return std::nullopt;
-  return PictureLabel{std::stoi(number), time};
 }
 
 }  // namespace tools

@@ -5,6 +5,10 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "tools/jpeg2000.h"
+#include "tools/payload.h"
+#include "tools/picture.h"
+
 namespace tools {
 namespace {
 
@@ -33,13 +37,14 @@ Bytes MakeSound(Random& random, int sectors) {
 }  // namespace
 
 Recorder::Recorder(const Wishes& wishes)
-    : wishes_(wishes),
-      random_(wishes.seed),
-      album_(wishes.width, wishes.height),
-      builder_(wishes.style) {}
+    : wishes_(wishes), random_(wishes.seed), builder_(wishes.style) {}
 
-std::int64_t Recorder::Now() const {
-  return wishes_.start + static_cast<std::int64_t>(std::floor(imageCount_ * wishes_.step));
+Image Recorder::BareImage(std::uint32_t turn) const {
+  Image image;
+  image.camera = wishes_.cameras[turn % wishes_.cameras.size()] - 1;
+  image.seconds = wishes_.start + static_cast<std::int64_t>(std::floor(imageCount_ * wishes_.step));
+  image.title = wishes_.TitleOf(image.camera);
+  return image;
 }
 
 bool Recorder::IsDense(int block) const {
@@ -49,21 +54,17 @@ bool Recorder::IsDense(int block) const {
 }
 
 Image Recorder::NextImage() {
-  Image image;
-  image.camera = wishes_.cameras[imageCount_ % wishes_.cameras.size()] - 1;
-  image.seconds = Now();
-  const auto camera = static_cast<std::size_t>(image.camera);
-  image.title = camera < wishes_.titles.size() ? wishes_.titles[camera]
-                                               : "CAM " + std::to_string(image.camera + 1);
+  Image image = BareImage(imageCount_);
   if (IsTurn(wishes_.flagsEvery, imageCount_))
     image.flags = 1 + static_cast<int>(imageCount_) / wishes_.flagsEvery % 3;
   // Each part has numbers of its own, so that one option changes one part.
   Random seeds(wishes_.seed + imageCount_);
   Random sizes(seeds.Next()), texts(seeds.Next()), sounds(seeds.Next());
-  if (IsTurn(wishes_.textEvery, imageCount_))
+  const bool hasParts = layout_->entryParts != kNone;
+  if (hasParts && IsTurn(wishes_.textEvery, imageCount_))
     image.text =
         MakeText(texts, wishes_.textLength > 0 ? wishes_.textLength : texts.Between(1, kTextBytes));
-  if (IsTurn(wishes_.soundEvery, imageCount_))
+  if (hasParts && IsTurn(wishes_.soundEvery, imageCount_))
     image.sound =
         MakeSound(sounds, wishes_.soundSectors > 0 ? wishes_.soundSectors : sounds.Between(1, 31));
   MakeBytes(image, sizes.Between(wishes_.size.first, wishes_.size.last));
@@ -72,7 +73,8 @@ Image Recorder::NextImage() {
 
 void Recorder::MakeBytes(Image& image, int size) {
   if (wishes_.pictures) {
-    image.bytes = album_.Get(image.camera + 1, image.seconds);
+    image.bytes =
+        EncodeJpeg2000(DrawPicture(wishes_.width, wishes_.height, image.camera + 1, image.seconds));
     return;
   }
   if (wishes_.style.tight)
@@ -84,9 +86,7 @@ void Recorder::MakeBytes(Image& image, int size) {
 void Recorder::FillUp() {
   const int size = builder_.FreeSectors() * kSectorBytes - kTailBytes - 1;
   if (size <= 0) return;
-  Image image;
-  image.camera = wishes_.cameras[imageCount_ % wishes_.cameras.size()] - 1;
-  image.seconds = Now();
+  Image image = BareImage(imageCount_);
   image.title = "FILL";
   image.bytes = MakePayload(image.camera + 1, image.seconds, imageCount_, size, wishes_.seed);
   builder_.Add(image);
@@ -94,7 +94,7 @@ void Recorder::FillUp() {
 }
 
 void Recorder::AddImages() {
-  const int most = wishes_.mostImages - (wishes_.fill ? 1 : 0);
+  const int most = std::min(wishes_.mostImages, layout_->mostImages) - (wishes_.fill ? 1 : 0);
   while (builder_.ImageCount() < most) {
     const Image image = NextImage();
     if (!builder_.Fits(image)) break;
@@ -107,21 +107,21 @@ void Recorder::AddImages() {
 /// One image over the whole data area, all zeros but for its tail, so that on disk the block
 /// takes the one page that holds tail and trailer.
 void Recorder::AddHole(int block) {
-  Image image;
-  image.camera = wishes_.cameras[static_cast<std::size_t>(block) % wishes_.cameras.size()] - 1;
-  image.seconds = Now();
+  Image image = BareImage(static_cast<std::uint32_t>(block));
   image.title = "HOLE";
   builder_.AddHole(image);
   ++imageCount_;
 }
 
 const Bytes& Recorder::MakeBlock(int block) {
-  builder_.Begin(static_cast<std::uint32_t>(block));
+  const auto index = static_cast<std::size_t>(block - 1) % wishes_.layouts.size();
+  layout_ = wishes_.layouts[index];
+  builder_.Begin(*layout_, static_cast<std::uint32_t>(block));
   IsDense(block) ? AddImages() : AddHole(block);
   if (wishes_.damages.empty()) return builder_.Finish();
   damaged_ = builder_.Finish();
   for (const Damage& damage : wishes_.damages) {
-    Victim victim = {*wishes_.style.layout, damaged_, random_};
+    Victim victim = {*layout_, damaged_, random_};
     if (damage.block == 0 || damage.block == block) damage.kind->apply(victim);
   }
   return damaged_;

@@ -1,29 +1,30 @@
 #pragma once
 
+#include <climits>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "tools/block_builder.h"
-#include "tools/command_line.h"
 #include "tools/damage.h"
-#include "tools/payload.h"
+#include "tools/options.h"
 
 namespace tools {
 
 /// What a recording is to hold.
 struct Wishes {
+  std::vector<const Layout*> layouts;  ///< Of the blocks, in turn.
   BlockStyle style;
   int blocks = 3;
-  std::vector<int> cameras;         ///< From 1 on, in the order in which they record.
-  std::vector<std::string> titles;  ///< Of camera i + 1 at i; "CAM n" beyond the end.
-  std::int64_t start = 0;           ///< Time stamp of the first image.
-  double step = 1;                  ///< Seconds from image to image.
-  int mostImages = 0;               ///< Images a block at the most.
-  Range size = {};                  ///< Bytes of an opaque image.
-  bool pictures = false;            ///< JPEG 2000 pictures instead of opaque images.
-  int width = 0;
-  int height = 0;
+  std::vector<int> cameras = {1, 2, 3, 4};  ///< From 1 on, in the order in which they record.
+  std::vector<std::string> titles;          ///< Of camera i + 1 at i; "CAM n" beyond the end.
+  std::int64_t start = 1930478400;          ///< Time stamp of the first image: 2021-03-04 12:00:00.
+  double step = 1;                          ///< Seconds from image to image.
+  int mostImages = INT_MAX;                 ///< Images a block at the most.
+  Range size = {4000, 40000};               ///< Bytes of an opaque image.
+  bool pictures = false;                    ///< JPEG 2000 pictures instead of opaque images.
+  int width = 192;
+  int height = 128;
   bool fill = false;     ///< Let the last image of a block reach to the trailer.
   int textEvery = 0;     ///< Each so-manieth image has a text; 0: none.
   int textLength = 0;    ///< 0: of different lengths.
@@ -35,6 +36,12 @@ struct Wishes {
   std::vector<Damage> damages;
   std::uint64_t seed = 1;
   std::int64_t cut = 0;  ///< Bytes that the file's end lacks.
+
+  /// The title of a camera, from 0 on.
+  std::string TitleOf(int camera) const {
+    const auto index = static_cast<std::size_t>(camera);
+    return index < titles.size() ? titles[index] : "CAM " + std::to_string(camera + 1);
+  }
 };
 
 /// Writes a recording as a recorder would: whole blocks one after the other.
@@ -49,18 +56,19 @@ class Recorder {
 
  private:
   bool IsDense(int block) const;
+  /// An image of the camera whose turn it is, of the present time, without contents.
+  Image BareImage(std::uint32_t turn) const;
   Image NextImage();
   void MakeBytes(Image& image, int size);
   void AddImages();
   void FillUp();
   void AddHole(int block);
   const Bytes& MakeBlock(int block);
-  std::int64_t Now() const;
 
   const Wishes& wishes_;
   Random random_;  ///< For damage.
-  PictureAlbum album_;
   BlockBuilder builder_;
+  const Layout* layout_ = nullptr;  ///< Of the block that is being made.
   Bytes damaged_;
   std::uint32_t imageCount_ = 0;
 };

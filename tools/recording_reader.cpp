@@ -8,11 +8,6 @@ namespace {
 
 constexpr int kSectorNumbers = 4096;
 
-/// Signed, as time stamps and text lengths are.
-std::int32_t GetSigned(const std::uint8_t* at) {
-  return static_cast<std::int32_t>(Get(at, 4));
-}
-
 /// At most `most` bytes, up to the first zero.
 std::string GetText(const std::uint8_t* at, int most) {
   return {at, std::find(at, at + most, std::uint8_t{0})};
@@ -103,8 +98,11 @@ class BlockParser {
 
 }  // namespace
 
-void ParseBlock(StoredBlock& block) {
-  BlockParser(block).Parse();
+void ParseBlock(StoredBlock& block, bool is20D) {
+  const Layout* layout = FindLayout(block.Trailer()[kType], is20D);
+  block.isKnown = layout != nullptr;
+  block.layout = block.isKnown ? layout : &FormOf(is20D);
+  if (block.isKnown) BlockParser(block).Parse();
 }
 
 bool IsNameOf20D(const std::string& path) {
@@ -113,36 +111,23 @@ bool IsNameOf20D(const std::string& path) {
 }
 
 RecordingReader::RecordingReader(const std::string& path)
-    : path_(path), file_(path, std::ios::binary | std::ios::ate), is20D_(IsNameOf20D(path)) {
+    : path_(path), file_(path, std::ios::binary | std::ios::ate), form_(FormOf(IsNameOf20D(path))) {
   if (!file_) throw std::runtime_error(path + " cannot be opened");
   size_ = file_.tellg();
-  FindLayout();
-}
-
-/// The last block's type is the recording's.
-void RecordingReader::FindLayout() {
-  const Layout& form = *tools::FindLayout(is20D_ ? 0x60 : 0x30, is20D_);
-  const std::int64_t whole = size_ / kBlockBytes;
   rest_ = size_ % kBlockBytes;
-  const std::int64_t data = rest_ - form.trailerBytes;
-  if (data > 0 && data % kSectorBytes == 0) {
-    layout_ = LayoutOfTrailer(size_ - form.trailerBytes);
-    if (layout_ != nullptr && EndsInTrailer(*layout_, data)) std::swap(compact_, rest_);
-  }
-  if (compact_ == 0 && whole > 0)
-    layout_ = LayoutOfTrailer((whole - 1) * kBlockBytes + form.trailer);
-  blockCount_ = static_cast<int>(whole) + (compact_ > 0 ? 1 : 0);
-  if (layout_ == nullptr || blockCount_ == 0)
-    throw std::runtime_error(path_ + " holds no block of a known type");
+  if (EndsInTrailer()) std::swap(compact_, rest_);
+  blockCount_ = static_cast<int>(size_ / kBlockBytes) + (compact_ > 0 ? 1 : 0);
+  if (blockCount_ == 0) throw std::runtime_error(path_ + " holds no whole block");
 }
 
-const Layout* RecordingReader::LayoutOfTrailer(std::int64_t position) {
-  return tools::FindLayout(ReadBytes(position + kType, 1)[0], is20D_);
-}
-
-/// Whether the trailer at the file's end belongs to a block with `data` bytes of data.
-bool RecordingReader::EndsInTrailer(const Layout& layout, std::int64_t data) {
-  const Bytes trailer = ReadBytes(size_ - layout.trailerBytes, layout.trailerBytes);
+/// Whether what lies behind the whole blocks is a block with its trailer right behind its data.
+bool RecordingReader::EndsInTrailer() {
+  const std::int64_t data = rest_ - form_.trailerBytes;
+  if (data <= 0 || data % kSectorBytes != 0) return false;
+  const Bytes trailer = ReadBytes(size_ - form_.trailerBytes, form_.trailerBytes);
+  const Layout* found = FindLayout(trailer[kType], form_.is20D);
+  if (found == nullptr) return false;
+  const Layout& layout = *found;
   const auto count = static_cast<int>(Get(trailer.data() + layout.imageCount, 2));
   if (count > layout.mostImages) return false;
   const int end = layout.list + count * layout.entryBytes + layout.entrySector;
@@ -161,13 +146,11 @@ Bytes RecordingReader::ReadBytes(std::int64_t position, std::int64_t count) {
 const StoredBlock& RecordingReader::Read(int number) {
   block_ = StoredBlock();
   block_.number = number;
-  block_.layout = layout_;
   block_.compact = compact_ > 0 && number == blockCount_;
   const std::int64_t length = block_.compact ? compact_ : kBlockBytes;
   block_.bytes = ReadBytes((number - 1) * kBlockBytes, length);
-  block_.trailer =
-      block_.compact ? static_cast<int>(length) - layout_->trailerBytes : layout_->trailer;
-  ParseBlock(block_);
+  block_.trailer = block_.compact ? static_cast<int>(length) - form_.trailerBytes : form_.trailer;
+  ParseBlock(block_, form_.is20D);
   return block_;
 }
 

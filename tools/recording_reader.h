@@ -29,7 +29,8 @@ struct StoredImage {
 
 /// One block of a recording.
 struct StoredBlock {
-  int number = 0;  ///< From 1 on.
+  int number = 0;        ///< From 1 on.
+  bool isKnown = false;  ///< Whether its type is one of its recording's kind; if not, damaged.
   const Layout* layout = nullptr;
   bool compact = false;    ///< Shorter than 2 MiB, its trailer right behind its data.
   Bytes bytes;             ///< The block as it lies in the file.
@@ -45,37 +46,33 @@ struct StoredBlock {
   const std::uint8_t* At(int place) const { return bytes.data() + place; }
 };
 
-/// Takes a block apart of which the layout, the bytes and the trailer's place are set.
-void ParseBlock(StoredBlock& block);
+/// Takes a block apart of which the bytes and the trailer's place are set, by its own type byte.
+void ParseBlock(StoredBlock& block, bool is20D);
 
 /// Reads recordings, whole or damaged, as the format tells and no other code. A last block that is
 /// compact is found by the trailer at the file's end.
 class RecordingReader {
  public:
-  /// Throws `std::runtime_error` when the file cannot be read or holds no block of a known type.
+  /// Throws `std::runtime_error` when the file cannot be read or holds no whole block.
   explicit RecordingReader(const std::string& path);
 
   int BlockCount() const { return blockCount_; }
   /// Bytes at the file's end that belong to no block.
   std::int64_t Rest() const { return rest_; }
-  const Layout& GetLayout() const { return *layout_; }
   /// Reads a block, from 1 on; it stands until the next is read.
   const StoredBlock& Read(int number);
 
  private:
   Bytes ReadBytes(std::int64_t position, std::int64_t count);
-  const Layout* LayoutOfTrailer(std::int64_t position);
-  bool EndsInTrailer(const Layout& layout, std::int64_t data);
-  void FindLayout();
+  bool EndsInTrailer();
 
   std::string path_;
   std::ifstream file_;
   std::int64_t size_ = 0;
-  bool is20D_ = false;
+  const Layout& form_;  ///< Of the blocks that are written today.
   int blockCount_ = 0;
   std::int64_t compact_ = 0;  ///< Length of a compact last block; 0 when there is none.
   std::int64_t rest_ = 0;
-  const Layout* layout_ = nullptr;
   StoredBlock block_;
 };
 

@@ -39,12 +39,12 @@ std::string RecordingBuilder::Bytes() const {
   std::string recording;
   std::uint32_t number = 0;
   for (const BlockPlan& plan : blocks_) {
-    tools::BlockStyle style = {Layout(), false, true, true, {}};
+    tools::BlockStyle style = {false, true, true, {}};
     std::copy(plan.titles.begin(), plan.titles.end(), style.titles.begin());
     style.tails = std::all_of(plan.images.begin(), plan.images.end(),
                               [](const TestImage& image) { return image.tail; });
     tools::BlockBuilder block(style);
-    block.Begin(++number);
+    block.Begin(*Layout(), ++number);
     for (const TestImage& image : plan.images) block.Add(AsRecorded(image));
     tools::Bytes bytes = block.Finish();
     if (plan.stamps) {

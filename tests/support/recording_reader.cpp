@@ -33,11 +33,10 @@ TestImage AsTestImage(const tools::StoredBlock& block, const tools::StoredImage&
 StoredBlock ReadBlock(std::string_view bytes, const tools::Layout& layout) {
   Demand(std::ssize(bytes) >= layout.trailerBytes, "trailer");
   tools::StoredBlock block;
-  block.layout = &layout;
   block.bytes.assign(bytes.begin(), bytes.end());
   block.trailer = static_cast<int>(bytes.size()) - layout.trailerBytes;
-  tools::ParseBlock(block);
-  Demand(block.Trailer()[tools::kType] == layout.type, "block type");
+  tools::ParseBlock(block, layout.is20D);
+  Demand(block.layout == &layout && block.isKnown, "block type");
   Demand(block.listedCount <= layout.mostImages, "image count");
   StoredBlock stored;
   stored.trailer = bytes.substr(static_cast<std::size_t>(block.trailer));

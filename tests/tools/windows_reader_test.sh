@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# The reader that is handed out for Windows says what the native one says, of a file whose path is
+# beyond ASCII and whose end is beyond 4 GiB.
+# Usage: windows_reader_test.sh MAKE_RECORDING LIST_RECORDING TOP
+set -euo pipefail
+make=$1
+list=$2
+top=$3
+# shellcheck source=tests/tools/workspace.sh
+. "$(dirname "${BASH_SOURCE[0]}")/workspace.sh"
+
+mkdir Prüfung
+file=Prüfung/監視.60D
+"$make" --sparse --blocks 2050 --dense 2050-2050 --text-every 2 --sound-every 3 "$file" >/dev/null
+"$list" --blocks 2049-2050 "$file" >native
+"$top/scripts/under_wine" "$top/build/mingw/tools/list_recording.exe" --blocks 2049-2050 "$file" \
+  >windows || fail "$(cat windows)"
+tr -d '\r' <windows | cmp - native || fail "the reader for Windows says something else"

@@ -1,0 +1,61 @@
+#include "tools/options.h"
+
+#include <algorithm>
+#include <charconv>
+#include <set>
+#include <sstream>
+
+namespace tools {
+
+std::int64_t ParseNumber(const std::string& text, std::int64_t least, std::int64_t most) {
+  std::int64_t value = 0;
+  const char* end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, value);
+  if (result.ec != std::errc() || result.ptr != end || value < least || value > most)
+    throw std::invalid_argument("wanted a number from " + std::to_string(least) + " to " +
+                                std::to_string(most) + ", not \"" + text + "\"");
+  return value;
+}
+
+int ParseInt(const std::string& text, int least, int most) {
+  return static_cast<int>(ParseNumber(text, least, most));
+}
+
+Range ParseRange(const std::string& text, int least, int most) {
+  const std::size_t dash = text.find('-', 1);
+  const std::string first = text.substr(0, dash);
+  const std::string last = dash == std::string::npos ? first : text.substr(dash + 1);
+  const Range range = {ParseInt(first, least, most), ParseInt(last, least, most)};
+  if (range.first > range.last) throw std::invalid_argument(text + " is empty");
+  return range;
+}
+
+std::vector<int> ParseNumbers(const std::string& text, int least, int most) {
+  std::set<int> numbers;
+  std::istringstream in(text);
+  for (std::string part; std::getline(in, part, ',');) {
+    const Range range = ParseRange(part, least, most);
+    for (int number = range.first; number <= range.last; ++number) numbers.insert(number);
+  }
+  if (numbers.empty()) throw std::invalid_argument("no number is given");
+  return {numbers.begin(), numbers.end()};
+}
+
+double ParseDecimal(const std::string& text) {
+  std::istringstream in(text);
+  double value = 0;
+  if (!(in >> value) || in.peek() != EOF || value < 0 || value > 1e9)
+    throw std::invalid_argument("wanted a number, not \"" + text + "\"");
+  return value;
+}
+
+std::string HelpLine(const std::string& name, const std::string& help) {
+  constexpr std::size_t kColumn = 26;
+  std::string text = "  " + name;
+  text.resize(std::max(text.size() + 2, kColumn), ' ');
+  for (const char c : help)
+    text += c == '\n' ? "\n" + std::string(kColumn, ' ') : std::string(1, c);
+  return text + '\n';
+}
+
+}  // namespace tools
