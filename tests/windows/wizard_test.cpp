@@ -104,6 +104,23 @@ TEST_F(Wizard, WritesCamerasAndPlayerThroughDragToDisc) {
   ExpectWizardGone();
 }
 
+// The recording lies in the root of a disc that would be cleared for the player.
+TEST_F(Wizard, LeavesADiscThatHoldsItsSource) {
+  Register(kDirectCd);
+  InstallPlayer();
+  CopyTo(Recording("day.60D"), "E:\\day.60D");
+  for (const char* file : {"E:\\Tessaview Notes.txt", "E:\\other.txt"}) MakeFile(file, 1);
+  const auto before = FilesLike("E:\\*");
+  Open("E:\\day.60D");
+  GoToNamePage("part");
+  At(IDC_frmSaveToCD_Check1).Tick(true);
+  Press(kCopy);
+  EXPECT_EQ(program_.AnswerMessage(IDNO), kNotReady);
+  EXPECT_EQ(FilesLike("E:\\*"), before);
+  EXPECT_EQ(program_.AnswerMessage(), kGivenUp);
+  ExpectWizardGone();
+}
+
 // Nothing waits for the program that was just started: its window is not there yet.
 TEST_F(Wizard, StaysOnTheNamePageWhenDragToDiscIsSlow) {
   MakeFile(InWork("slow"), 0);
