@@ -14,11 +14,13 @@ namespace {
 constexpr const char* kWizard = "frmSaveToCD";
 constexpr const char* kAppPaths = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\";
 
-/// Height of a text in the wizard's font when it is broken into lines of this width; pixels.
+/// Height of a text in the system's font when it is broken into lines of this width; pixels.
 int HeightOf(const std::string& text, int width) {
+  NONCLIENTMETRICSW metrics = {};
+  metrics.cbSize = sizeof metrics;
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
   const HDC screen = GetDC(nullptr);
-  const HFONT font = CreateFontA(-MulDiv(8, GetDeviceCaps(screen, LOGPIXELSY), 72), 0, 0, 0, 0, 0,
-                                 0, 0, 0, 0, 0, 0, 0, "Tahoma");
+  const HFONT font = CreateFontIndirectW(&metrics.lfMessageFont);
   const HGDIOBJ before = SelectObject(screen, font);
   RECT place = {0, 0, width, 0};
   DrawTextW(screen, forms::Wide(text).c_str(), -1, &place,

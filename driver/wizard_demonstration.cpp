@@ -53,5 +53,31 @@ TEST_F(DemonstrationOfWizard, WritesADisc) {
   ExpectWizardGone();
 }
 
+/// The wizard for whoever wants to use it himself: `./run wizard`.
+class WizardByHand : public Wizard {
+ protected:
+  void HandOver() {
+    Open(Recording("sample.60D"));
+    OpenWizard();
+    BringToFront(*window_);
+    while (program_.Runs()) {
+      if (window_->Exists() && At(IDC_frmSaveToCD_Label2).Caption() == kEjectPage)
+        MakeFile(InWork("eject"), 0);
+      Sleep(100);
+    }
+  }
+};
+
+TEST_F(WizardByHand, DirectCD) {
+  Register(kDirectCd);
+  HandOver();
+}
+
+TEST_F(WizardByHand, DragToDisc) {
+  Register(kDirectCd);
+  Register(kDragToDisc);
+  HandOver();
+}
+
 }  // namespace
 }  // namespace driver
