@@ -7,8 +7,6 @@
 namespace layout {
 namespace {
 
-// Small enough for the longest of the wizard's instructions.
-constexpr Font kInstructionsFont = {"Tahoma", 80, false};
 constexpr Font kHeadingFont = {"Times New Roman", 113, true};
 
 constexpr int kButtonTop = 2658;
@@ -43,8 +41,7 @@ constexpr auto kRows = std::to_array<Row>({
      285, kHidden | kGroup},
     {IDC_frmSaveToCD_Option2, Kind::kOptionButton, 0, "Add Tessaview Files", 900, 900, 2700, 285,
      kHidden},
-    {IDC_frmSaveToCD_Label1, Kind::kLabel, 0, "", 480, 840, 4275, 1095, kPlain, nullptr, nullptr, 0,
-     0, 0, &kInstructionsFont},
+    {IDC_frmSaveToCD_Label1, Kind::kLabel, 0, "", 480, 840, 4275, 1095},
     {IDC_frmSaveToCD_Animation1, Kind::kAnimation, 0, "", 360, 690, 4425, 930, kHidden, "Copying"},
     {IDC_frmSaveToCD_ProgressBar1, Kind::kProgressBar, 0, "", 360, 1785, 4425, 255, kHidden,
      "Progress"},
