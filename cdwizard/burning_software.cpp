@@ -22,12 +22,12 @@ void Activate(platform::Platform& system, const std::string& title) {
 }  // namespace
 
 void BurningSoftware::LookUp() {
-  strDirectCDPath_ = AppPathOf(system_.registry, strBurnExeName);
-  strDragToDiscPath_ = AppPathOf(system_.registry, kDragToDiscExecutable);
+  strDirectCDPath = AppPathOf(system_.registry, strBurnExeName);
+  strDragToDiscPath = AppPathOf(system_.registry, kDragToDiscExecutable);
 }
 
 void BurningSoftware::LaunchDirectCD(WindowHandle owner) {
-  system_.desktop.ShellOpen(owner, strDirectCDPath_, ShowCommand::kNormal);
+  system_.desktop.ShellOpen(owner, strDirectCDPath, ShowCommand::kNormal);
   const WindowHandle window = system_.desktop.WindowTitled(kDirectCdTitle);
   if (window != WindowHandle::kNone) system_.desktop.BringToFront(window);
 }

@@ -15,9 +15,9 @@ class BurningSoftware {
 
   /// Looks up where both programs have registered themselves.
   void LookUp();
-  bool HasDirectCD() const { return !strDirectCDPath_.empty(); }
+  bool HasDirectCD() const { return !strDirectCDPath.empty(); }
   /// Drag-to-Disc is used whenever it is registered.
-  bool UsesDragToDisc() const { return !strDragToDiscPath_.empty(); }
+  bool UsesDragToDisc() const { return !strDragToDiscPath.empty(); }
 
   /// Starts DirectCD with `owner` as the owner of any box of the shell's, and brings its window to
   /// the front if it is there already.
@@ -33,6 +33,6 @@ class BurningSoftware {
 
  private:
   platform::Platform& system_;
-  std::string strDirectCDPath_;
-  std::string strDragToDiscPath_;
+  std::string strDirectCDPath;
+  std::string strDragToDiscPath;
 };

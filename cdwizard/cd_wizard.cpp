@@ -4,7 +4,9 @@
 #include <cmath>
 #include <limits>
 
+#include "cdwizard/file_name.h"
 #include "cdwizard/system_helpers.h"
+#include "cdwizard/wizard_flow.h"
 #include "platform/runtime_error.h"
 #include "save/last_file_part.h"
 
@@ -20,6 +22,31 @@ std::int32_t WholeFreeMB(platform::FileNames& names, const std::string& path) {
   constexpr double kMost = std::numeric_limits<std::int32_t>::max();
   return static_cast<std::int32_t>(std::min(std::nearbyint(GetDiskFreeMB(names, path)), kMost));
 }
+
+/// Throws away, when it goes, what was pressed or clicked while it lived: nothing was pumped, and
+/// it would land on what is shown by then.
+class DeafTime {
+ public:
+  explicit DeafTime(WizardView& view) : view_(view) {}
+  ~DeafTime() { view_.DiscardInput(); }
+  DeafTime(const DeafTime&) = delete;
+  DeafTime& operator=(const DeafTime&) = delete;
+
+ private:
+  WizardView& view_;
+};
+
+/// Sets a flag for as long as it lives, however that ends.
+class ScopedFlag {
+ public:
+  explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
+  ~ScopedFlag() { flag_ = false; }
+  ScopedFlag(const ScopedFlag&) = delete;
+  ScopedFlag& operator=(const ScopedFlag&) = delete;
+
+ private:
+  bool& flag_;
+};
 
 }  // namespace
 
@@ -46,23 +73,31 @@ void CdWizard::Load() {
 }
 
 void CdWizard::cmdNext_Click(int Index) {
-  if (Index >= 0 && Index < kPageButtons) Handle(ClickOn(Index));
+  if (isCopying_) return;  // Came in while the copy let messages run.
+  switch (StepOf(page_, Index)) {
+    case WizardStep::kNone:
+      return;
+    case WizardStep::kShowWelcome:
+      return Show(Page::kWelcome);
+    case WizardStep::kFindPrograms:
+      return FindPrograms();
+    case WizardStep::kShowDrives:
+      return Show(Page::kDrive);
+    case WizardStep::kStartBurning:
+      return StartBurning();
+    case WizardStep::kReselect:
+      return Show(Page::kReselect);
+    case WizardStep::kWriteDisc:
+      return WriteDisc();
+    case WizardStep::kEject:
+      return Eject();
+    case WizardStep::kClose:
+      return cmdCancel_Click();
+  }
 }
 
 void CdWizard::cmdCancel_Click() {
-  Handle(WizardEvent::kCancel);
-}
-
-bool CdWizard::DuplicateIPChecker(const std::string&) {
-  return true;
-}
-
-void CdWizard::Handle(WizardEvent event) {
-  if (isCopying_) return;  // Came in while the copy let messages run.
-  const auto step = NextStep(page_, event);
-  if (!step) return;
-  if (step->page != page_) Show(step->page);
-  if (const auto outcome = Run(step->effect)) Handle(*outcome);
+  if (!isCopying_) view_.CloseWindow();
 }
 
 void CdWizard::Show(Page page) {
@@ -70,59 +105,16 @@ void CdWizard::Show(Page page) {
   view_.ShowPage(LookOf(page, software_.UsesDragToDisc()));
 }
 
-std::optional<WizardEvent> CdWizard::Run(WizardEffect effect) {
-  switch (effect) {
-    case WizardEffect::kNone:
-      break;
-    case WizardEffect::kLookUpPrograms:
-      return LookUpPrograms();
-    case WizardEffect::kTellProgramMissing:
-      TellAndClose("The program [" + strBurnExeName +
-                   "] is not found! The wizard will not continue.");
-      break;
-    case WizardEffect::kStartBurning:
-      StartBurning();
-      break;
-    case WizardEffect::kAskForName:
-      view_.ShowMessage("You must input a file name!");
-      view_.FocusFileName();
-      break;
-    case WizardEffect::kCheckRoom:
-      return CheckRoom();
-    case WizardEffect::kTellTooBig:
-      TellAndClose("The total size of the file you selected is too big to fit on the CD!");
-      break;
-    case WizardEffect::kCopy:
-      return Copy();
-    case WizardEffect::kAskTryAgain:
-      return view_.AskYesNo("Disk not ready! Do you want to try again?") ? WizardEvent::kTryAgain
-                                                                         : WizardEvent::kGiveUp;
-    case WizardEffect::kGoBackToDrive:
-      cmdNext_Click(page_button::kCopyingBack);
-      cmdNext_Click(page_button::kFileNameBack);
-      break;
-    case WizardEffect::kTellGivingUp:
-      TellAndClose("The wizard will not continue.");
-      break;
-    case WizardEffect::kEject:
-      Eject();
-      return WizardEvent::kEjected;
-    case WizardEffect::kShowEjectDialog:
-      if (software_.UsesDragToDisc()) system_.desktop.BringToFront(ejectDialog_);
-      break;
-    case WizardEffect::kClose:
-      view_.CloseWindow();
-      break;
-  }
-  return std::nullopt;
-}
-
-WizardEvent CdWizard::LookUpPrograms() {
+void CdWizard::FindPrograms() {
+  Show(Page::kLookingUp);
   software_.LookUp();
-  return software_.HasDirectCD() ? WizardEvent::kProgramFound : WizardEvent::kProgramMissing;
+  if (software_.HasDirectCD()) return Show(Page::kDrive);
+  TellAndClose("The program [" + strBurnExeName + "] is not found! The wizard will not continue.");
 }
 
 void CdWizard::StartBurning() {
+  Show(Page::kFileName);
+  const DeafTime starting(view_);
   const std::string target = mainWindow_.TargetPath();
   if (!target.empty()) view_.SetFileName(LastFilePart(target));
   if (!software_.UsesDragToDisc())
@@ -131,35 +123,48 @@ void CdWizard::StartBurning() {
     software_.FormatWithDragToDisc(view_.Window());
 }
 
-WizardEvent CdWizard::CheckRoom() {
+void CdWizard::WriteDisc() {
   const WizardInput input = view_.Input();
-  if (input.fileName.empty()) return WizardEvent::kNameMissing;
+  if (!IsFileName(input.fileName)) return AskForName();
   const std::int32_t lngTotalMB = copy_.FilesSize(input.wantsPlayer);
   const std::int32_t lngFreeMB = WholeFreeMB(system_.names, input.drive + "\\" + input.fileName);
-  if (lngTotalMB == 0) return WizardEvent::kPlayerDeclined;
-  if (lngFreeMB == 0) return WizardEvent::kDiscNotReady;
-  return lngTotalMB < lngFreeMB ? WizardEvent::kRoomEnough : WizardEvent::kTooBig;
+  if (lngTotalMB == 0) return view_.CloseWindow();
+  if (lngFreeMB == 0) return AskToTryAgain();
+  if (lngTotalMB >= lngFreeMB)
+    return TellAndClose("The total size of the file you selected is too big to fit on the CD!");
+  Show(Page::kCopying);
+  if (!Copy(input)) return AskToTryAgain();
+  Show(Page::kEject);
 }
 
-WizardEvent CdWizard::Copy() {
-  isCopying_ = true;
+void CdWizard::AskForName() {
+  view_.ShowMessage("You must input a file name!");
+  Show(Page::kFileName);
+}
+
+bool CdWizard::Copy(const WizardInput& input) {
+  const ScopedFlag copying(isCopying_);
   view_.LetMessagesRun();
-  const WizardInput input = view_.Input();
-  const bool isCopied = copy_.CopyFiles(input.wantsPlayer, input.drive, input.fileName);
-  isCopying_ = false;
-  return isCopied ? WizardEvent::kCopied : WizardEvent::kDiscNotReady;
+  return copy_.CopyFiles(input.wantsPlayer, input.drive, input.fileName);
+}
+
+void CdWizard::AskToTryAgain() {
+  if (!view_.AskYesNo("Disk not ready! Do you want to try again?"))
+    return TellAndClose("The wizard will not continue.");
+  cmdNext_Click(page_button::kCopyingBack);
+  cmdNext_Click(page_button::kFileNameBack);
 }
 
 void CdWizard::Eject() {
+  const DeafTime ejecting(view_);
   software_.OpenDoor(view_.Input().drive);
-  if (software_.UsesDragToDisc()) {
-    view_.ShowHourglass(true);
-    ejectDialog_ = software_.WaitForEjectDialog();
-    system_.desktop.BringToFront(ejectDialog_);
-    view_.ShowHourglass(false);
-  }
-  // Nothing was pumped meanwhile: a click that waits would land on the next page's button.
-  view_.DiscardInput();
+  if (!software_.UsesDragToDisc()) return Show(Page::kDone);
+  view_.ShowHourglass(true);
+  const platform::WindowHandle ejectDialog = software_.WaitForEjectDialog();
+  system_.desktop.BringToFront(ejectDialog);
+  view_.ShowHourglass(false);
+  Show(Page::kDone);
+  system_.desktop.BringToFront(ejectDialog);
 }
 
 void CdWizard::TellAndClose(const std::string& text) {

@@ -1,12 +1,9 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
 
 #include "cdwizard/burning_software.h"
 #include "cdwizard/cd_copy.h"
-#include "cdwizard/wizard_flow.h"
 #include "cdwizard/wizard_view.h"
 #include "platform/platform.h"
 #include "save/main_window_view.h"
@@ -25,17 +22,15 @@ class CdWizard {
   void cmdCancel_Click();
   /// False while files are being copied.
   bool MayClose() const { return !isCopying_; }
-  /// Any address is taken as the only one of its kind.
-  static bool DuplicateIPChecker(const std::string& strIP);
 
  private:
-  void Handle(WizardEvent event);
   void Show(Page page);
-  std::optional<WizardEvent> Run(WizardEffect effect);
-  WizardEvent LookUpPrograms();
+  void FindPrograms();
   void StartBurning();
-  WizardEvent CheckRoom();
-  WizardEvent Copy();
+  void WriteDisc();
+  void AskForName();
+  bool Copy(const WizardInput& input);
+  void AskToTryAgain();
   void Eject();
   void TellAndClose(const std::string& text);
 
@@ -46,5 +41,4 @@ class CdWizard {
   CdCopy copy_;
   Page page_ = Page::kWelcome;
   bool isCopying_ = false;
-  platform::WindowHandle ejectDialog_ = platform::WindowHandle::kNone;
 };

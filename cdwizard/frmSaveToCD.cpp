@@ -46,7 +46,10 @@ void frmSaveToCD::ShowButtons(const PageLook& look) {
 
 void frmSaveToCD::Focus(const PageLook& look) {
   if (look.defaultButton != page_button::kNone) cmdNext(look.defaultButton).SetDefault();
-  if (look.focusesFileName) FocusFileName();
+  if (look.focusesFileName) {
+    Text1.SetFocus();
+    Text1.SelectAll();
+  }
   if (look.focus != page_button::kNone) cmdNext(look.focus).SetFocus();
 }
 
@@ -63,11 +66,6 @@ WizardInput frmSaveToCD::Input() {
 
 void frmSaveToCD::SetFileName(const std::string& name) {
   Text1.SetText(name);
-  Text1.SelectAll();
-}
-
-void frmSaveToCD::FocusFileName() {
-  Text1.SetFocus();
   Text1.SelectAll();
 }
 

@@ -18,6 +18,9 @@ class frmSaveToCD : public forms::Form, private WizardView {
  public:
   frmSaveToCD(platform::Platform& system, MainWindowView& mainWindow);
 
+  /// Any address is taken as the only one of its kind.
+  static bool DuplicateIPChecker(const std::string& /*strIP*/) { return true; }
+
  protected:
   void OnLoad() override;
   bool OnQueryUnload() override { return wizard_.MayClose(); }
@@ -30,7 +33,6 @@ class frmSaveToCD : public forms::Form, private WizardView {
   void ShowDrives(const std::vector<std::string>& drives) override;
   WizardInput Input() override;
   void SetFileName(const std::string& name) override;
-  void FocusFileName() override;
   void ShowMessage(const std::string& text) override { Form::ShowMessage(text); }
   void ShowHourglass(bool on) override { SetHourglass(on); }
   void DiscardInput() override { forms::DiscardPendingInput(); }

@@ -11,7 +11,7 @@
 
 /// A wizard's window that writes down what is asked of it, one line a call: "page HEADING",
 /// "tell TEXT", "tell as application TEXT", "ask TEXT", "percent N", "progress", "no progress",
-/// "focus name", "hourglass", "pointer", "discard", "close".
+/// "hourglass", "pointer", "discard", "close".
 class FakeWizardView : public WizardView {
  public:
   std::vector<std::string> log;
@@ -34,7 +34,6 @@ class FakeWizardView : public WizardView {
   }
   WizardInput Input() override { return input; }
   void SetFileName(const std::string& name) override { input.fileName = name; }
-  void FocusFileName() override { log.push_back("focus name"); }
   void ShowMessage(const std::string& text) override { log.push_back("tell " + text); }
   void ShowHourglass(bool on) override { log.push_back(on ? "hourglass" : "pointer"); }
   void DiscardInput() override { log.push_back("discard"); }

@@ -7,7 +7,9 @@
 
 #include "capture/mdlFileProcessing.h"
 #include "cdwizard/cd_wizard.h"
+#include "cdwizard/file_name.h"
 #include "cdwizard/system_helpers.h"
+#include "cdwizard/wizard_flow.h"
 #include "platform/runtime_error.h"
 #include "save/save_state.h"
 #include "tests/cdwizard/fake_wizard_view.h"
@@ -73,14 +75,14 @@ TEST_F(Wizard, RunsThroughWithDirectCd) {
   EXPECT_THAT(view.drives, ElementsAre("D:", "E:"));
   EXPECT_THAT(view.Taken(), ElementsAre(kWelcome));
   EXPECT_THAT(Click(0), ElementsAre(kWelcome, kDrive));
-  EXPECT_THAT(Click(1), ElementsAre(kFileName));
+  EXPECT_THAT(Click(1), ElementsAre(kFileName, "discard"));
   EXPECT_THAT(world.desktop.log, ElementsAre("open C:\\CD\\DirectCD.exe", "front DirectCD"));
   EXPECT_EQ(view.input.fileName, "My Part.60D");
   EXPECT_THAT(Click(2), ElementsAre(kCopying, "progress", "percent 50", "percent 100",
                                     "no progress", kEject));
   EXPECT_EQ(world.disk.Bytes("E:\\My Part.60D"), world.disk.Bytes("C:\\Rec\\cam.60D"));
   world.desktop.log.clear();
-  EXPECT_THAT(Click(3), ElementsAre("discard", kDone));
+  EXPECT_THAT(Click(3), ElementsAre(kDone, "discard"));
   EXPECT_THAT(world.desktop.log, ElementsAre("media open  E:  type cdaudio alias cd1",
                                              "media set cd1 door open wait"));
   EXPECT_THAT(Click(4), ElementsAre("close"));
@@ -91,7 +93,7 @@ TEST_F(Wizard, RunsThroughWithDragToDisc) {
   Register("DrgToDsc.exe");
   world.desktop.windows = {"DrgToDsc", "DirectCD"};
   GoTo({0});
-  EXPECT_THAT(Click(1), ElementsAre(kFileName, "ask Do you want to format this CD?"));
+  EXPECT_THAT(Click(1), ElementsAre(kFileName, "ask Do you want to format this CD?", "discard"));
   EXPECT_THAT(world.desktop.log,
               ElementsAre("activate DrgToDsc",                                       //
                           "down 12 extended", "down 4B extended", "up 4B extended",  //
@@ -107,7 +109,7 @@ TEST_F(Wizard, RunsThroughWithDragToDisc) {
   world.desktop.onLook = [&](const std::string&) {
     if (++looks == 5) world.desktop.windows.insert(kEjectDialog);
   };
-  EXPECT_THAT(Click(3), ElementsAre("hourglass", "pointer", "discard", kDone));
+  EXPECT_THAT(Click(3), ElementsAre("hourglass", "pointer", kDone, "discard"));
   EXPECT_THAT(
       world.desktop.log,
       ElementsAre("media open  E:  type cdaudio alias cd1", "media set cd1 door open wait",
@@ -121,6 +123,7 @@ TEST_F(Wizard, StartsDragToDiscWhenItDoesNotRun) {
   EXPECT_THROW(Click(1), RuntimeError) << "activated a window that there is not";
   EXPECT_THAT(world.desktop.log, ElementsAre("open C:\\CD\\DrgToDsc.exe", "activate DrgToDsc"));
   EXPECT_TRUE(view.look.showsFileName) << "the page is up and stays";
+  EXPECT_EQ(view.log.back(), "discard");
 }
 
 TEST_F(Wizard, LeavesAFormattedDiscAlone) {
@@ -165,7 +168,7 @@ TEST_F(Wizard, GoesBackAndForth) {
   EXPECT_THAT(Click(6), ElementsAre(kDrive));
   EXPECT_THAT(Click(5), ElementsAre(kWelcome));
   Click(0);
-  EXPECT_THAT(Click(1), ElementsAre(kFileName));
+  EXPECT_THAT(Click(1), ElementsAre(kFileName, "discard"));
   EXPECT_EQ(view.input.fileName, "typed");
   mainWindow.target = "given.60D";
   Click(6);
@@ -178,12 +181,28 @@ TEST_F(Wizard, GoesBackAndForth) {
   EXPECT_THAT(view.Taken(), ElementsAre("close"));
 }
 
-TEST_F(Wizard, AsksForAMissingName) {
+TEST_F(Wizard, AsksForANameThatWindowsTakes) {
   GoTo({0, 1});
-  view.input.fileName = "";
-  EXPECT_THAT(Click(2), ElementsAre("tell You must input a file name!", "focus name"));
-  view.input.fileName = "now";
-  EXPECT_EQ(Click(2).back(), kEject);
+  view.input.wantsPlayer = true;
+  for (const char* name : {"", "cam 1?"}) {
+    view.input.fileName = name;
+    EXPECT_THAT(Click(2), ElementsAre("tell You must input a file name!", kFileName)) << name;
+  }
+  EXPECT_TRUE(view.look.focusesFileName);
+}
+
+TEST(IsFileName, TakesWhatWindowsTakes) {
+  for (const std::string& name :
+       {std::string("12:30"), std::string("a\\b"), std::string("a/b"), std::string("*"),
+        std::string("a\tb"), std::string("nul"), std::string("Con .txt"), std::string("LPT9.x"),
+        std::string("com\u00B2"), std::string(252, 'a')})
+    EXPECT_FALSE(IsFileName(name)) << name;
+  std::string umlauts;
+  for (int i = 0; i < 251; ++i) umlauts += "\u00E4";
+  for (const std::string& name :
+       {std::string("cam 1.60D"), std::string(".20D"), std::string("COM"), std::string("null"),
+        std::string("LPT10"), std::string("a..."), umlauts})
+    EXPECT_TRUE(IsFileName(name)) << name;
 }
 
 // The estimate is 4 MB; the free space is rounded, halves to even, and must be greater.
@@ -261,13 +280,11 @@ TEST(WizardPages, OfferWhatWorks) {
       const PageLook look = LookOf(page, dragToDisc);
       SCOPED_TRACE(look.heading);
       EXPECT_LE(look.instructionsTop + look.instructionsHeight, kLineTop);
-      EXPECT_EQ(NextStep(page, WizardEvent::kCancel).has_value(),
-                look.cancelEnabled && page != Page::kReselect);
       for (int i = 0; i < kPageButtons; ++i) {
         const PageLook::Button button = look.buttons[static_cast<std::size_t>(i)];
         EXPECT_FALSE(button.enabled && !button.visible);
-        if (page == Page::kReselect || i == page_button::kCopyingBack) continue;
-        EXPECT_EQ(NextStep(page, ClickOn(i)).has_value(), button.enabled) << i;
+        if (i == page_button::kCopyingBack) continue;
+        EXPECT_EQ(StepOf(page, i) != WizardStep::kNone, button.enabled) << i;
       }
       const bool waits = page == Page::kLookingUp || page == Page::kCopying;
       EXPECT_NE(waits, look.focusesFileName || look.focus >= 0);
