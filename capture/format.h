@@ -25,8 +25,16 @@ struct Variant {
   int mostImages;               ///< Images that a block holds at the most.
 };
 
-inline constexpr Variant kVariant60D = {0x1FFC00, 1024, 2, kType30, 246};
-inline constexpr Variant kVariant20D = {0x1FF400, 3072, 6, kType60, 758};
+inline constexpr Variant kVariant60D = {.trailerOffset = 0x1FFC00,
+                                        .trailerLength = 1024,
+                                        .trailerSectors = 2,
+                                        .blockType = kType30,
+                                        .mostImages = 246};
+inline constexpr Variant kVariant20D = {.trailerOffset = 0x1FF400,
+                                        .trailerLength = 3072,
+                                        .trailerSectors = 6,
+                                        .blockType = kType60,
+                                        .mostImages = 758};
 
 constexpr const Variant& VariantOf(bool is20D) {
   return is20D ? kVariant20D : kVariant60D;
@@ -63,64 +71,19 @@ inline constexpr int kSoundAndText = 2;  ///< 1 byte.
 inline constexpr int kCamera = 3;        ///< 1 byte, camera AND kCameraBits.
 }  // namespace entry30
 
-/// Block type 0x20, of up to 32 cameras: offsets inside the trailer.
-namespace trailer20 {
-inline constexpr int kVideoStandard = 18;  ///< 1 byte, bit kNotPal.
-inline constexpr int kNotPal = 0x10;
-inline constexpr int kCameraMaskAlt = 20;  ///< 2 bytes, bit c: camera c + 16 (from 0).
-inline constexpr int kCameraMask = 22;     ///< 2 bytes, bit c: camera c.
-inline constexpr int kImageCount = 32;     ///< 2 bytes.
-inline constexpr int kEntryList = 64;
-}  // namespace trailer20
-
-/// Block type 0x20: offsets inside an image entry.
-namespace entry20 {
-inline constexpr int kSize = 6;
-inline constexpr int kSeconds = 0;       ///< 2 bytes: seconds after the block's start.
-inline constexpr int kSector = 2;        ///< 2 bytes, as in `entry30`.
-inline constexpr int kSoundAndText = 4;  ///< 1 byte.
-inline constexpr int kCamera = 5;        ///< 1 byte, 0 to 31.
-}  // namespace entry20
-
-/// Block types 0x00 and 0x10, with a table of titles: offsets inside the trailer.
-namespace trailer00 {
-inline constexpr int kCameraMask = 18;     ///< 2 bytes.
-inline constexpr int kImageCount = 28;     ///< 2 bytes; begins a header of kHeaderLength bytes.
-inline constexpr int kVideoStandard = 30;  ///< 1 byte, bit kNotPal.
-inline constexpr int kNotPal = 0x04;
-inline constexpr int kTitles = 32;  ///< kCameras titles of tail::kTitleRead bytes.
-inline constexpr int kHeaderLength = 260;
-inline constexpr int kEntryList = kImageCount + kHeaderLength;
-}  // namespace trailer00
-
-/// Block types 0x00 and 0x10: offsets inside an image entry.
-namespace entry00 {
-inline constexpr int kSize = 5;
-inline constexpr int kFlags = 0;   ///< 1 byte, as stored.
-inline constexpr int kSector = 2;  ///< 2 bytes: the image's first sector, 16 bits.
-inline constexpr int kCamera = 4;  ///< 1 byte, camera AND kCameraBits.
-}  // namespace entry00
-
-inline constexpr int kCameras = 16;  ///< Cameras of a recording, except type 0x20.
-inline constexpr int kCamerasOfType20 = 32;
+inline constexpr int kCameras = 16;      ///< Cameras of a recording, except block type 0x20.
 inline constexpr int kCameraBits = 15;   ///< Bits of a camera number in an entry.
 inline constexpr int kFlagsShift = 4;    ///< An image's flags (0 to 3) in an entry's byte 0.
 inline constexpr int kStoredFlags = 63;  ///< The bits of that byte which readers keep.
 inline constexpr int kSoundShift = 3;    ///< Number of sound sectors in an entry.
 inline constexpr int kMostSoundSectors = 31;
-inline constexpr int kTextBits = 3;          ///< Text bits in an entry; a text is written as 1.
-inline constexpr int kEndEntryLength = 4;    ///< After the last entry; holds the end's sector.
-inline constexpr int kSectorNumbers = 4096;  ///< Sector numbers of 12 bits; reads back as 0.
+inline constexpr int kTextBits = 3;        ///< Text bits in an entry; a text is written as 1.
+inline constexpr int kEndEntryLength = 4;  ///< After the last entry; holds the end's sector.
 
 /// Entries that fit into a trailer behind `listOffset`.
 constexpr int EntriesThatFit(int trailerLength, int listOffset, int entrySize) {
   return (trailerLength - listOffset - kEndEntryLength) / entrySize;
 }
-inline constexpr int kMostImages20 =
-    EntriesThatFit(kVariant60D.trailerLength, trailer20::kEntryList, entry20::kSize);
-inline constexpr int kMostImages00 =
-    EntriesThatFit(kVariant60D.trailerLength, trailer00::kEntryList, entry00::kSize);
-static_assert(kMostImages20 == 159 && kMostImages00 == 146);
 static_assert(kVariant60D.mostImages ==
               EntriesThatFit(kVariant60D.trailerLength, trailer30::kEntryList, entry30::kSize));
 static_assert(kVariant20D.mostImages ==

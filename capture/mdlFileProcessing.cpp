@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "capture/block_type.h"
 #include "capture/capture_time.h"
-#include "capture/format.h"
 #include "capture/source_file.h"
 #include "platform/runtime_error.h"
 
@@ -69,12 +69,6 @@ void IndexBlock(platform::Files& files, DateMemory& dates, std::int32_t block) {
   bytBlockStatus = bytRecord[kLength];
 }
 
-bool TypeFitsSource() {
-  if (bln20D) return bytBlockStatus == format::kType60;
-  return bytBlockStatus == format::kType00 || bytBlockStatus == format::kType10 ||
-         bytBlockStatus == format::kType20 || bytBlockStatus == format::kType30;
-}
-
 /// Reads the masks of block `block` (from 0) into element `k` of the result.
 void ReadMasks(platform::Files& files, std::int32_t block, std::int32_t k) {
   if (lngCamMaskAlt.UpperBound() == 0) {
@@ -82,13 +76,17 @@ void ReadMasks(platform::Files& files, std::int32_t block, std::int32_t k) {
     lngCamMask[k] = ReadBigEndian(bytRecord, 1, 2);
     return;
   }
-  static_assert(format::trailer20::kCameraMask == format::trailer20::kCameraMaskAlt + 2);
+  static_assert(format::types::k20.cameraMask == format::types::k20.cameraMaskAlt + 2);
   ReadRecord(files, block, lngRecordOffset, 4);
   lngCamMask[k] = ReadBigEndian(bytRecord, 3, 2);
   lngCamMaskAlt[k] = ReadBigEndian(bytRecord, 1, 2);
 }
 
 }  // namespace
+
+const format::BlockType* SourceType() {
+  return format::BlockTypeOf(bln20D, bytBlockStatus);
+}
 
 std::int16_t ScanSourceFile(platform::Files& files, platform::DateText& dates,
                             const std::string& path) {
@@ -102,7 +100,7 @@ std::int16_t ScanSourceFile(platform::Files& files, platform::DateText& dates,
   lngRecordOffset = format::VariantOf(bln20D).trailerOffset + format::trailer::kStart;
   DateMemory memory(dates);
   for (std::int32_t block = 1; block <= lngBlockCount; ++block) IndexBlock(files, memory, block);
-  return lngBlockCount > 0 && TypeFitsSource() ? 1 : 0;
+  return lngBlockCount > 0 && SourceType() ? 1 : 0;
 }
 
 void CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
@@ -110,11 +108,12 @@ void CheckAvailability(platform::Files& files, const std::string& path, std::int
   firstBlock = std::max(firstBlock, 1);
   lastBlock = std::min(lastBlock, lngBlockCount);
   const std::int32_t count = std::max(lastBlock - firstBlock + 1, 0);
-  const bool hasAlt = !bln20D && bytBlockStatus == format::kType20;
+  const format::BlockType& type = SourceType() ? *SourceType() : format::types::k30;
+  const bool hasAlt = type.cameraMaskAlt != format::kAbsent;
   lngCamMask.Redimension(static_cast<std::size_t>(count));
   lngCamMaskAlt.Redimension(hasAlt ? static_cast<std::size_t>(count) : 0);
-  lngRecordOffset = format::VariantOf(bln20D).trailerOffset +
-                    (hasAlt ? format::trailer20::kCameraMaskAlt : format::trailer30::kCameraMask);
+  lngRecordOffset =
+      format::VariantOf(bln20D).trailerOffset + (hasAlt ? type.cameraMaskAlt : type.cameraMask);
   const SourceFile source(files, path);
   for (std::int32_t k = 1; k <= count; ++k) ReadMasks(files, firstBlock + k - 2, k);
 }

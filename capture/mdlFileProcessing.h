@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "capture/block_type.h"
 #include "capture/one_based.h"
 #include "platform/date_text.h"
 #include "platform/files.h"
@@ -32,6 +33,9 @@ extern OneBased<platform::Date> dtBlockStart;
 extern OneBased<platform::Date> dtBlockEnd;
 /// Block-type byte of the last block that a scan has read.
 extern std::uint8_t bytBlockStatus;
+
+/// The block type of the source, by `bytBlockStatus`; null when its kind of file has none such.
+const format::BlockType* SourceType();
 
 /// Camera mask of each block of the range that was checked last, from 1 on; bit c is camera c + 1.
 extern OneBased<std::int32_t> lngCamMask;

@@ -1,6 +1,5 @@
 #include "mainwindow/camera_choice.h"
 
-#include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
 #include "save/save_state.h"
 
@@ -13,7 +12,7 @@ constexpr int kMaskCameras = 16;  // Cameras that one availability mask tells of
 constexpr std::uint32_t kMask = 0xFFFF;
 
 bool Has32Cameras() {
-  return mdlFileProcessing::bytBlockStatus == format::kType20;
+  return CameraCount() > kMaskCameras;
 }
 
 /// The cameras that occur in at least one block.
@@ -27,7 +26,8 @@ std::uint32_t Union(const OneBased<std::int32_t>& masks) {
 }  // namespace
 
 int CameraCount() {
-  return Has32Cameras() ? 2 * kMaskCameras : kMaskCameras;
+  const format::BlockType* type = mdlFileProcessing::SourceType();
+  return type ? type->cameras : kMaskCameras;
 }
 
 std::uint32_t AvailableCameras() {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "capture/block_type.h"
 #include "capture/one_based.h"
 #include "platform/files.h"
 
@@ -15,8 +16,8 @@
 /// keeps what the list stores, and everything else follows from that.
 struct IndexedImage {
   std::uint16_t startSector = 0;  ///< Sector number of its first sector.
-  std::uint16_t endSector = 0;    ///< Sector number of the next image's first sector.
-  std::int32_t seconds = 0;       ///< Capture time stamp, in blocks that list one per image.
+  std::uint16_t endSector = 0;    ///< Sector number behind what belongs to it.
+  std::int32_t seconds = 0;       ///< Capture time stamp, of images without a tail.
   std::uint8_t camera = 0;        ///< From 0; above 15 in block type 0x20 only.
   std::uint8_t flags = 0;         ///< As stored: the flags in bits 5..4, sector bits below.
   std::uint8_t textSectors = 0;   ///< 0 to 3, as stored: the text bits.
@@ -28,6 +29,7 @@ using CameraTitles = std::vector<std::string>;
 
 /// The image list of one block.
 struct IndexedBlock {
+  const format::BlockType* type = nullptr;  ///< None in a damaged block, which has no list either.
   std::vector<IndexedImage> images;
   /// None in blocks without a title table; shared by successive blocks with the same titles.
   std::shared_ptr<const CameraTitles> titles;
@@ -47,7 +49,7 @@ struct CameraIndex {
 
 extern CameraIndex cameraIndex;
 
-/// The source's video standard bit: not PAL. Set by the pass; the last block read wins.
+/// The source's video standard bit: not PAL. Set by the pass; the last good block wins.
 extern bool blnSourceNotPAL;
 
 /// Fills the camera index from blocks `firstBlock` to `lastBlock` (from 1, inclusive) of the file

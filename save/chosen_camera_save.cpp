@@ -10,7 +10,6 @@
 #include "save/save_state.h"
 
 using mdlFileProcessing::bln20D;
-using mdlFileProcessing::bytBlockStatus;
 using mdlFileProcessing::bytRecord;
 using mdlFileProcessing::hSourceFile;
 using mdlFileProcessing::ReadBigEndian;
@@ -64,9 +63,8 @@ bool IsKept(const IndexedImage& image) {
 }
 
 /// Whether the last bytes before `end` are an image tail. The old block types have images without.
-bool HasTail(std::int32_t end) {
-  const bool always = bln20D || bytBlockStatus == format::kType30;
-  return always ||
+bool HasTail(const format::BlockType& type, std::int32_t end) {
+  return type.alwaysHasTails ||
          ReadBigEndian(bytRecord, At(end - format::tail::kLength), 4) == format::tail::kMarker;
 }
 
@@ -102,18 +100,18 @@ std::string TextOf(const Extent& extent) {
 
 /// Hands an image that lies in the buffer to the writer. False when the writer refuses it.
 bool AddImage(clsCreate60D& writer, const IndexedImage& image, const Extent& extent,
-              const CameraTitles* titles) {
+              const IndexedBlock& block) {
   const std::int32_t tail = extent.text - format::tail::kLength;
-  const bool hasTail = HasTail(extent.text);
-  const bool hasSound = bln20D || bytBlockStatus != format::kType20;
+  const bool hasTail = HasTail(*block.type, extent.text);
   try {
     writer.AddDataTo60DFile(
         bytRecord.data(), extent.begin,
         hasTail ? SizeBeforeTail(extent.begin, tail) : extent.text - extent.begin,
         static_cast<std::int16_t>(image.flags >> format::kFlagsShift),
-        TitleOf(image, titles, tail, hasTail), TextOf(extent),
+        TitleOf(image, block.titles.get(), tail, hasTail), TextOf(extent),
         hasTail ? ReadBigEndian(bytRecord, At(tail + format::tail::kSeconds), 4) : image.seconds,
-        image.camera, hasSound ? image.soundSectors : 0, bytRecord.data() + extent.sound);
+        image.camera, block.type->keepsSound ? image.soundSectors : 0,
+        bytRecord.data() + extent.sound);
   } catch (const RuntimeError&) {
     return false;
   }
@@ -174,7 +172,7 @@ class NewCapture {
       if (!ReadPart(system_.files, number, origin, ExtentOf(end[-1]).end)) return false;
       for (; image != end; ++image) {
         const Extent extent = ExtentOf(*image).From(origin);
-        if (AddImage(writer_, *image, extent, block.titles.get())) hasImages_ = true;
+        if (AddImage(writer_, *image, extent, block)) hasImages_ = true;
       }
     }
     return true;

@@ -87,8 +87,9 @@ TEST_P(EveryType, ReadsOnlyTheListsAndTheChosenImages) {
   const auto bytesBefore = save.world.disk.BytesRead();
   const int readsBefore = save.world.disk.Reads();
   EXPECT_EQ(save.Run(1, 1, 0b0010), SaveOutcome::kSaved);
-  EXPECT_EQ(save.world.disk.Reads() - readsBefore, 2 + 5);
-  EXPECT_LE(save.world.disk.BytesRead() - bytesBefore, 5u * 512 + 400);
+  EXPECT_EQ(save.world.disk.Reads() - readsBefore, 1 + 5);
+  const std::uint64_t trailer = kBlock - static_cast<std::size_t>(builder.TrailerOffset());
+  EXPECT_EQ(save.world.disk.BytesRead() - bytesBefore, trailer + 5 * 512);
 }
 
 TEST_P(EveryType, TakesNoMoreImagesThanATrailerHolds) {
@@ -113,12 +114,31 @@ TEST_P(EveryType, TakesNoMoreImagesThanATrailerHolds) {
   EXPECT_THAT(saved, ElementsAreArray(expected));
 }
 
-TEST_P(EveryType, SkipsAPartialBlockAtTheEnd) {
-  SaveOfCameras save(GetParam(),
-                     SampleRecording(GetParam(), 3).Bytes().substr(0, 3 * kBlock - 4000));
-  mdlFileProcessing::bytBlockStatus = static_cast<std::uint8_t>(GetParam());
-  EXPECT_EQ(save.Run(1, 3, 2), SaveOutcome::kSaved);
-  EXPECT_THAT(save.Saved(), ElementsAreArray(KeptSamples(GetParam(), 1, 2, 2)));
+TEST_P(EveryType, FailsOnABlockThatTheSourceNoLongerHolds) {
+  for (const std::size_t lost : {std::size_t{1}, std::size_t{4000}, kBlock}) {
+    SaveOfCameras save(GetParam(), SampleRecording(GetParam(), 3).Bytes());
+    save.world.disk.Put(kSource, save.source = save.source.substr(0, 3 * kBlock - lost));
+    EXPECT_EQ(save.Run(1, 3, 2), SaveOutcome::kFailed) << lost;
+    save.ExpectOneRefusal("Error reading file ...");
+    EXPECT_EQ(save.world.disk.View(kTarget), "old");
+  }
+}
+
+TEST(SaveChosenCameras, ReadsEachBlockByItsOwnType) {
+  const auto recording = [] {
+    std::string bytes;
+    for (const int type : {0x30, 0x20, 0x60, 0x00, 0x10, 0x30}) {
+      RecordingBuilder builder(type);
+      bytes += builder.Block().Image(Sample(0x00, type + 1)).Bytes();
+    }
+    return bytes;
+  }();
+  SaveOfCameras save(0x30, recording);
+  ASSERT_EQ(save.Run(1, 6, 0xFFFF), SaveOutcome::kSaved);
+  std::vector<TestImage> expected;
+  for (const int type : {0x30, 0x20, 0x00, 0x10, 0x30}) expected.push_back(Sample(0x00, type + 1));
+  auto saved = save.Saved();
+  EXPECT_THAT(saved, ElementsAreArray(expected));
 }
 
 TEST(SaveChosenCameras, KeepsTheSectorsThatAnImageHad) {
