@@ -70,9 +70,9 @@ class Worker {
   void Index(std::int32_t blocks) { IndexBlockRange(system_.files, source_, 1, blocks); }
 
   void SaveRange(platform::Files& files) {
-    platform::Platform system{
-        files,          system_.names, system_.registry,      system_.desktop,
-        system_.drives, system_.dates, system_.programFolder, system_.programName};
+    platform::Platform system{files,           system_.names,         system_.registry,
+                              system_.desktop, system_.drives,        system_.dates,
+                              system_.clock,   system_.programFolder, system_.programName};
     SaveBlockRange(system, progress_, source_, target_, 1, Argument());
   }
 

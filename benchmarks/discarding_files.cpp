@@ -23,6 +23,9 @@ std::optional<std::uint64_t> DiscardingFiles::Size(FileHandle file) {
 bool DiscardingFiles::Flush(FileHandle file) {
   return files_.Flush(file);
 }
+bool DiscardingFiles::Rename(FileHandle file, const std::string& from, const std::string& to) {
+  return files_.Rename(file, from, to);
+}
 bool DiscardingFiles::Close(FileHandle file) {
   return files_.Close(file);
 }

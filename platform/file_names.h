@@ -17,12 +17,19 @@ class FileNames {
   /// Makes an empty file with a new unique name of the given prefix and the ending ".tmp" in
   /// `folder` and answers its path; empty when that fails.
   virtual std::string MakeTemporary(const std::string& folder, const std::string& prefix) = 0;
-  /// Marks a file as temporary, or as a normal one again.
+  /// Marks a file as temporary, or as a lasting one again; its other marks stay.
   virtual bool SetTemporary(const std::string& path, bool temporary) = 0;
   /// Moves a file, to another volume too. Fails when `to` exists; what fails leaves nothing new.
   virtual bool Move(const std::string& from, const std::string& to) = 0;
   /// Total free bytes of the volume with this root, such as "C:\"; 0 when it cannot be told.
   virtual std::uint64_t FreeBytes(const std::string& root) = 0;
+  /// The most bytes that a file on the volume with this root can have.
+  virtual std::uint64_t LargestFile(const std::string& root) = 0;
+  /// Whether two files or folders that exist lie on one volume, wherever links and mounted folders
+  /// lead; false when it cannot be told.
+  virtual bool OnSameVolume(const std::string& pathA, const std::string& pathB) = 0;
+  /// Gives a file the permissions that its folder hands down, and no others.
+  virtual bool InheritPermissions(const std::string& path) = 0;
 };
 
 }  // namespace platform

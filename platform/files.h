@@ -11,9 +11,11 @@ enum class FileHandle : std::intptr_t { kInvalid = -1 };
 
 /// How a file is opened.
 enum class OpenMode {
-  kReadExisting,   ///< Read; others may read and write it meanwhile.
-  kWriteExisting,  ///< Write a file that is there; others may read and write it meanwhile.
-  kWriteNew,       ///< Write a new file, or an old one cut to nothing; nobody else has access.
+  kReadExisting,  ///< Read; others may read and write it meanwhile.
+  /// Write, rename and delete a file that is there. Others may have it open only so that it can go
+  /// under their hands, which `kReadExisting` does not allow.
+  kWriteExisting,
+  kWriteNew,  ///< Write a new file, or an old one cut to nothing; nobody else has access.
 };
 
 /// What tells one file from another whatever names lead to it.
@@ -43,6 +45,9 @@ class Files {
   virtual std::optional<std::uint64_t> Size(FileHandle file) = 0;
   /// Hands everything written so far to the disk. False when that fails.
   virtual bool Flush(FileHandle file) = 0;
+  /// Gives a file that is open with `kWriteExisting` under the name `from` the name `to` on the
+  /// same volume. Fails when `to` exists.
+  virtual bool Rename(FileHandle file, const std::string& from, const std::string& to) = 0;
   /// Closes the file. False when what was written could not be kept.
   virtual bool Close(FileHandle file) = 0;
   /// The file's identity; none for what is no disk file (a device).

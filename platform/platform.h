@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/clock.h"
 #include "platform/date_text.h"
 #include "platform/desktop.h"
 #include "platform/drives.h"
@@ -20,6 +21,7 @@ struct Platform {
   Desktop& desktop;
   Drives& drives;
   DateText& dates;
+  Clock& clock;
   std::string programFolder;  ///< The folder of the running program, without a last backslash.
   std::string programName;    ///< The executable's name without folder and ending.
 };

@@ -2,6 +2,7 @@
 
 #include "benchmarks/worker_system.h"
 #include "platform/posix/posix_disk.h"
+#include "platform/steady_clock.h"
 #include "tests/support/fake_dates.h"
 #include "tests/support/fake_desktop.h"
 #include "tests/support/memory_disk.h"
@@ -12,7 +13,9 @@ platform::Platform& WorkerSystem() {
   static FakeRegistry registry;
   static FakeDesktop desktop;
   static FakeDates dates;
-  static platform::Platform system{disk, disk, registry, desktop, drives, dates, "", "Trimbrook"};
+  static platform::SteadyClock clock;
+  static platform::Platform system{disk,  disk,  registry, desktop,    drives,
+                                   dates, clock, "",       "Trimbrook"};
   return system;
 }
 

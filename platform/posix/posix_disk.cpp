@@ -1,17 +1,22 @@
 #include "platform/posix/posix_disk.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <filesystem>
+#include <limits>
 #include <system_error>
 
 using platform::FileHandle;
 using platform::OpenMode;
 
 namespace {
+
+constexpr mode_t kNewFileMode = 0644;
 
 int Descriptor(FileHandle file) {
   return static_cast<int>(file);
@@ -29,10 +34,11 @@ bool Empty(int file) {
 FileHandle PosixDisk::Open(const std::string& path, OpenMode mode) {
   const bool anew = mode == OpenMode::kWriteNew;
   const int flags = mode == OpenMode::kReadExisting ? O_RDONLY : O_RDWR | (anew ? O_CREAT : 0);
-  const int file = open(path.c_str(), flags | O_CLOEXEC, 0644);
+  const int file = open(path.c_str(), flags | O_CLOEXEC, kNewFileMode);
   if (file < 0) return FileHandle::kInvalid;
   // Cut only once the lock is ours: the file may be the source that is being read.
-  if (flock(file, (anew ? LOCK_EX : LOCK_SH) | LOCK_NB) != 0 || (anew && !Empty(file))) {
+  if (flock(file, (mode == OpenMode::kReadExisting ? LOCK_SH : LOCK_EX) | LOCK_NB) != 0 ||
+      (anew && !Empty(file))) {
     close(file);
     return FileHandle::kInvalid;
   }
@@ -75,6 +81,13 @@ std::optional<std::uint64_t> PosixDisk::Size(FileHandle file) {
 
 bool PosixDisk::Flush(FileHandle file) {
   return fsync(Descriptor(file)) == 0;
+}
+
+bool PosixDisk::Rename(FileHandle file, const std::string& from, const std::string& to) {
+  struct stat opened = {}, named = {};
+  if (fstat(Descriptor(file), &opened) != 0 || stat(from.c_str(), &named) != 0) return false;
+  if (opened.st_dev != named.st_dev || opened.st_ino != named.st_ino) return false;
+  return renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0;
 }
 
 bool PosixDisk::Close(FileHandle file) {
@@ -121,4 +134,20 @@ std::uint64_t PosixDisk::FreeBytes(const std::string& root) {
   std::error_code error;
   const std::filesystem::space_info space = std::filesystem::space(root, error);
   return error ? 0 : space.available;
+}
+
+std::uint64_t PosixDisk::LargestFile(const std::string& root) {
+  constexpr std::uint64_t kLargestOnFat = std::numeric_limits<std::uint32_t>::max();
+  struct statfs status = {};
+  const bool isFat = statfs(root.c_str(), &status) == 0 && status.f_type == MSDOS_SUPER_MAGIC;
+  return isFat ? kLargestOnFat : std::numeric_limits<std::uint64_t>::max();
+}
+
+bool PosixDisk::OnSameVolume(const std::string& pathA, const std::string& pathB) {
+  struct stat a = {}, b = {};
+  return stat(pathA.c_str(), &a) == 0 && stat(pathB.c_str(), &b) == 0 && a.st_dev == b.st_dev;
+}
+
+bool PosixDisk::InheritPermissions(const std::string& path) {
+  return chmod(path.c_str(), kNewFileMode) == 0;
 }

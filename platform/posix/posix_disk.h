@@ -5,7 +5,8 @@
 
 /// The real disk of a POSIX system, for native tests, benchmarks and tools; paths are the
 /// system's own. Locks stand in for the sharing rules: a new file is nobody else's while it is
-/// open. Unlike on Windows an open file can be deleted.
+/// open, and a file that is open for writing is not to be read. Unlike on Windows an open file can
+/// be deleted.
 class PosixDisk : public platform::Files, public platform::FileNames {
  public:
   platform::FileHandle Open(const std::string& path, platform::OpenMode mode) override;
@@ -16,6 +17,7 @@ class PosixDisk : public platform::Files, public platform::FileNames {
   bool Seek(platform::FileHandle file, std::int64_t position) override;
   std::optional<std::uint64_t> Size(platform::FileHandle file) override;
   bool Flush(platform::FileHandle file) override;
+  bool Rename(platform::FileHandle file, const std::string& from, const std::string& to) override;
   bool Close(platform::FileHandle file) override;
   std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override;
 
@@ -25,4 +27,7 @@ class PosixDisk : public platform::Files, public platform::FileNames {
   bool SetTemporary(const std::string& path, bool temporary) override;
   bool Move(const std::string& from, const std::string& to) override;
   std::uint64_t FreeBytes(const std::string& root) override;
+  std::uint64_t LargestFile(const std::string& root) override;
+  bool OnSameVolume(const std::string& pathA, const std::string& pathB) override;
+  bool InheritPermissions(const std::string& path) override;
 };

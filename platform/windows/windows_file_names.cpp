@@ -1,13 +1,56 @@
 #include "platform/windows/windows_file_names.h"
 
+#include <limits>
+
 #include "platform/windows/text.h"
 #include "platform/windows/win32.h"
+// After windows.h, which it needs.
+#include <aclapi.h>
 
 namespace platform {
 namespace {
 
 bool Exists(const std::string& path) {
   return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+/// Where a file or folder really lies; empty when it cannot be told.
+std::wstring FinalPath(const std::string& path) {
+  const HANDLE opened =
+      CreateFileW(Wide(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                  nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) return {};
+  std::wstring final(GetFinalPathNameByHandleW(opened, nullptr, 0, 0), L'\0');
+  final.resize(
+      GetFinalPathNameByHandleW(opened, final.data(), static_cast<DWORD>(final.size()), 0));
+  CloseHandle(opened);
+  return final;
+}
+
+/// The root of the volume on which the path lies; empty when it cannot be told.
+std::wstring VolumeOf(const std::string& path) {
+  const std::wstring final = FinalPath(path);
+  std::wstring volume(final.size() + 2, L'\0');  // A backslash and a zero may follow.
+  if (final.empty() ||
+      !GetVolumePathNameW(final.c_str(), volume.data(), static_cast<DWORD>(volume.size())))
+    return {};
+  volume.resize(wcslen(volume.c_str()));
+  return volume;
+}
+
+/// Whether a file's or folder's access list holds anything that a folder has handed down.
+bool HasInheritedPermissions(const std::wstring& path) {
+  PACL list = nullptr;
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  if (GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
+                            nullptr, &list, nullptr, &descriptor) != ERROR_SUCCESS)
+    return false;
+  bool inherited = false;
+  void* entry = nullptr;
+  for (DWORD i = 0; list && GetAce(list, i, &entry); ++i)
+    inherited |= (static_cast<const ACE_HEADER*>(entry)->AceFlags & INHERITED_ACE) != 0;
+  LocalFree(descriptor);
+  return inherited;
 }
 
 }  // namespace
@@ -35,8 +78,12 @@ std::string WindowsFileNames::MakeTemporary(const std::string& folder, const std
 }
 
 bool WindowsFileNames::SetTemporary(const std::string& path, bool temporary) {
-  return SetFileAttributesA(path.c_str(),
-                            temporary ? FILE_ATTRIBUTE_TEMPORARY : FILE_ATTRIBUTE_NORMAL);
+  const std::wstring name = Wide(path);
+  const DWORD old = GetFileAttributesW(name.c_str());
+  if (old == INVALID_FILE_ATTRIBUTES) return false;
+  const DWORD others = old & ~DWORD{FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_NORMAL};
+  const DWORD attributes = temporary ? others | FILE_ATTRIBUTE_TEMPORARY : others;
+  return SetFileAttributesW(name.c_str(), attributes ? attributes : FILE_ATTRIBUTE_NORMAL);
 }
 
 bool WindowsFileNames::Move(const std::string& from, const std::string& to) {
@@ -55,6 +102,35 @@ std::uint64_t WindowsFileNames::FreeBytes(const std::string& root) {
   ULARGE_INTEGER available = {}, total = {}, free = {};
   if (!GetDiskFreeSpaceExA(root.c_str(), &available, &total, &free)) return 0;
   return free.QuadPart;
+}
+
+std::uint64_t WindowsFileNames::LargestFile(const std::string& root) {
+  constexpr std::uint64_t kLargestOnFat = std::numeric_limits<std::uint32_t>::max();
+  wchar_t system[MAX_PATH + 1] = {};
+  GetVolumeInformationW(Wide(root).c_str(), nullptr, 0, nullptr, nullptr, nullptr, system,
+                        MAX_PATH + 1);
+  // FAT, FAT16, FAT32; exFAT has other limits.
+  return _wcsnicmp(system, L"FAT", 3) == 0 ? kLargestOnFat
+                                           : std::numeric_limits<std::uint64_t>::max();
+}
+
+bool WindowsFileNames::OnSameVolume(const std::string& pathA, const std::string& pathB) {
+  const std::wstring volume = VolumeOf(pathA);
+  return !volume.empty() && _wcsicmp(volume.c_str(), VolumeOf(pathB).c_str()) == 0;
+}
+
+// Where neither the file nor its folder has inherited anything, nothing is handed down that could
+// be wrong. So it always is under Wine, which makes access lists up from the files' modes, and
+// would make each file executable that gets those of its folder.
+bool WindowsFileNames::InheritPermissions(const std::string& path) {
+  std::wstring name = Wide(path);
+  const std::wstring folder = name.substr(0, name.rfind(L'\\') + 1);
+  if (!HasInheritedPermissions(name) && !HasInheritedPermissions(folder)) return true;
+  ACL nothing = {};
+  InitializeAcl(&nothing, sizeof nothing, ACL_REVISION);
+  return SetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT,
+                               DACL_SECURITY_INFORMATION | UNPROTECTED_DACL_SECURITY_INFORMATION,
+                               nullptr, nullptr, &nothing, nullptr) == ERROR_SUCCESS;
 }
 
 }  // namespace platform

@@ -1,5 +1,8 @@
 #include "platform/windows/windows_files.h"
 
+#include <vector>
+
+#include "platform/windows/text.h"
 #include "platform/windows/win32.h"
 
 namespace platform {
@@ -20,7 +23,8 @@ Access AccessFor(OpenMode mode) {
     case OpenMode::kReadExisting:
       return {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING};
     case OpenMode::kWriteExisting:
-      return {GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING};
+      return {GENERIC_WRITE | DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+              OPEN_EXISTING};
     case OpenMode::kWriteNew:
       return {GENERIC_WRITE, 0, CREATE_NEW};
   }
@@ -77,6 +81,19 @@ std::optional<std::uint64_t> WindowsFiles::Size(FileHandle file) {
 
 bool WindowsFiles::Flush(FileHandle file) {
   return FlushFileBuffers(Handle(file));
+}
+
+// Through the handle: another program that has the file open cannot hinder it then.
+bool WindowsFiles::Rename(FileHandle file, const std::string&, const std::string& to) {
+  const std::wstring name = Wide(to);
+  const std::size_t bytes = name.size() * sizeof(wchar_t);
+  // The structure ends in room for one character, which the terminating zero takes.
+  std::vector<std::byte> room(sizeof(FILE_RENAME_INFO) + bytes);
+  auto* info = new (room.data()) FILE_RENAME_INFO{};
+  info->FileNameLength = static_cast<DWORD>(bytes);
+  name.copy(info->FileName, name.size());
+  return SetFileInformationByHandle(Handle(file), FileRenameInfo, info,
+                                    static_cast<DWORD>(room.size()));
 }
 
 bool WindowsFiles::Close(FileHandle file) {

@@ -16,7 +16,7 @@ std::string ProgramPath() {
 }  // namespace
 
 WindowsPlatform::WindowsPlatform()
-    : bundle_{files_, names_, registry_, desktop_, drives_, dates_, {}, {}} {
+    : bundle_{files_, names_, registry_, desktop_, drives_, dates_, clock_, {}, {}} {
   SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   const std::string path = ProgramPath();
   const std::size_t slash = path.rfind('\\');

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "platform/steady_clock.h"
 #include "platform/windows/windows_date_text.h"
 #include "platform/windows/windows_desktop.h"
 #include "platform/windows/windows_drives.h"
@@ -28,6 +29,7 @@ class WindowsPlatform {
   WindowsDesktop desktop_;
   WindowsDrives drives_;
   WindowsDateText dates_;
+  SteadyClock clock_;
   Platform bundle_;
 };
 

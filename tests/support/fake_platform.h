@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "tests/support/fake_clock.h"
 #include "tests/support/fake_dates.h"
 #include "tests/support/fake_desktop.h"
 #include "tests/support/memory_disk.h"
@@ -15,8 +16,9 @@ struct PlatformWith {
   FakeRegistry registry;
   FakeDesktop desktop;
   FakeDates dates;
-  platform::Platform system{disk, disk,  registry,        desktop,
-                            disk, dates, "C:\\Trimbrook", "Trimbrook"};
+  FakeClock clock;
+  platform::Platform system{disk,  disk,  registry,        desktop,    disk,
+                            dates, clock, "C:\\Trimbrook", "Trimbrook"};
 };
 
 using FakePlatform = PlatformWith<MemoryDisk>;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace {
 
@@ -21,7 +22,7 @@ std::string ParentOf(const std::string& path) {
   return slash == std::string::npos ? "" : path.substr(0, slash);
 }
 
-std::string VolumeOf(const std::string& path) {
+std::string DriveOf(const std::string& path) {
   const std::size_t colon = path.find(':');
   return colon == std::string::npos ? "" : path.substr(0, colon + 1);
 }
@@ -31,6 +32,10 @@ std::string VolumeOf(const std::string& path) {
 using platform::FileHandle;
 using platform::OpenMode;
 
+bool MemoryDisk::IsSamePath(const std::string& left, const std::string& right) {
+  return !CaseBlind()(left, right) && !CaseBlind()(right, left);
+}
+
 bool MemoryDisk::CaseBlind::operator()(const std::string& left, const std::string& right) const {
   return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
                                       [](char a, char b) { return Lower(a) < Lower(b); });
@@ -39,7 +44,9 @@ bool MemoryDisk::CaseBlind::operator()(const std::string& left, const std::strin
 std::string& MemoryDisk::NewFile(const std::string& path) {
   for (std::string folder = ParentOf(path); !folder.empty(); folder = ParentOf(folder))
     folders_.insert(folder);
-  return (files_[path] = std::make_shared<File>())->bytes;
+  auto& file = files_[path] = std::make_shared<File>();
+  file->permissions = ParentOf(path);
+  return file->bytes;
 }
 
 void MemoryDisk::Link(const std::string& from, const std::string& to) {
@@ -73,6 +80,16 @@ MemoryDisk::Handle* MemoryDisk::Of(FileHandle file) {
   return found == handles_.end() ? nullptr : &found->second;
 }
 
+std::string MemoryDisk::VolumeOf(const std::string& path) const {
+  for (std::string folder = Trimmed(path); !folder.empty(); folder = ParentOf(folder))
+    if (const auto mount = mounts_.find(folder); mount != mounts_.end()) return mount->second;
+  return DriveOf(path);
+}
+
+bool MemoryDisk::HasFoldersPermissions(const std::string& path) const {
+  return IsSamePath(At(path)->permissions, ParentOf(path));
+}
+
 std::uint64_t& MemoryDisk::Room(const std::string& path) {
   return room_.try_emplace(VolumeOf(path), kUnlimited).first->second;
 }
@@ -82,15 +99,15 @@ FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
   auto file = At(path);
   const bool anew = mode == OpenMode::kWriteNew;
   if (!file && (!anew || !IsFolder(ParentOf(path)))) return FileHandle::kInvalid;
-  if (file && (file->exclusive || (anew && file->handles > 0))) return FileHandle::kInvalid;
+  if (file && file->handles > 0 && (anew || file->mode != mode)) return FileHandle::kInvalid;
   if (!file) Put(path, ""), file = At(path);
   if (anew) {
     Room(path) += file->bytes.size();
     file->bytes.clear();
   }
-  file->exclusive = anew;
+  file->mode = mode;
   ++file->handles;
-  handles_[nextHandle_] = {file, VolumeOf(path), 0, mode != OpenMode::kReadExisting};
+  handles_[nextHandle_] = {file, VolumeOf(path), mode};
   return static_cast<FileHandle>(nextHandle_++);
 }
 
@@ -115,8 +132,9 @@ bool MemoryDisk::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
                        std::uint32_t& bytesWritten) {
   bytesWritten = 0;
   Handle* handle = Of(file);
-  if (Fails("write") || !handle || !handle->writable) return false;
+  if (Fails("write") || !handle || !handle->Writes()) return false;
   bytes = Moved("write", bytes);
+  if (handle->position + bytes > LargestOn(handle->volume)) return false;
   Grow(*handle, handle->position + bytes);
   std::string& content = handle->file->bytes;
   if (handle->position >= content.size()) return bytes == 0;
@@ -154,18 +172,32 @@ bool MemoryDisk::Flush(FileHandle file) {
   return handle && Keeps("flush", *handle);
 }
 
+bool MemoryDisk::Rename(FileHandle file, const std::string& from, const std::string& to) {
+  const Handle* handle = Of(file);
+  if (Fails("rename") || !handle || handle->mode != OpenMode::kWriteExisting) return false;
+  if (handle->file != At(from) || Exists(to) || !IsFolder(ParentOf(to))) return false;
+  if (!IsSamePath(handle->volume, VolumeOf(to))) return false;
+  if (refusedRenames_ != 0) {
+    if (refusedRenames_ > 0) --refusedRenames_;
+    return false;
+  }
+  files_.erase(from);
+  files_[to] = handle->file;
+  return true;
+}
+
 bool MemoryDisk::Close(FileHandle file) {
   const auto found = handles_.find(static_cast<std::intptr_t>(file));
   if (found == handles_.end()) return false;
   const Handle handle = found->second;
   handles_.erase(found);
-  if (--handle.file->handles == 0) handle.file->exclusive = false;
+  --handle.file->handles;
   return Keeps("close", handle);
 }
 
 bool MemoryDisk::Keeps(const char* operation, const Handle& handle) {
   if (!Fails(operation)) return true;
-  if (handle.writable) handle.file->bytes.resize(handle.file->bytes.size() / 2);
+  if (handle.Writes()) handle.file->bytes.resize(handle.file->bytes.size() / 2);
   return false;
 }
 
@@ -223,6 +255,27 @@ std::uint64_t MemoryDisk::FreeBytes(const std::string& root) {
   return Fails("free bytes") ? 0 : Room(root);
 }
 
+std::uint64_t MemoryDisk::LargestFile(const std::string& root) {
+  return LargestOn(VolumeOf(root));
+}
+
+std::uint64_t MemoryDisk::LargestOn(const std::string& volume) const {
+  const auto found = largest_.find(volume);
+  return found == largest_.end() ? std::numeric_limits<std::uint64_t>::max() : found->second;
+}
+
+bool MemoryDisk::OnSameVolume(const std::string& pathA, const std::string& pathB) {
+  return !Fails("same volume") && Exists(pathA) && Exists(pathB) &&
+         IsSamePath(VolumeOf(pathA), VolumeOf(pathB));
+}
+
+bool MemoryDisk::InheritPermissions(const std::string& path) {
+  const auto file = At(path);
+  if (Fails("permissions") || !file) return false;
+  file->permissions = ParentOf(path);
+  return true;
+}
+
 bool MemoryDisk::HasFile(const std::string& path) {
   return !Fails("has file") && At(path);
 }
@@ -254,8 +307,7 @@ bool MemoryDisk::RemoveFolder(const std::string& path) {
   if (!whole) return false;
   const std::string below = Trimmed(path) + "\\";
   std::erase_if(folders_, [&](const std::string& folder) {
-    return !CaseBlind()(folder.substr(0, below.size()), below) &&
-           !CaseBlind()(below, folder.substr(0, below.size()));
+    return IsSamePath(folder.substr(0, below.size()), below);
   });
   folders_.erase(Trimmed(path));
   return true;
@@ -273,8 +325,7 @@ std::vector<std::string> MemoryDisk::FilesBelow(const std::string& folder) {
   const std::string below = Trimmed(folder) + "\\";
   std::vector<std::string> paths;
   for (const auto& [path, file] : files_) {
-    const std::string start = path.substr(0, below.size());
-    if (!CaseBlind()(start, below) && !CaseBlind()(below, start)) paths.push_back(path);
+    if (IsSamePath(path.substr(0, below.size()), below)) paths.push_back(path);
   }
   return paths;
 }

@@ -15,10 +15,11 @@
 #include "tests/support/fault.h"
 
 /// A whole disk in memory, for tests and fuzzers: drives, folders and files by Windows paths,
-/// compared without regard to case. A file that is open for writing is nobody else's, an open file
-/// cannot be deleted, and a full volume shows as a short write. A fault strikes the calls of the
-/// three interfaces. A flush or close that fails loses half of what was written, and a close that
-/// fails has closed the file all the same.
+/// compared without regard to case. A new file is nobody else's while it is open, what is open for
+/// renaming cannot be read and the other way round, an open file cannot be deleted, and a full
+/// volume shows as a short write. A fault strikes the calls of the three interfaces. A flush or
+/// close that fails loses half of what was written, and a close that fails has closed the file all
+/// the same.
 class MemoryDisk : public platform::Files, public platform::FileNames, public platform::Drives {
  public:
   /// Strikes nothing unless a test sets it.
@@ -38,6 +39,15 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::vector<std::string> Paths() const;
   /// Bytes that a volume ("C:") still takes; unlimited at first.
   void SetRoom(const std::string& volume, std::uint64_t bytes) { room_[volume] = bytes; }
+  /// Makes a folder, and what lies below it, a volume of its own ("F:"), as a mounted one is.
+  void Mount(const std::string& folder, const std::string& volume) { mounts_[folder] = volume; }
+  /// The most bytes that a file on a volume ("C:") can have; unlimited at first.
+  void SetLargestFile(const std::string& volume, std::uint64_t bytes) { largest_[volume] = bytes; }
+  /// Lets the next calls of `Rename` fail, and their files stay as they are.
+  void RefuseRenames(int times = kForGood) { refusedRenames_ = times; }
+  static constexpr int kForGood = -1;
+  /// Whether a file has the permissions that its folder hands down.
+  bool HasFoldersPermissions(const std::string& path) const;
   /// Adds a drive of type CD-ROM ("E:").
   void AddCdRom(const std::string& drive) { cdRoms_.push_back(drive); }
   /// Makes a file hidden, which `Find` does not answer.
@@ -57,6 +67,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   bool Seek(platform::FileHandle file, std::int64_t position) override;
   std::optional<std::uint64_t> Size(platform::FileHandle file) override;
   bool Flush(platform::FileHandle file) override;
+  bool Rename(platform::FileHandle file, const std::string& from, const std::string& to) override;
   bool Close(platform::FileHandle file) override;
   std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override;
 
@@ -66,6 +77,9 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   bool SetTemporary(const std::string& path, bool temporary) override;
   bool Move(const std::string& from, const std::string& to) override;
   std::uint64_t FreeBytes(const std::string& root) override;
+  std::uint64_t LargestFile(const std::string& root) override;
+  bool OnSameVolume(const std::string& pathA, const std::string& pathB) override;
+  bool InheritPermissions(const std::string& path) override;
 
   std::vector<std::string> CdRomDrives() override { return cdRoms_; }
   bool HasFile(const std::string& path) override;
@@ -77,23 +91,29 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::vector<std::string> FilesBelow(const std::string& folder) override;
 
  private:
+  using OpenMode = platform::OpenMode;
+
   struct File {
     std::string bytes;
     bool hidden = false;
     bool temporary = false;
     int handles = 0;
-    bool exclusive = false;
+    OpenMode mode = OpenMode::kReadExisting;  ///< Of the handles that are open.
+    std::string permissions;                  ///< The folder that has handed them down.
   };
   struct Handle {
     std::shared_ptr<File> file;
     std::string volume;
+    OpenMode mode;
     std::uint64_t position = 0;
-    bool writable = false;
+
+    bool Writes() const { return mode != OpenMode::kReadExisting; }
   };
   struct CaseBlind {
     bool operator()(const std::string& left, const std::string& right) const;
   };
 
+  static bool IsSamePath(const std::string& left, const std::string& right);
   bool Fails(const char* operation) { return fault.Strikes(operation); }
   /// How many of the bytes a read or write moves.
   std::uint32_t Moved(const char* operation, std::uint32_t bytes) {
@@ -107,14 +127,22 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   Handle* Of(platform::FileHandle file);
   /// Whether a flush or close keeps what was written; else half of it is gone.
   bool Keeps(const char* operation, const Handle& handle);
+  /// The volume of a path: that of its drive or of the folder, mounted, in which it lies.
+  std::string VolumeOf(const std::string& path) const;
   /// The volume's entry of room, in bytes.
   std::uint64_t& Room(const std::string& path);
+  /// The most bytes that a file on a volume can have.
+  std::uint64_t LargestOn(const std::string& volume) const;
+  bool Exists(const std::string& path) const { return At(path) || IsFolder(path); }
   /// Grows a file as far towards `size` as its volume has room.
   void Grow(Handle& handle, std::uint64_t size);
 
   std::map<std::string, std::shared_ptr<File>, CaseBlind> files_;
   std::set<std::string, CaseBlind> folders_;
   std::map<std::string, std::uint64_t, CaseBlind> room_;
+  std::map<std::string, std::uint64_t, CaseBlind> largest_;
+  std::map<std::string, std::string, CaseBlind> mounts_;
+  int refusedRenames_ = 0;
   std::map<std::intptr_t, Handle> handles_;
   std::vector<std::string> cdRoms_;
   std::intptr_t nextHandle_ = 0;  // A handle of 0 is as good as any other.

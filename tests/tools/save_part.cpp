@@ -102,8 +102,9 @@ int main(int argc, char** argv) {
   for (int i = 5; i < argc; ++i) job.cameras |= 1 << (std::atoi(argv[i]) - 1);
   PosixDisk disk;
   FakePlatform outside;
-  platform::Platform system{disk,         disk,          outside.registry,     outside.desktop,
-                            outside.disk, outside.dates, FolderOf(job.target), "Save"};
+  platform::Platform system{disk,         disk,          outside.registry, outside.desktop,
+                            outside.disk, outside.dates, outside.clock,    FolderOf(job.target),
+                            "Save"};
   if (!Scan(disk, outside.dates, job)) return 1;
   ListCameras(disk, job);
   return Save(system, job) ? 0 : 1;
