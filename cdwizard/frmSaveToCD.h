@@ -9,6 +9,7 @@
 #include "forms/application.h"
 #include "forms/controls.h"
 #include "forms/form.h"
+#include "forms/input.h"
 #include "platform/platform.h"
 #include "resources/resource.h"
 #include "save/main_window_view.h"

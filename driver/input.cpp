@@ -16,21 +16,26 @@ void PressTogether(std::initializer_list<BYTE> virtualKeys) {
     keybd_event(*key, 0, KEYEVENTF_KEYUP, 0);
 }
 
-/// Clicks at the mouse's place; the press carries a time in milliseconds as `GetTickCount` has it.
-void ClickAt(DWORD time) {
+/// Clicks in the middle of a control; the press carries a time in milliseconds as `GetTickCount`
+/// has it. The place goes with the click, too: a program that sees the mouse move late puts it
+/// back.
+void ClickAt(const Window& control, DWORD time) {
+  constexpr int kWholeScreen = 65'536;
+  const RECT place = control.Place();
+  const int x = (place.left + place.right) / 2;
+  const int y = (place.top + place.bottom) / 2;
+  SetCursorPos(x, y);
   INPUT inputs[2] = {};
   for (INPUT& input : inputs) {
     input.type = INPUT_MOUSE;
+    input.mi.dx = MulDiv(x, kWholeScreen, GetSystemMetrics(SM_CXSCREEN));
+    input.mi.dy = MulDiv(y, kWholeScreen, GetSystemMetrics(SM_CYSCREEN));
+    input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE;
     input.mi.time = time;
   }
-  inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-  inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+  inputs[0].mi.dwFlags |= MOUSEEVENTF_LEFTDOWN;
+  inputs[1].mi.dwFlags |= MOUSEEVENTF_LEFTUP;
   SendInput(2, inputs, sizeof inputs[0]);
-}
-
-void MoveMouseTo(const Window& control) {
-  const RECT place = control.Place();
-  SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
 }
 
 }  // namespace
@@ -58,15 +63,22 @@ void AwaitFocus(const Window& window, const Window& control) {
 }
 
 void ClickOn(const Window& control) {
-  MoveMouseTo(control);
-  ClickAt(GetTickCount());
+  ClickAt(control, GetTickCount());
 }
 
 void DoubleClickOn(const Window& control) {
-  MoveMouseTo(control);
   const DWORD first = GetTickCount();
-  ClickAt(first);
-  ClickAt(first + GetDoubleClickTime() / 4);
+  ClickAt(control, first);
+  ClickAt(control, first + GetDoubleClickTime() / 4);
+}
+
+void SendKey(BYTE virtualKey, DWORD flags, DWORD time) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = virtualKey;
+  input.ki.dwFlags = flags;
+  input.ki.time = time;
+  SendInput(1, &input, sizeof input);
 }
 
 void PressUntil(const std::string& what, const Window& window,

@@ -20,6 +20,9 @@ void ClickOn(const Window& control);
 /// Clicks there twice, as fast as a double click by the time that the presses carry, however long
 /// the machine takes for them.
 void DoubleClickOn(const Window& control);
+/// Presses a key at the real keyboard, or releases it (KEYEVENTF_KEYUP), at a time in milliseconds
+/// as `GetTickCount` has it.
+void SendKey(BYTE virtualKey, DWORD flags, DWORD time);
 /// Presses keys together at the real keyboard, the first one longest, with a window in front, until
 /// they have their effect.
 void PressUntil(const std::string& what, const Window& window,

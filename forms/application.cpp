@@ -2,25 +2,17 @@
 
 #include <objbase.h>
 
-#include <cstdlib>
+#include "forms/input.h"
 
 namespace forms {
 namespace {
 
-bool doEventsEnds = false;
+bool shutdownIsBlocked = false;
 
-/// Whether a press is the second of a double click whose first hit another window, which has made
-/// way for this one meanwhile: nobody has meant this one yet.
-bool IsStrayPress(const MSG& message) {
-  static MSG former = {};
-  if (message.message != WM_LBUTTONDOWN) return false;
-  const bool stray = former.hwnd && former.hwnd != message.hwnd &&
-                     message.time - former.time <= GetDoubleClickTime() &&
-                     std::abs(message.pt.x - former.pt.x) <= GetSystemMetrics(SM_CXDOUBLECLK) / 2 &&
-                     std::abs(message.pt.y - former.pt.y) <= GetSystemMetrics(SM_CYDOUBLECLK) / 2;
-  former = message;
-  if (stray) former.hwnd = nullptr;
-  return stray;
+/// Boxes and file dialogs have loops of their own.
+LRESULT CALLBACK FilterDialogInput(int code, WPARAM wParam, LPARAM message) {
+  if (code == MSGF_DIALOGBOX && IsStray(*reinterpret_cast<const MSG*>(message), true)) return TRUE;
+  return CallNextHookEx(nullptr, code, wParam, message);
 }
 
 }  // namespace
@@ -32,10 +24,11 @@ void StartApplication() {
   controls.dwICC = ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_UPDOWN_CLASS | ICC_DATE_CLASSES |
                    ICC_PROGRESS_CLASS | ICC_ANIMATE_CLASS | ICC_TAB_CLASSES;
   InitCommonControlsEx(&controls);
+  SetWindowsHookExW(WH_MSGFILTER, FilterDialogInput, nullptr, GetCurrentThreadId());
 }
 
 void HandleMessage(MSG& message) {
-  if (IsStrayPress(message) || TranslateForForm(message)) return;
+  if (IsStray(message) || TranslateForForm(message)) return;
   TranslateMessage(&message);
   DispatchMessageW(&message);
 }
@@ -47,9 +40,8 @@ int RunMessageLoop() {
 }
 
 void DoEvents() {
-  doEventsEnds = false;
   MSG message;
-  while (!doEventsEnds && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
       PostQuitMessage(static_cast<int>(message.wParam));
       return;
@@ -58,27 +50,23 @@ void DoEvents() {
   }
 }
 
-void EndDoEvents() {
-  doEventsEnds = true;
-}
-
-void DiscardPendingInput() {
-  constexpr struct {
-    UINT first, last;
-  } kInput[] = {{WM_KEYFIRST, WM_KEYLAST},
-                {WM_MOUSEFIRST, WM_MOUSELAST},
-                {WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK}};
-  MSG message;
-  for (const auto& [first, last] : kInput)
-    while (PeekMessageW(&message, nullptr, first, last, PM_REMOVE)) {
-    }
-}
-
 KeepAwake::KeepAwake() {
   SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
 }
 KeepAwake::~KeepAwake() {
   SetThreadExecutionState(ES_CONTINUOUS);
+}
+
+ShutdownBlock::ShutdownBlock(HWND window) : window_(GetAncestor(window, GA_ROOTOWNER)) {
+  ShutdownBlockReasonCreate(window_, L"A recording is being saved.");
+  shutdownIsBlocked = true;
+}
+ShutdownBlock::~ShutdownBlock() {
+  ShutdownBlockReasonDestroy(window_);
+  shutdownIsBlocked = false;
+}
+bool ShutdownBlock::IsUp() {
+  return shutdownIsBlocked;
 }
 
 }  // namespace forms

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cwctype>
 
+#include "forms/taskbar.h"
 #include "forms/text.h"
 
 namespace forms {
@@ -57,10 +58,12 @@ struct Request {
 }  // namespace
 
 void ShowMessageBox(HWND owner, const std::string& text, const char* title) {
+  const TaskbarPause pause;
   MessageBoxW(owner, Wide(text).c_str(), Wide(title).c_str(), MB_OK);
 }
 
 bool AskYesNoBox(HWND owner, const std::string& text, const char* title) {
+  const TaskbarPause pause;
   return MessageBoxW(owner, Wide(text).c_str(), Wide(title).c_str(), MB_YESNO) == IDYES;
 }
 

@@ -6,6 +6,7 @@
 #include "forms/application.h"
 #include "forms/dialogs.h"
 #include "forms/form_state.h"
+#include "forms/input.h"
 #include "forms/text.h"
 #include "forms/timer.h"
 #include "platform/runtime_error.h"
@@ -38,6 +39,7 @@ bool Form::Load(Form* owner) {
 
 void Form::Show() {
   if (!window_ && !Load()) return;
+  BeginNewView();
   ShowWindow(window_, SW_SHOW);
   FocusFirst();
   UpdateWindow(window_);

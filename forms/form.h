@@ -115,7 +115,8 @@ class Form {
   virtual bool OnQueryUnload() { return true; }
   /// The window is being closed; its controls can still be read.
   virtual void OnUnload() {}
-  /// The Windows session ends; the program is stopped when this has returned.
+  /// The Windows session ends; the program may be gone as soon as this has returned. Comes while
+  /// a box or another window is above, too.
   virtual void OnEndSession() {}
 
   /// Runs what a handler does in the one place that catches its faults and keeps the window alive

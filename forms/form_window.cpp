@@ -58,11 +58,7 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       Close();
       return 0;
     case WM_QUERYENDSESSION:
-      Dispatch([this] { OnEndSession(); });
-      // Work that lets messages run right now must stop before the session's final message comes:
-      // once that is answered the program may be gone.
-      EndDoEvents();
-      return TRUE;
+      return ShutdownBlock::IsUp() ? FALSE : TRUE;
     case WM_ENDSESSION:
       if (wParam) Dispatch([this] { OnEndSession(); });
       return 0;

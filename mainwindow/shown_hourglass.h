@@ -1,7 +1,7 @@
 #pragma once
 
-#include "forms/application.h"
 #include "forms/form.h"
+#include "forms/input.h"
 
 /// Shows the hourglass over a form while it lives. What is clicked and typed meanwhile is dropped:
 /// it was meant for what the form showed before, and a second click on the source's button would

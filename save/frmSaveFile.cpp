@@ -4,6 +4,7 @@
 
 #include "forms/application.h"
 #include "forms/dialogs.h"
+#include "forms/input.h"
 #include "save/camera_index.h"
 #include "save/last_file_part.h"
 #include "save/operations.h"
@@ -57,6 +58,7 @@ void frmSaveFile::Timer1_Timer() {
 
 void frmSaveFile::RunSave() {
   const forms::KeepAwake awake;
+  const forms::ShutdownBlock block(window());
   const std::string source = mainWindow_.SourcePath();
   const std::string target = mainWindow_.TargetPath();
   const std::int32_t first = mainWindow_.FirstBlock();
@@ -137,7 +139,7 @@ void frmSaveFile::ShowFinished() {
   cmdOpen.SetEnabled(true);
   cmdOpenFolder.SetEnabled(true);
   // A key that was meant for the main window must not open the new file.
-  forms::DiscardPendingInput();
+  forms::BeginNewView();
   cmdOpen.SetFocus();
   cmdCancel.SetCaption("Exit");
   blnSaving = false;

@@ -25,7 +25,7 @@ const struct Way {
        PostMessageW(save.handle(), WM_SYSKEYDOWN, VK_F4, kAltIsDown);
      }},
     {"EndOfSession",
-     [](const Window& save) { SendNotifyMessageW(save.handle(), WM_QUERYENDSESSION, 0, 0); }},
+     [](const Window& save) { SendNotifyMessageW(save.handle(), WM_ENDSESSION, TRUE, 0); }},
 };
 
 class Cancel : public testing::Test {

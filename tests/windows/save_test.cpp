@@ -64,9 +64,11 @@ TEST_F(Save, ShowsHowFarItIsAndTellsABlockThatIsNotWhole) {
   const Window save = program_.StartSave();
   Await("message", [&] { return program_.ShowsDialog(); });
   ExpectWorkingLook(save, 63);
+  for (const Window& window : {save, program_.main()}) EXPECT_FALSE(window.Ask(WM_QUERYENDSESSION));
   EXPECT_EQ(program_.AnswerMessage(), (Message{"Trimbrook", "Error reading file ..."}));
   program_.AwaitDone(save);
   ExpectFinishedLook(save);
+  EXPECT_TRUE(save.Ask(WM_QUERYENDSESSION));
 }
 
 TEST_F(Save, OnlyTheChosenCamerasAreKept) {
@@ -156,6 +158,42 @@ TEST_F(Save, KeysAloneOpenSaveAndLeave) {
   program_.AwaitDone(save);
   AwaitFocus(save, save.Control(IDC_frmSaveFile_cmdOpen));
   PressUntil("end of the save window", save, {VK_ESCAPE}, [&] { return !isShown(); });
+}
+
+// What goes on with the press on "Save File" is not for the window that it has opened.
+TEST_F(Save, OnlyANewPressCancelsIt) {
+  const struct {
+    const char* name;
+    BYTE key;  // 0 for the mouse.
+    bool isHeld;
+    BYTE next;
+    bool cancels;
+  } cases[] = {{"Enter twice", VK_RETURN, false, VK_RETURN, false},
+               {"Enter held", VK_RETURN, true, VK_RETURN, false},
+               {"blank twice", VK_SPACE, false, VK_SPACE, false},
+               {"double click", 0, false, 0, false},
+               {"Enter and Esc", VK_RETURN, false, VK_ESCAPE, true}};
+  Prepare("long.60D", InWork("pressed.60D"));
+  const Window button = program_.At(IDC_frmTrimbrook_Command3);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    BringToFront(program_.main());
+    program_.main().Ask(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(button.handle()), TRUE);
+    AwaitFocus(program_.main(), button);
+    const DWORD start = GetTickCount();
+    if (c.key == 0) DoubleClickOn(button);
+    if (c.key != 0) SendKey(c.key, 0, start);
+    if (c.key != 0 && !c.isHeld) SendKey(c.key, KEYEVENTF_KEYUP, start);
+    const Window save = program_.AwaitShown("frmSaveFile");
+    AwaitFocus(save, save.Control(IDC_frmSaveFile_cmdCancel));
+    const DWORD then = c.cancels ? GetTickCount() : start + GetDoubleClickTime() / 2;
+    if (c.next != 0) SendKey(c.next, 0, then);
+    if (c.next != 0) SendKey(c.next, KEYEVENTF_KEYUP, then);
+    const Window status = save.Control(IDC_frmSaveFile_Label2);
+    Await("end", [&] { return !save.IsShown() || status.Caption() == kDone; });
+    EXPECT_EQ(save.IsShown(), !c.cancels);
+    if (save.IsShown()) program_.LeaveSave();
+  }
 }
 
 }  // namespace

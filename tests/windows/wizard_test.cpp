@@ -201,7 +201,7 @@ TEST_F(Wizard, LeavesNoHalfFileWhenTheSessionEnds) {
   GoToNamePage("long");
   {
     const auto pause = CatchCopy();
-    SendNotifyMessageW(window_->handle(), WM_QUERYENDSESSION, 0, 0);
+    SendNotifyMessageW(window_->handle(), WM_ENDSESSION, TRUE, 0);
   }
   EXPECT_EQ(program_.AnswerMessage(IDNO), kNotReady);
   EXPECT_THAT(FilesLike("E:\\long*"), IsEmpty());
