@@ -1,7 +1,7 @@
 #include "mainwindow/time_range.h"
 
 #include <cstdlib>
-#include <utility>
+#include <optional>
 
 #include "capture/capture_time.h"
 #include "capture/format.h"
@@ -32,6 +32,18 @@ std::int64_t AsShown(platform::DateText& dates, std::int64_t seconds) {
   return SecondsOfDate(DateOfSeconds(dates, static_cast<std::int32_t>(seconds)));
 }
 
+/// From the first to the last block, in the file's order, whose time overlaps the given one.
+std::optional<BlockRange> BlocksOverlapping(std::int64_t from, std::int64_t to) {
+  BlockRange range;
+  for (std::int32_t i = 1; i <= dtBlockStart.UpperBound(); ++i) {
+    if (SecondsOfDate(dtBlockStart[i]) > to || SecondsOfDate(dtBlockEnd[i]) < from) continue;
+    if (range.first == 0) range.first = i;
+    range.last = i;
+  }
+  if (range.first == 0) return {};
+  return range;
+}
+
 }  // namespace
 
 std::int32_t SizeMB(BlockRange range) {
@@ -51,6 +63,6 @@ BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std:
   while (range.first > 1 && SecondsOfDate(dtBlockStart[range.first]) > from) --range.first;
   while (range.last < dtBlockEnd.UpperBound() && SecondsOfDate(dtBlockEnd[range.last]) < to)
     ++range.last;
-  if (range.first > range.last) std::swap(range.first, range.last);
-  return range;
+  if (range.first <= range.last) return range;
+  return BlocksOverlapping(from, to).value_or(BlockRange{range.last, range.first});
 }

@@ -63,11 +63,17 @@ TEST_F(TimeRange, RefusesTimesOutsideTheBlocksTimes) {
             std::string("The Start Time should be earlier than the End Time!"));
 }
 
-TEST_F(TimeRange, IsInOrderThoughTheClockWasSetBack) {
+TEST_F(TimeRange, HoldsAllThatOverlapsWhereTheClockWasSetBack) {
+  // The last block that starts by 1500 is the third; the first that ends at 5000 or later is the
+  // second.
   Blocks({1000, 5000, 1100, 2000}, {4999, 5999, 1199, 6000});
-  // The last block that starts by 1500 is the third; the first that ends at 1600 or later is the
-  // first.
-  ExpectBlocks(1500, 5000, 2, 3);
+  ExpectBlocks(1500, 5000, 1, 4);
+  // Two passes over the same time: the last block that starts by 30 is one of the second pass.
+  Blocks({0, 20, 40, 60, 80, 0, 20, 40, 60, 80}, {19, 39, 59, 79, 99, 19, 39, 59, 79, 100});
+  ExpectBlocks(30, 79, 2, 9);
+  // Nothing holds this time.
+  Blocks({0, 90, 5, 95}, {10, 100, 20, 110});
+  ExpectBlocks(30, 40, 2, 3);
 }
 
 TEST_F(TimeRange, ComparesWhatTheTextsShow) {
