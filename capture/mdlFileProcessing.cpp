@@ -31,8 +31,7 @@ namespace {
 
 constexpr char kSource[] = "mdlFileProcessing";
 
-std::int32_t CountBlocks(platform::Files& files, const SourceFile& source) {
-  if (!source.IsOpen()) return 0;
+std::int32_t CountBlocks(platform::Files& files) {
   const std::int32_t count = BlocksInFile(FileSize64(files, hSourceFile));
   return count > kMostBlocks ? 0 : count;
 }
@@ -57,29 +56,53 @@ class DateMemory {
   platform::Date date_ = 0;
 };
 
+/// Empties the source index, and makes room in it for `count` blocks.
+void SizeIndex(std::int32_t count) {
+  lngBlockCount = count;
+  const auto size = static_cast<std::size_t>(count);
+  lngBlockStart.Redimension(size);
+  lngBlockEnd.Redimension(size);
+  dtBlockStart.Redimension(size);
+  dtBlockEnd.Redimension(size);
+}
+
+/// Empties the masks, and makes room for `count` blocks.
+void SizeMasks(std::int32_t count, bool hasAlt) {
+  lngCamMask.Redimension(static_cast<std::size_t>(count));
+  lngCamMaskAlt.Redimension(hasAlt ? static_cast<std::size_t>(count) : 0);
+}
+
+/// Reads `count` blocks by `read(i)`, i from 1, which tells whether that went well.
+template <typename ReadBlock>
+ReadEnd ReadBlocks(std::int32_t count, Breathing* breathing, ReadBlock read) {
+  for (std::int32_t i = 1; i <= count; ++i) {
+    if (!read(i)) return ReadEnd::kFailed;
+    if (breathing && !breathing->GoOn(i, count)) return ReadEnd::kStopped;
+  }
+  return ReadEnd::kDone;
+}
+
 /// Reads the stamps and the type of block `block` (from 1) into the index.
-void IndexBlock(platform::Files& files, DateMemory& dates, std::int32_t block) {
+bool IndexBlock(platform::Files& files, DateMemory& dates, std::int32_t block) {
   constexpr int kFirst = format::trailer::kStart;
   constexpr int kLength = format::trailer::kBlockType - kFirst + 1;
-  ReadRecord(files, block - 1, lngRecordOffset, kLength);
+  if (!ReadRecord(files, block - 1, lngRecordOffset, kLength)) return false;
   lngBlockStart[block] = ReadBigEndian(bytRecord, 1, 4);
   lngBlockEnd[block] = ReadBigEndian(bytRecord, format::trailer::kEnd - kFirst + 1, 4);
   dtBlockStart[block] = dates.Of(lngBlockStart[block]);
   dtBlockEnd[block] = dates.Of(lngBlockEnd[block]);
   bytBlockStatus = bytRecord[kLength];
+  return true;
 }
 
 /// Reads the masks of block `block` (from 0) into element `k` of the result.
-void ReadMasks(platform::Files& files, std::int32_t block, std::int32_t k) {
-  if (lngCamMaskAlt.UpperBound() == 0) {
-    ReadRecord(files, block, lngRecordOffset, 2);
-    lngCamMask[k] = ReadBigEndian(bytRecord, 1, 2);
-    return;
-  }
+bool ReadMasks(platform::Files& files, std::int32_t block, std::int32_t k) {
+  const bool hasAlt = lngCamMaskAlt.UpperBound() != 0;
   static_assert(format::types::k20.cameraMask == format::types::k20.cameraMaskAlt + 2);
-  ReadRecord(files, block, lngRecordOffset, 4);
-  lngCamMask[k] = ReadBigEndian(bytRecord, 3, 2);
-  lngCamMaskAlt[k] = ReadBigEndian(bytRecord, 1, 2);
+  if (!ReadRecord(files, block, lngRecordOffset, hasAlt ? 4 : 2)) return false;
+  lngCamMask[k] = ReadBigEndian(bytRecord, hasAlt ? 3 : 1, 2);
+  if (hasAlt) lngCamMaskAlt[k] = ReadBigEndian(bytRecord, 1, 2);
+  return true;
 }
 
 }  // namespace
@@ -88,34 +111,40 @@ const format::BlockType* SourceType() {
   return format::BlockTypeOf(bln20D, bytBlockStatus);
 }
 
-std::int16_t ScanSourceFile(platform::Files& files, platform::DateText& dates,
-                            const std::string& path) {
+ReadEnd ScanSourceFile(platform::Files& files, platform::DateText& dates, const std::string& path,
+                       Breathing* breathing) {
+  SizeIndex(0);
   const SourceFile source(files, path);
-  lngBlockCount = CountBlocks(files, source);
-  const auto count = static_cast<std::size_t>(lngBlockCount);
-  lngBlockStart.Redimension(count);
-  lngBlockEnd.Redimension(count);
-  dtBlockStart.Redimension(count);
-  dtBlockEnd.Redimension(count);
+  if (!source.IsOpen()) return ReadEnd::kFailed;
+  SizeIndex(CountBlocks(files));
   lngRecordOffset = format::VariantOf(bln20D).trailerOffset + format::trailer::kStart;
   DateMemory memory(dates);
-  for (std::int32_t block = 1; block <= lngBlockCount; ++block) IndexBlock(files, memory, block);
-  return lngBlockCount > 0 && SourceType() ? 1 : 0;
+  const ReadEnd end = ReadBlocks(lngBlockCount, breathing, [&](std::int32_t block) {
+    return IndexBlock(files, memory, block);
+  });
+  if (end == ReadEnd::kDone)
+    return lngBlockCount > 0 && SourceType() ? ReadEnd::kDone : ReadEnd::kNotValid;
+  SizeIndex(0);
+  return end;
 }
 
-void CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
-                       std::int32_t lastBlock) {
+ReadEnd CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
+                          std::int32_t lastBlock, Breathing* breathing) {
   firstBlock = std::max(firstBlock, 1);
   lastBlock = std::min(lastBlock, lngBlockCount);
   const std::int32_t count = std::max(lastBlock - firstBlock + 1, 0);
   const format::BlockType& type = SourceType() ? *SourceType() : format::types::k30;
   const bool hasAlt = type.cameraMaskAlt != format::kAbsent;
-  lngCamMask.Redimension(static_cast<std::size_t>(count));
-  lngCamMaskAlt.Redimension(hasAlt ? static_cast<std::size_t>(count) : 0);
+  SizeMasks(0, false);
   lngRecordOffset =
       format::VariantOf(bln20D).trailerOffset + (hasAlt ? type.cameraMaskAlt : type.cameraMask);
   const SourceFile source(files, path);
-  for (std::int32_t k = 1; k <= count; ++k) ReadMasks(files, firstBlock + k - 2, k);
+  if (!source.IsOpen()) return ReadEnd::kFailed;
+  SizeMasks(count, hasAlt);
+  const ReadEnd end = ReadBlocks(
+      count, breathing, [&](std::int32_t k) { return ReadMasks(files, firstBlock + k - 2, k); });
+  if (end != ReadEnd::kDone) SizeMasks(0, false);
+  return end;
 }
 
 double FileSize64(platform::Files& files, platform::FileHandle file) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "capture/block_type.h"
+#include "capture/breathing.h"
 #include "capture/one_based.h"
 #include "platform/date_text.h"
 #include "platform/files.h"
@@ -46,16 +47,25 @@ extern OneBased<std::int32_t> lngCamMaskAlt;
 /// systems holds. Its index takes some 200 MB.
 inline constexpr std::int32_t kMostBlocks = 1 << 23;
 
-/// Reads every block's trailer into the source index. `bln20D` must be set. 1 when the last block
-/// has a type that fits the source's kind, else 0. A file that cannot be opened, holds no block or
-/// more than `kMostBlocks` gives an empty index and 0.
-std::int16_t ScanSourceFile(platform::Files& files, platform::DateText& dates,
-                            const std::string& path);
+/// How the reading of a source has ended. A file that ends early is read to its end as it is.
+enum class ReadEnd : std::int16_t {
+  kNotValid = 0,  ///< To the end: it is no recording of its kind.
+  kDone = 1,
+  kFailed,   ///< A read has failed, or the file cannot be opened.
+  kStopped,  ///< The pacing said so.
+};
+
+/// Reads every block's trailer into the source index. `bln20D` must be set. The source is valid
+/// when the last block has a type that fits its kind; one that holds no block or more than
+/// `kMostBlocks` is not, and has an empty index. So has one that was not read to its end.
+ReadEnd ScanSourceFile(platform::Files& files, platform::DateText& dates, const std::string& path,
+                       Breathing* breathing = nullptr);
 
 /// Reads the camera masks of blocks `firstBlock` to `lastBlock` (both from 1, inclusive) of the
-/// file that was scanned last; blocks outside its index are left out.
-void CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
-                       std::int32_t lastBlock);
+/// file that was scanned last; blocks outside its index are left out. Unless it is done there are
+/// no masks.
+ReadEnd CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
+                          std::int32_t lastBlock, Breathing* breathing = nullptr);
 
 /// Size of an open file in bytes; 0 when its low 32 bits are all ones.
 double FileSize64(platform::Files& files, platform::FileHandle file);

@@ -86,7 +86,7 @@ void frmSaveToCD::ShowProgress(bool shown) {
   sessionEnds_ = false;
   ShowPercent(0);
   // Without the clip the copy goes on without a picture.
-  if (Animation1.Open(system_.programFolder + "\\FILECOPY.avi")) Animation1.Play();
+  if (Animation1.Open(system_.Beside("FILECOPY.avi"))) Animation1.Play();
 }
 
 void frmSaveToCD::ShowPercent(double percent) {

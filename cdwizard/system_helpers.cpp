@@ -56,6 +56,10 @@ double GetDiskFreeMB(platform::FileNames& names, const std::string& path) {
   return dblDiskFreeMB;
 }
 
+std::uint64_t LargestFileOn(platform::FileNames& names, const std::string& path) {
+  return names.LargestFile(VolumeRoot(path));
+}
+
 double LargeIntToDouble(std::int32_t low, std::int32_t high) {
   return UnsignedHalf(high) * kTwoToThe32 + UnsignedHalf(low);
 }

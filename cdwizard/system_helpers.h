@@ -30,5 +30,8 @@ std::string AppPathOf(platform::Registry& registry, const std::string& executabl
 /// its server and share.
 double GetDiskFreeMB(platform::FileNames& names, const std::string& path);
 
+/// The most bytes that a file on that volume can have.
+std::uint64_t LargestFileOn(platform::FileNames& names, const std::string& path);
+
 /// The unsigned 64-bit number with these two halves.
 double LargeIntToDouble(std::int32_t low, std::int32_t high);

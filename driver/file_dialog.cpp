@@ -29,6 +29,10 @@ std::vector<std::string> FileDialog::Filters() const {
   return filters;
 }
 
+std::string FileDialog::Filter() const {
+  return window_.Control(cmb1).Text();
+}
+
 std::string FileDialog::Folder() const {
   return window_.Control(cmb2).Text();
 }

@@ -17,6 +17,8 @@ class FileDialog {
 
   /// The kinds of files that it offers, as the user reads them.
   std::vector<std::string> Filters() const;
+  /// The one of them that is chosen.
+  std::string Filter() const;
   /// The name of the folder that it shows.
   std::string Folder() const;
   /// What stands in the name box.

@@ -1,11 +1,14 @@
 #include "driver/trimbrook.h"
 
+#include <shlobj.h>
+
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
 #include "driver/await.h"
 #include "driver/files.h"
+#include "forms/text.h"
 
 namespace driver {
 namespace {
@@ -24,7 +27,8 @@ Message Refusal(const std::string& text) {
   return {"Message", text};
 }
 
-Trimbrook::Trimbrook() : Program(kProgram), main_(AwaitShown(kMainClass)) {
+Trimbrook::Trimbrook(const std::string& arguments)
+    : Program(kProgram + arguments), main_(AwaitShown(kMainClass)) {
   Settle();
 }
 
@@ -57,6 +61,21 @@ void Trimbrook::AnswerSourceDialog(const std::string& path) const {
   dialog.AwaitGone();
 }
 
+// The shell hands over its list in the program's own memory.
+void Trimbrook::Drop(const std::vector<std::string>& paths) const {
+  std::wstring list;
+  for (const std::string& path : paths) list += forms::Wide(path) + L'\0';
+  DROPFILES header = {};
+  header.pFiles = sizeof header;
+  header.fWide = TRUE;
+  const std::size_t bytes = (list.size() + 1) * sizeof(wchar_t);
+  auto* memory = static_cast<char*>(
+      VirtualAllocEx(process(), nullptr, sizeof header + bytes, MEM_COMMIT, PAGE_READWRITE));
+  WriteProcessMemory(process(), memory, &header, sizeof header, nullptr);
+  WriteProcessMemory(process(), memory + sizeof header, list.c_str(), bytes, nullptr);
+  PostMessageW(main_.handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+}
+
 void Trimbrook::OpenSource(const std::string& path) const {
   AnswerSourceDialog(path);
   Await("source " + path, [&] { return Text(IDC_frmTrimbrook_Text1) == path; });
@@ -79,6 +98,12 @@ void Trimbrook::ChooseBlocks(int first, int last) const {
   slider2.Press(VK_END);
   while (First() < first) slider1.Press(VK_RIGHT);
   while (Last() > last) slider2.Press(VK_LEFT);
+}
+
+void Trimbrook::PressSaveToCd() const {
+  const Window button = At(IDC_frmTrimbrook_Command7);
+  PostMessageW(main_.handle(), WM_COMMAND, MAKEWPARAM(IDC_frmTrimbrook_Command7, BN_CLICKED),
+               reinterpret_cast<LPARAM>(button.handle()));
 }
 
 Message Trimbrook::MessageAfterClick(int id, int answer) const {

@@ -15,7 +15,8 @@ namespace driver {
 /// The program, freshly started, with its main window.
 class Trimbrook : public Program {
  public:
-  Trimbrook();
+  /// Started with these arguments, each after a blank.
+  explicit Trimbrook(const std::string& arguments = "");
 
   const Window& main() const { return main_; }
   /// Waits until all that was posted to the program has been handled, and what it began with it.
@@ -32,12 +33,16 @@ class Trimbrook : public Program {
 
   /// Answers the source dialog with this path, whatever comes of it.
   void AnswerSourceDialog(const std::string& path) const;
+  /// Drops files onto the main window.
+  void Drop(const std::vector<std::string>& paths) const;
   /// Opens a recording that the program takes.
   void OpenSource(const std::string& path) const;
   /// Chooses a target; a file of this name is agreed to be replaced.
   void ChooseTarget(const std::string& path) const;
   /// Narrows the range by the sliders' keys.
   void ChooseBlocks(int first, int last) const;
+  /// Presses the hidden "Save To CD".
+  void PressSaveToCd() const;
   /// The one message box that a click opens, answered with a button.
   Message MessageAfterClick(int id, int answer = IDOK) const;
   /// Presses "Save File"; the progress window.

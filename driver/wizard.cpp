@@ -86,11 +86,8 @@ void Wizard::Open(const std::string& recording, const std::vector<int>& cameras)
 }
 
 void Wizard::AskForWizard() {
-  const Window button = program_.At(IDC_frmTrimbrook_Command7);
-  EXPECT_FALSE(button.IsShown());
-  PostMessageW(program_.main().handle(), WM_COMMAND,
-               MAKEWPARAM(IDC_frmTrimbrook_Command7, BN_CLICKED),
-               reinterpret_cast<LPARAM>(button.handle()));
+  EXPECT_FALSE(program_.At(IDC_frmTrimbrook_Command7).IsShown());
+  program_.PressSaveToCd();
 }
 
 void Wizard::OpenWizard() {

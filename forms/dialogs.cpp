@@ -43,7 +43,7 @@ struct Request {
     names.hwndOwner = owner;
     names.lpstrTitle = title.c_str();
     names.lpstrFilter = filter.c_str();
-    names.nFilterIndex = 1;
+    names.nFilterIndex = static_cast<DWORD>(question.firstFilter);
     names.lpstrInitialDir = folder.c_str();
     names.lpstrFile = path.data();
     names.nMaxFile = static_cast<DWORD>(path.size());
@@ -55,6 +55,19 @@ struct Request {
   std::wstring title, filter, folder, path;
 };
 
+/// Brings the program's current folder back: the dialog for opening files moves it to the folder
+/// that it shows, whatever it is told, and a folder that is current cannot be removed.
+class KeptFolder {
+ public:
+  KeptFolder() { GetCurrentDirectoryW(static_cast<DWORD>(folder_.size()), folder_.data()); }
+  ~KeptFolder() { SetCurrentDirectoryW(folder_.c_str()); }
+  KeptFolder(const KeptFolder&) = delete;
+  KeptFolder& operator=(const KeptFolder&) = delete;
+
+ private:
+  std::wstring folder_ = std::wstring(kLongestPath, L'\0');
+};
+
 }  // namespace
 
 void ShowMessageBox(HWND owner, const std::string& text, const char* title) {
@@ -62,12 +75,14 @@ void ShowMessageBox(HWND owner, const std::string& text, const char* title) {
   MessageBoxW(owner, Wide(text).c_str(), Wide(title).c_str(), MB_OK);
 }
 
-bool AskYesNoBox(HWND owner, const std::string& text, const char* title) {
+bool AskYesNoBox(HWND owner, const std::string& text, bool presumed) {
   const TaskbarPause pause;
-  return MessageBoxW(owner, Wide(text).c_str(), Wide(title).c_str(), MB_YESNO) == IDYES;
+  const UINT style = MB_YESNO | (presumed ? MB_DEFBUTTON1 : MB_DEFBUTTON2);
+  return MessageBoxW(owner, Wide(text).c_str(), Wide(kMessageTitle).c_str(), style) == IDYES;
 }
 
 std::optional<std::string> AskOpenFile(HWND owner, const FileQuestion& question) {
+  const KeptFolder folder;
   Request request(owner, question);
   if (!GetOpenFileNameW(&request.names)) return {};
   return Utf8(request.Chosen());

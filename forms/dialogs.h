@@ -12,8 +12,8 @@ inline constexpr const char* kMessageTitle = "Message";
 
 /// A modal box with an OK button over `owner`, which may be null.
 void ShowMessageBox(HWND owner, const std::string& text, const char* title = kMessageTitle);
-/// A modal question with Yes and No; true for Yes.
-bool AskYesNoBox(HWND owner, const std::string& text, const char* title = kMessageTitle);
+/// A modal question with Yes and No; true for Yes. The one that Enter gives is `presumed`.
+bool AskYesNoBox(HWND owner, const std::string& text, bool presumed = true);
 
 /// What a file dialog is asked for.
 struct FileQuestion {
@@ -23,6 +23,7 @@ struct FileQuestion {
   /// Save only: the ending with its dot that the name always has. A name with another one gets it
   /// appended, before the question whether an existing file is to be replaced.
   std::string ending;
+  int firstFilter = 1;  ///< Number, from 1, of the filter that is shown at first.
 };
 
 /// Asks for a file to open; none when the user cancelled. The current folder stays as it is.

@@ -1,6 +1,7 @@
 // A form's life, its handlers and what it says to the user.
 #include "forms/form.h"
 
+#include <algorithm>
 #include <exception>
 
 #include "forms/application.h"
@@ -20,7 +21,6 @@ Form::~Form() {
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
     DestroyWindow(window_);
   }
-  if (state_->accelerators) DestroyAcceleratorTable(state_->accelerators);
 }
 
 bool Form::Load(Form* owner) {
@@ -139,6 +139,11 @@ void Form::FocusFirst() {
   if (first) SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
 }
 
+Control* Form::FocusedControl() const {
+  const auto focused = std::ranges::find_if(state_->inOrder, &Control::HasFocus);
+  return focused == state_->inOrder.end() ? nullptr : *focused;
+}
+
 void Form::ShowMessage(const std::string& text) {
   ShowMessageBox(VisibleWindow(), text);
 }
@@ -147,8 +152,8 @@ void Form::ShowApplicationMessage(const std::string& text) {
   ShowMessageBox(VisibleWindow(), text, kApplicationTitle);
 }
 
-bool Form::AskYesNo(const std::string& text) {
-  return AskYesNoBox(VisibleWindow(), text);
+bool Form::AskYesNo(const std::string& text, bool presumed) {
+  return AskYesNoBox(VisibleWindow(), text, presumed);
 }
 
 // A box of a window that is not shown (it is being loaded, or was closed) belongs to the window

@@ -14,6 +14,8 @@ namespace forms {
 
 inline constexpr int kTwipsPerInch = 1440;
 
+class Busy;
+
 /// A window made of a layout table. A window class derives from it, holds its controls as members
 /// (`TextBox Text1{*this, IDC_frmTrimbrook_Text1};`; rows without a member get a plain control) and
 /// binds its handlers in its constructor. A form has one life: loaded once, shown, closed.
@@ -77,11 +79,14 @@ class Form {
   void ShowMessage(const std::string& text);
   /// The same with the application's title instead of "Message".
   void ShowApplicationMessage(const std::string& text);
-  /// A modal question of this window with Yes and No; true for Yes.
-  bool AskYesNo(const std::string& text);
+  /// A modal question of this window with Yes and No; true for Yes. The one that Enter gives is
+  /// `presumed`.
+  bool AskYesNo(const std::string& text, bool presumed = true);
 
   /// The control with this id.
   Control& ControlById(int id);
+  /// The control that has the keyboard focus; null when none of this form has.
+  Control* FocusedControl() const;
 
  protected:
   /// One line of the event table.
@@ -90,11 +95,12 @@ class Form {
     Event event;
     std::function<void()> handler;
   };
-  /// A key with its modifiers (a sum of FCONTROL, FALT, FSHIFT) and what it does.
+  /// A key with its modifiers (a sum of FCONTROL, FSHIFT, FALT) and what it does.
   struct Key {
     BYTE modifiers;
     WORD virtualKey;
     std::function<void()> handler;
+    bool inText = true;  ///< Also while the focus is in a text box, which may have a use for it.
   };
 
   /// The event table; called once, in the constructor of the window class.
@@ -115,6 +121,8 @@ class Form {
   virtual bool OnQueryUnload() { return true; }
   /// The window is being closed; its controls can still be read.
   virtual void OnUnload() {}
+  /// A file was dropped onto the window, which has asked for that by `DragAcceptFiles`.
+  virtual void OnFileDropped(const std::string& /*path*/) {}
   /// The Windows session ends; the program may be gone as soon as this has returned. Comes while
   /// a box or another window is above, too.
   virtual void OnEndSession() {}
@@ -124,6 +132,7 @@ class Form {
   void Dispatch(const std::function<void()>& work);
 
  private:
+  friend class Busy;
   friend class Control;
   friend bool TranslateForForm(MSG& message);
 
@@ -135,8 +144,10 @@ class Form {
   static Form* FromWindow(HWND window);
   /// Handles a message of the window; none for those that Windows' own dialog procedure handles.
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
-  void OnCommandMessage(WORD id, WORD code, bool fromControl);
+  void OnCommandMessage(WORD id, WORD code);
   LRESULT OnNotifyMessage(const NMHDR& header);
+  bool PressKey(const MSG& message);
+  void OnDropMessage(HDROP drop);
   void OnTimerMessage(WPARAM id);
   void OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void OnDpiChanged(UINT dpi, const RECT& suggested);
@@ -170,6 +181,7 @@ class Form {
   UINT dpi_ = 96;
   bool closing_ = false;
   bool hourglass_ = false;
+  Busy* busy_ = nullptr;  ///< Null when the form is not at long work.
 };
 
 }  // namespace forms

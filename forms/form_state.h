@@ -24,7 +24,6 @@ struct Form::State {
       nameless;  ///< Those that the window class has no member of.
   std::map<std::pair<const Control*, Event>, std::function<void()>> handlers;
   std::vector<Key> keys;
-  HACCEL accelerators = nullptr;
   Fonts fonts;
   ToolTips toolTips;
 

@@ -1,5 +1,6 @@
 // The window of a form: its messages, and how the keyboard reaches it.
 #include "forms/application.h"
+#include "forms/busy.h"
 #include "forms/buttons.h"
 #include "forms/form_state.h"
 #include "forms/text.h"
@@ -8,8 +9,6 @@
 namespace forms {
 namespace {
 
-constexpr WORD kFirstKeyCommand = 0x7000;  // Above all control ids.
-constexpr WORD kFromAccelerator = 1;
 constexpr int kTwipsPerNotch = 900;  // What a notch of the mouse's wheel scrolls by.
 
 }  // namespace
@@ -38,7 +37,7 @@ LRESULT CALLBACK Form::WindowProcedure(HWND window, UINT message, WPARAM wParam,
 std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
-      OnCommandMessage(LOWORD(wParam), HIWORD(wParam), lParam != 0);
+      OnCommandMessage(LOWORD(wParam), HIWORD(wParam));
       return 0;
     case WM_NOTIFY:
       return OnNotifyMessage(*reinterpret_cast<const NMHDR*>(lParam));
@@ -50,6 +49,9 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       ScrollTo(state_->scrolled.x,
                state_->scrolled.y -
                    Pixels(MulDiv(GET_WHEEL_DELTA_WPARAM(wParam), kTwipsPerNotch, WHEEL_DELTA)));
+      return 0;
+    case WM_DROPFILES:
+      OnDropMessage(reinterpret_cast<HDROP>(wParam));
       return 0;
     case WM_TIMER:
       OnTimerMessage(wParam);
@@ -83,15 +85,10 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
   }
 }
 
-void Form::OnCommandMessage(WORD id, WORD code, bool fromControl) {
-  if (!fromControl && code == kFromAccelerator && id >= kFirstKeyCommand) {
-    const std::size_t key = id - kFirstKeyCommand;
-    if (key < state_->keys.size() && !IsClosed()) Dispatch(state_->keys[key].handler);
-    return;
-  }
-  // A window above must be answered first; other programs reach the buttons beneath it all the
-  // same.
-  if (code == BN_CLICKED && !IsWindowEnabled(window_)) return;
+void Form::OnCommandMessage(WORD id, WORD code) {
+  // A window above must be answered first, and long work come to its end; other programs reach the
+  // buttons all the same.
+  if (code == BN_CLICKED && (busy_ || !IsWindowEnabled(window_))) return;
   if (id == IDCANCEL) {
     PressCancel();
     return;
@@ -176,11 +173,31 @@ void Form::WindowGone() {
 
 void Form::BindKeys(std::vector<Key> keys) {
   state_->keys = std::move(keys);
-  std::vector<ACCEL> table;
-  for (const Key& key : state_->keys)
-    table.push_back({static_cast<BYTE>(key.modifiers | FVIRTKEY), key.virtualKey,
-                     static_cast<WORD>(kFirstKeyCommand + table.size())});
-  state_->accelerators = CreateAcceleratorTableW(table.data(), static_cast<int>(table.size()));
+}
+
+bool Form::PressKey(const MSG& message) {
+  if (message.message != WM_KEYDOWN || !IsWindowEnabled(window_) || IsClosed()) return false;
+  const auto held = [](int key, int flag) { return GetKeyState(key) < 0 ? flag : 0; };
+  const int modifiers = held(VK_CONTROL, FCONTROL) | held(VK_SHIFT, FSHIFT) | held(VK_MENU, FALT);
+  const Control* focused = FocusedControl();
+  const bool inText = focused && focused->row().kind == layout::Kind::kTextBox;
+  for (const Key& key : state_->keys) {
+    if (key.virtualKey != message.wParam || key.modifiers != modifiers) continue;
+    if (inText && !key.inText) continue;
+    Dispatch(key.handler);
+    return true;
+  }
+  return false;
+}
+
+void Form::OnDropMessage(HDROP drop) {
+  std::wstring path(DragQueryFileW(drop, 0, nullptr, 0), L'\0');
+  DragQueryFileW(drop, 0, path.data(), static_cast<UINT>(path.size()) + 1);
+  DragFinish(drop);
+  if (busy_ || IsClosed() || !IsWindowEnabled(window_)) return;
+  // Whoever dropped it may have to answer a question next.
+  SetForegroundWindow(window_);
+  Dispatch([&] { OnFileDropped(Utf8(path)); });
 }
 
 std::string Form::Caption() const {
@@ -219,9 +236,8 @@ bool TranslateForForm(MSG& message) {
   const HWND root = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
   Form* form = Form::FromWindow(root);
   if (!form) return false;
-  const HACCEL keys = form->state_->accelerators;
-  if (keys && IsWindowEnabled(root) && TranslateAcceleratorW(root, keys, &message)) return true;
-  return IsDialogMessageW(root, &message);
+  if (form->busy_ && form->busy_->Drops(message)) return true;
+  return form->PressKey(message) || IsDialogMessageW(root, &message);
 }
 
 }  // namespace forms

@@ -24,4 +24,8 @@ std::string SourceFilter() {
   return std::string(Filter(true)) + "|" + Filter(false);
 }
 
+int NumberOfFilter(bool is20D) {
+  return is20D ? 1 : 2;
+}
+
 }  // namespace file_kind

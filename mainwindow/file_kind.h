@@ -14,4 +14,7 @@ const char* Filter(bool is20D);
 /// Both kinds, the JPEG2000 one first.
 std::string SourceFilter();
 
+/// Place of a kind in `SourceFilter`, from 1.
+int NumberOfFilter(bool is20D);
+
 }  // namespace file_kind

@@ -46,36 +46,38 @@ void frmTrimbrook::BindEvents() {
   });
   BindKeys({
       {FCONTROL, 'O', [this] { Command1_Click(); }},
-      {FCONTROL, 'S', [this] { Command3_Click(); }},
+      {FCONTROL, 'T', [this] { ChooseTarget(); }},
+      {FCONTROL, 'S', [this] { SaveAskingForTarget(); }},
+      {0, VK_F5, [this] { CheckAvailability(); }},
+      {FCONTROL, 'A', [this] { TickAll(true); }, false},
+      {FCONTROL | FSHIFT, 'A', [this] { TickAll(false); }, false},
+      {0, VK_F1, [this] { OpenGuide(); }},
   });
 }
 
 void frmTrimbrook::OnLoad() {
   strBurnExeName = "DirectCD.exe";
   ShowToday();
-  SetHeights(layout::kCompact);
-  Frame4.SetVisible(false);
+  SetHeight(layout::kCompactHeight);
+  Apply(layout::kCompact, *this);
 
   std::string burningProgram = AppPathOf(system_.registry, strBurnExeName);
   // This release does not offer the CD wizard, whatever burning program is there.
   burningProgram.clear();
-  ArrangeButtons(!burningProgram.empty());
+  Apply(burningProgram.empty() ? layout::kWithoutCd : layout::kWithCd, *this);
 
-  ArrangeCameras(layout::kSixteenCameras, 16);
-  cmdSet_Click();
+  Apply(layout::kSixteenCameras, *this);
+  TickAll(true);
+  DragAcceptFiles(window(), TRUE);
 }
 
-void frmTrimbrook::ArrangeButtons(bool withCd) {
-  const layout::ButtonArrangement& arrangement = withCd ? layout::kWithCd : layout::kWithoutCd;
-  Command7.SetVisible(withCd);
-  Command3.SetLeft(arrangement.command3Left);
-  Command4.SetLeft(arrangement.command4Left);
-}
-
-void frmTrimbrook::SetHeights(const layout::WindowHeight& height) {
-  SetHeight(height.window);
-  Frame3.SetHeight(height.frame3);
-  for (forms::Button* button : {&Command3, &Command4, &Command7}) button->SetTop(height.buttonsTop);
+void frmTrimbrook::OpenGuide() {
+  const std::string guide = system_.Beside("user-guide.html");
+  const auto owner = static_cast<platform::WindowHandle>(reinterpret_cast<UINT_PTR>(window()));
+  if (system_.drives.HasFile(guide) &&
+      system_.desktop.ShellOpen(owner, guide, platform::ShowCommand::kDefault))
+    return;
+  ShowMessage("The user guide cannot be opened: " + guide);
 }
 
 void frmTrimbrook::Command4_Click() {

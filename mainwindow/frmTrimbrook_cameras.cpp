@@ -4,7 +4,6 @@
 #include "mainwindow/camera_choice.h"
 #include "mainwindow/frmTrimbrook.h"
 #include "mainwindow/messages.h"
-#include "mainwindow/shown_hourglass.h"
 
 void frmTrimbrook::cmdSet_Click() {
   TickAll(true);
@@ -19,22 +18,39 @@ void frmTrimbrook::TickAll(bool ticked) {
 }
 
 void frmTrimbrook::Command8_Click() {
+  CheckAvailability();
+}
+
+/// False when the source cannot be read, which is told, or the user has stopped it: the boxes are
+/// as they were.
+bool frmTrimbrook::CheckAvailability() {
   if (Text1.Text().empty()) {
     ShowMessage(main_text::kNoSource);
-    return;
+    return false;
   }
-  const ShownHourglass hourglass(*this);
-  checkedRange_ = {Slider1.Value(), Slider2.Value()};
-  mdlFileProcessing::CheckAvailability(system_.files, SourcePath(), checkedRange_.first,
-                                       checkedRange_.last);
+  const BlockRange range = {Slider1.Value(), Slider2.Value()};
+  const auto read = [&] {
+    Reading reading = StartReading(1);
+    Breathing pass = reading.NextPass();
+    return mdlFileProcessing::CheckAvailability(system_.files, SourcePath(), range.first,
+                                                range.last, &pass);
+  };
+  if (!AcceptReading(read())) return false;
+  ShowAvailability(range);
+  return true;
+}
+
+void frmTrimbrook::ShowAvailability(BlockRange range) {
+  checkedRange_ = range;
   const std::uint32_t available = AvailableCameras();
   for (int i = 0; i < CameraCount(); ++i) Check1(i).SetEnabled((available >> i & 1U) != 0);
 }
 
 /// Cameras are looked up for a range once; a range that was widened since then may have more.
-void frmTrimbrook::EnsureAvailabilityChecked() {
-  if (Slider1.Value() < checkedRange_.first || Slider2.Value() > checkedRange_.last)
-    Command8_Click();
+bool frmTrimbrook::EnsureAvailabilityChecked() {
+  const bool isWider =
+      Slider1.Value() < checkedRange_.first || Slider2.Value() > checkedRange_.last;
+  return !isWider || CheckAvailability();
 }
 
 std::int16_t frmTrimbrook::GetCameraSelection() {
@@ -46,16 +62,4 @@ std::int16_t frmTrimbrook::GetCameraSelection() {
     if (Check1(i).Value()) ticked |= camera;
   }
   return ChooseCameras(enabled, ticked);
-}
-
-void frmTrimbrook::ArrangeCameras(const layout::CameraArrangement& arrangement, int cameras) {
-  Frame7.SetLeft(arrangement.frame7Left);
-  Frame7.SetWidth(arrangement.frame7Width);
-  for (int i = Check1.first(); i <= Check1.last(); ++i) {
-    Check1(i).SetVisible(i < cameras);
-    Label5(i + 1).SetVisible(i < cameras);
-  }
-  cmdClear.SetLeft(arrangement.pictureButtonsLeft);
-  cmdSet.SetLeft(arrangement.pictureButtonsLeft);
-  Command8.SetLeft(arrangement.command8Left);
 }

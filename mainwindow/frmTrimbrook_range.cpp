@@ -111,8 +111,8 @@ void frmTrimbrook::CheckCTRS_Click() {
   } else {
     MoveBy(rise_);
   }
-  SetHeights(custom ? layout::kExpanded : layout::kCompact);
-  Frame4.SetVisible(custom);
+  SetHeight(custom ? layout::kExpandedHeight : layout::kCompactHeight);
+  Apply(custom ? layout::kExpanded : layout::kCompact, *this);
 }
 
 void frmTrimbrook::Command5_Click() {
@@ -124,7 +124,7 @@ void frmTrimbrook::Command5_Click() {
   const std::int64_t end = SecondsOf(Calendar2, UpDown1, UpDown2, UpDown3);
   if (const char* refusal = TimeRangeRefusal(start, end)) {
     ShowMessage(refusal);
-    Command6_Click();
+    ResetRange();
     return;
   }
   const BlockRange range = BlocksOfTimeRange(system_.dates, start, end);
@@ -133,6 +133,11 @@ void frmTrimbrook::Command5_Click() {
 }
 
 void frmTrimbrook::Command6_Click() {
+  ResetRange();
+}
+
+/// Back to the whole source, or to today when there is none.
+void frmTrimbrook::ResetRange() {
   if (Text2.Text().empty()) {
     ShowToday();
     for (forms::UpDown* part : {&UpDownH, &UpDownM, &UpDownS, &UpDown1, &UpDown2, &UpDown3})
@@ -171,4 +176,18 @@ void frmTrimbrook::ShowCustomTimes() {
   UpDown1.SetValue(ClockHour(end));
   UpDown2.SetValue(TimePart(system_.dates, end, kMinute).value_or(0));
   UpDown3.SetValue(TimePart(system_.dates, end, kSecond).value_or(0));
+}
+
+/// Tells in the tool tips of the custom times which ones Confirm takes.
+void frmTrimbrook::ShowAllowedTimes() {
+  const auto show = [&](const OneBased<platform::Date>& times,
+                        std::initializer_list<forms::Control*> fields) {
+    const std::string text = Text1.Text().empty()
+                                 ? ""
+                                 : "From " + system_.dates.Format(times[1]) + " to " +
+                                       system_.dates.Format(times[times.UpperBound()]);
+    for (forms::Control* field : fields) field->SetToolTip(text);
+  };
+  show(dtBlockStart, {&Calendar1, &Text8, &Text9, &Text10, &UpDownH, &UpDownM, &UpDownS});
+  show(dtBlockEnd, {&Calendar2, &Text11, &Text12, &Text13, &UpDown1, &UpDown2, &UpDown3});
 }

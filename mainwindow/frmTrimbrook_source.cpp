@@ -12,7 +12,7 @@
 #include "mainwindow/camera_choice.h"
 #include "mainwindow/file_kind.h"
 #include "mainwindow/frmTrimbrook.h"
-#include "mainwindow/shown_hourglass.h"
+#include "platform/scoped_flag.h"
 #include "save/operations.h"
 
 using namespace mdlFileProcessing;
@@ -21,54 +21,49 @@ namespace {
 
 constexpr std::int32_t kFewestBlocks = 2;
 
-/// Sets a flag while it lives.
-class Raised {
- public:
-  explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Raised() { flag_ = false; }
-  Raised(const Raised&) = delete;
-  Raised& operator=(const Raised&) = delete;
-
- private:
-  bool& flag_;
-};
-
 }  // namespace
 
 void frmTrimbrook::Command1_Click() {
   // Clearing the old source lets messages run, among them perhaps another click.
   if (choosingSource_) return;
-  const Raised running(choosingSource_);
-  ChooseSource();
-}
-
-void frmTrimbrook::ChooseSource() {
-  if (!Text1.Text().empty()) {
-    ClearSource();
-    forms::DoEvents();
-    if (IsClosed()) return;
-  }
+  const ScopedFlag choosing(choosingSource_);
+  CloseSource();
+  if (IsClosed()) return;
   const auto path = forms::AskOpenFile(
-      window(), {"Select Source File", file_kind::SourceFilter(), system_.programFolder, ""});
-  if (IsClosed() || !path) return;
-  Slider1.SetValue(Slider1.Min());
-  Slider2.SetValue(Slider2.Max());
-  if (path->empty() || !MeasureSource(*path)) return;
-  bln20D = file_kind::IsNameOf20D(*path);
-  if (!ScanSource(*path)) {
-    ShowMessage(save_text::kNotValid);
-    return;
-  }
-  ShowSource(*path);
-  Command8_Click();
+      window(), {"Select Source File", file_kind::SourceFilter(), system_.programFolder, "",
+                 file_kind::NumberOfFilter(last20D_)});
+  if (!IsClosed() && path) OpenSource(*path);
 }
 
-void frmTrimbrook::ClearSource() {
+void frmTrimbrook::OpenHandedFile(const std::string& path) {
+  Dispatch([&] {
+    if (choosingSource_) return;
+    const ScopedFlag choosing(choosingSource_);
+    CloseSource();
+    if (!IsClosed()) OpenSource(path);
+  });
+}
+
+void frmTrimbrook::CloseSource() {
+  if (Text1.Text().empty()) return;
   for (forms::TextBox* box : {&Text1, &Text2, &Text3, &Text4, &Text5, &Text6, &Text7})
     box->SetText("");
-  Command6_Click();
+  ResetRange();
   Slider1.SetEnabled(false);
   Slider2.SetEnabled(false);
+  ShowAllowedTimes();
+  forms::DoEvents();
+}
+
+void frmTrimbrook::OpenSource(const std::string& path) {
+  Slider1.SetValue(Slider1.Min());
+  Slider2.SetValue(Slider2.Max());
+  if (path.empty() || !MeasureSource(path)) return;
+  bln20D = file_kind::IsNameOf20D(path);
+  last20D_ = bln20D;
+  if (!ReadSource(path)) return;
+  ShowSource(path);
+  ShowAvailability({1, lngBlockCount});
 }
 
 /// Whether the file is a whole number of blocks, and enough of them; says so when it is not.
@@ -84,9 +79,29 @@ bool frmTrimbrook::MeasureSource(const std::string& path) {
   return valid;
 }
 
-bool frmTrimbrook::ScanSource(const std::string& path) {
-  const ShownHourglass hourglass(*this);
-  return ScanSourceFile(system_.files, system_.dates, path) != 0;
+Reading frmTrimbrook::StartReading(int passes) {
+  return Reading(*this, system_.clock, Text2,
+                 {&Command1, &Frame2, &Frame3, &Command3, &Command7, &Command4}, passes);
+}
+
+/// Reads the source's index and cameras; false when there is none then.
+bool frmTrimbrook::ReadSource(const std::string& path) {
+  const auto read = [&] {
+    Reading reading = StartReading(2);
+    Breathing scan = reading.NextPass();
+    const ReadEnd scanned = ScanSourceFile(system_.files, system_.dates, path, &scan);
+    if (scanned != ReadEnd::kDone) return scanned;
+    Breathing check = reading.NextPass();
+    return mdlFileProcessing::CheckAvailability(system_.files, path, 1, lngBlockCount, &check);
+  };
+  return AcceptReading(read());
+}
+
+/// Whether a source was read as it should; tells why not, unless the user has stopped it.
+bool frmTrimbrook::AcceptReading(ReadEnd end) {
+  if (end == ReadEnd::kNotValid) ShowMessage(save_text::kNotValid);
+  if (end == ReadEnd::kFailed) ShowMessage(save_text::kReadError);
+  return end == ReadEnd::kDone;
 }
 
 void frmTrimbrook::ShowSource(const std::string& path) {
@@ -95,12 +110,12 @@ void frmTrimbrook::ShowSource(const std::string& path) {
   strEndTime = system_.dates.Format(dtBlockEnd[dtBlockEnd.UpperBound()]);
   Text2.SetText(strStartTime + "----" + strEndTime);
   Text5.SetText(Text2.Text());
-  Command6_Click();
+  ResetRange();
+  ShowAllowedTimes();
   Text3.SetText(std::to_string(SizeMB({1, lngBlockCount})));
   Text4.SetText(Text3.Text());
   OpenSliders();
-  const bool many = CameraCount() == 32;
-  ArrangeCameras(many ? layout::kThirtyTwoCameras : layout::kSixteenCameras, CameraCount());
+  Apply(CameraCount() == 32 ? layout::kThirtyTwoCameras : layout::kSixteenCameras, *this);
 }
 
 void frmTrimbrook::OpenSliders() {

@@ -21,12 +21,19 @@ namespace {
 constexpr char kNoTarget[] = "Please select the target file first!";
 constexpr char kNoSpace[] = "There is not enough space on the disk for the selected file!";
 constexpr char kNoCameraChosen[] = "Please select at least one camera!";
-constexpr char kHighCamerasGo[] =
-    "Cameras 17 to 32 cannot be kept when only some cameras are selected. Do you want to continue?";
+constexpr char kFileTooLarge[] =
+    "The selected disk cannot hold files of 4 GB or more. Please select another disk or a shorter "
+    "time range!";
+constexpr char kNoHighCameras[] =
+    "Cameras 17 to 32 cannot be kept when only some cameras are selected.";
 
 }  // namespace
 
 void frmTrimbrook::Command2_Click() {
+  ChooseTarget();
+}
+
+void frmTrimbrook::ChooseTarget() {
   if (Text1.Text().empty()) {
     ShowMessage(main_text::kNoSource);
     return;
@@ -37,20 +44,36 @@ void frmTrimbrook::Command2_Click() {
                                     system_.programFolder, file_kind::Ending(bln20D)});
   if (IsClosed() || !path || path->empty()) return;
   Text6.SetText(*path);
-  Text7.SetText(std::to_string(std::llround(GetDiskFreeMB(system_.names, *path))));
+  ShowFreeSpace();
+}
+
+void frmTrimbrook::ShowFreeSpace() {
+  if (!Text6.Text().empty())
+    Text7.SetText(std::to_string(std::llround(GetDiskFreeMB(system_.names, TargetPath()))));
 }
 
 void frmTrimbrook::Command3_Click() {
+  SaveFile();
+}
+
+void frmTrimbrook::SaveFile() {
+  ShowFreeSpace();  // It may have changed since the target was chosen.
   if (const char* refusal = SaveRefusal()) {
     ShowMessage(refusal);
     return;
   }
-  EnsureAvailabilityChecked();
   if (!AcceptSelection()) return;
-  if (mdlSave::blnSomeCameras && mdlSave::lngCamSelHigh != 0 && !AskYesNo(kHighCamerasGo)) return;
   mdlSave::blnStartSave = true;
   frmSaveFile progress(system_, *this);
   progress.ShowModal(*this);
+  if (!IsClosed()) ShowFreeSpace();
+}
+
+void frmTrimbrook::SaveAskingForTarget() {
+  const bool needsTarget = !Text1.Text().empty() && Text6.Text().empty();
+  if (needsTarget) ChooseTarget();
+  const bool refused = needsTarget && Text6.Text().empty();
+  if (!IsClosed() && !refused) SaveFile();
 }
 
 void frmTrimbrook::Command7_Click() {
@@ -67,20 +90,31 @@ const char* frmTrimbrook::SaveRefusal() {
   if (Text1.Text().empty()) return main_text::kNoSource;
   if (Text6.Text().empty()) return kNoTarget;
   if (SizeEstimateMB() > std::atoll(Text7.Text().c_str())) return kNoSpace;
+  // How large a file of some cameras gets, nobody knows before their images are counted.
+  const std::uint64_t size = std::uint64_t{static_cast<std::uint32_t>(SizeEstimateMB())} << 20;
+  if (size > LargestFileOn(system_.names, TargetPath()) && GetCameraSelection() != kSomeCameras)
+    return kFileTooLarge;
   return nullptr;
 }
 
-/// Takes the cameras as they are ticked; false when there is none, which is told.
+/// Takes the cameras as they are ticked, over the whole range; false when they cannot be kept,
+/// which is told, or are not to be.
 bool frmTrimbrook::AcceptSelection() {
-  switch (GetCameraSelection()) {
-    case kAllCameras:
-      mdlSave::blnSomeCameras = false;
-      return true;
-    case kSomeCameras:
-      mdlSave::blnSomeCameras = true;
-      return true;
-    default:
-      ShowMessage(kNoCameraChosen);
-      return false;
+  if (!EnsureAvailabilityChecked()) return false;
+  const std::int16_t mode = GetCameraSelection();
+  if (mode == kNoCamera) ShowMessage(kNoCameraChosen);
+  if (mode == kNoCamera || (mode == kSomeCameras && !AcceptHighCameras())) return false;
+  mdlSave::blnSomeCameras = mode == kSomeCameras;
+  return true;
+}
+
+/// Whether a file of some cameras is wanted, though it will have none of the ticked cameras 17
+/// to 32.
+bool frmTrimbrook::AcceptHighCameras() {
+  if (mdlSave::lngCamSelHigh == 0) return true;
+  if (mdlSave::lngCamSelLow == 0) {
+    ShowMessage(kNoHighCameras);
+    return false;
   }
+  return AskYesNo(kNoHighCameras + std::string(" Do you want to continue?"), false);
 }

@@ -22,8 +22,13 @@ struct Platform {
   Drives& drives;
   DateText& dates;
   Clock& clock;
-  std::string programFolder;  ///< The folder of the running program, without a last backslash.
+  std::string programFolder;  ///< The running program's, with a last backslash for a root only.
   std::string programName;    ///< The executable's name without folder and ending.
+
+  /// Path of a file that lies beside the program.
+  std::string Beside(const std::string& name) const {
+    return programFolder + (programFolder.ends_with('\\') ? "" : "\\") + name;
+  }
 };
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <span>
 
 #include "resources/layouts.h"
 #include "resources/resource.h"
@@ -14,6 +15,16 @@ constexpr int kBoxHeight = 315;
 constexpr int kButtonHeight = 405;
 constexpr int kFrameWidth = 10755;
 
+// Without the custom time range, with 16 cameras and without "Save To CD".
+constexpr int kFrame3Height = 3195;
+constexpr int kButtonsTop = 6300;
+constexpr int kCameraFrameLeft = 2305;
+constexpr int kCameraFrameWidth = 6150;
+constexpr int kCameraButtonsLeft = 4130;
+constexpr int kCheckButtonLeft = 4490;
+constexpr int kSaveButtonLeft = 2800;
+constexpr int kExitButtonLeft = 6515;
+
 constexpr auto kFileRows = std::to_array<Row>({
     {IDC_frmTrimbrook_Frame1, Kind::kFrame, 0, "Source File", 120, 90, kFrameWidth, 1155},
     {IDC_frmTrimbrook_Label1, Kind::kLabel, IDC_frmTrimbrook_Frame1, "File Name:", 165, 300, 1035,
@@ -21,7 +32,8 @@ constexpr auto kFileRows = std::to_array<Row>({
     {IDC_frmTrimbrook_Text1, Kind::kTextBox, IDC_frmTrimbrook_Frame1, "", 1260, 270, 8745,
      kBoxHeight, kReadOnly | kShowsEnd, "Source file name"},
     {IDC_frmTrimbrook_Command1, Kind::kPictureButton, IDC_frmTrimbrook_Frame1, "", 10095, 240, 495,
-     375, kPlain, "Select source file", "Select Source File (Ctrl+O)", IDI_OPEN},
+     375, kPlain, "Select source file", "Select Source File (Ctrl+O). F1 opens the guide.",
+     IDI_OPEN},
     {IDC_frmTrimbrook_Label2, Kind::kLabel, IDC_frmTrimbrook_Frame1, "Time Range:", 165, 720, 1035,
      240},
     {IDC_frmTrimbrook_Text2, Kind::kTextBox, IDC_frmTrimbrook_Frame1, "", 1260, 690, 5640,
@@ -38,7 +50,7 @@ constexpr auto kFileRows = std::to_array<Row>({
     {IDC_frmTrimbrook_Text6, Kind::kTextBox, IDC_frmTrimbrook_Frame2, "", 1260, 270, 8745,
      kBoxHeight, kReadOnly | kShowsEnd, "Target file name"},
     {IDC_frmTrimbrook_Command2, Kind::kPictureButton, IDC_frmTrimbrook_Frame2, "", 10095, 240, 495,
-     375, kPlain, "Select target file", "Select Target File", IDI_SAVE},
+     375, kPlain, "Select target file", "Select Target File (Ctrl+T)", IDI_SAVE},
     {IDC_frmTrimbrook_Label7, Kind::kLabel, IDC_frmTrimbrook_Frame2, "Time Range:", 165, 720, 1035,
      240},
     {IDC_frmTrimbrook_Text5, Kind::kTextBox, IDC_frmTrimbrook_Frame2, "", 1260, 690, 5640,
@@ -58,7 +70,7 @@ constexpr auto kFileRows = std::to_array<Row>({
 
 constexpr auto kRangeRows = std::to_array<Row>({
     {IDC_frmTrimbrook_Frame3, Kind::kFrame, 0, "Target File Setup", 120, 2970, kFrameWidth,
-     kCompact.frame3},
+     kFrame3Height},
     {IDC_frmTrimbrook_Label12, Kind::kLabel, IDC_frmTrimbrook_Frame3, "Start Time:", 165, 345, 975,
      240},
     {IDC_frmTrimbrook_Slider1, Kind::kSlider, IDC_frmTrimbrook_Frame3, "", 1170, 270, 9450, 420,
@@ -124,17 +136,16 @@ constexpr auto kCameraRows = CameraRows();
 
 constexpr auto kCameraFrame = std::to_array<Row>({
     {IDC_frmTrimbrook_Frame7, Kind::kFrame, IDC_frmTrimbrook_Frame3, "Camera Setup",
-     kSixteenCameras.frame7Left, 1230, kSixteenCameras.frame7Width, 1275},
+     kCameraFrameLeft, 1230, kCameraFrameWidth, 1275},
 });
 constexpr auto kCameraButtons = std::to_array<Row>({
-    {IDC_frmTrimbrook_cmdSet, Kind::kPictureButton, IDC_frmTrimbrook_Frame7, "",
-     kSixteenCameras.pictureButtonsLeft, 300, 300, 345, kPlain, "Tick all cameras",
-     "Tick All Cameras", IDI_TICK_ALL},
+    {IDC_frmTrimbrook_cmdSet, Kind::kPictureButton, IDC_frmTrimbrook_Frame7, "", kCameraButtonsLeft,
+     300, 300, 345, kPlain, "Tick all cameras", "Tick All Cameras (Ctrl+A)", IDI_TICK_ALL},
     {IDC_frmTrimbrook_cmdClear, Kind::kPictureButton, IDC_frmTrimbrook_Frame7, "",
-     kSixteenCameras.pictureButtonsLeft, 750, 300, 345, kPlain, "Clear all cameras",
-     "Clear All Cameras", IDI_CLEAR_ALL},
+     kCameraButtonsLeft, 750, 300, 345, kPlain, "Clear all cameras",
+     "Clear All Cameras (Ctrl+Shift+A)", IDI_CLEAR_ALL},
     {IDC_frmTrimbrook_Command8, Kind::kButton, IDC_frmTrimbrook_Frame7, "Check Availability",
-     kSixteenCameras.command8Left, 300, 1545, 795},
+     kCheckButtonLeft, 300, 1545, 795, kPlain, nullptr, "Find the Cameras of the Time Range (F5)"},
 });
 
 constexpr auto kCustomRangeRows = std::to_array<Row>({
@@ -218,12 +229,12 @@ constexpr auto kCustomButtons = std::to_array<Row>({
 });
 
 constexpr auto kButtonRows = std::to_array<Row>({
-    {IDC_frmTrimbrook_Command3, Kind::kButton, 0, "Save File", kWithoutCd.command3Left,
-     kCompact.buttonsTop, 1680, kButtonHeight},
-    {IDC_frmTrimbrook_Command7, Kind::kButton, 0, "Save To CD", 4657, kCompact.buttonsTop, 1680,
+    {IDC_frmTrimbrook_Command3, Kind::kButton, 0, "Save File", kSaveButtonLeft, kButtonsTop, 1680,
+     kButtonHeight},
+    {IDC_frmTrimbrook_Command7, Kind::kButton, 0, "Save To CD", 4657, kButtonsTop, 1680,
      kButtonHeight, kHidden},
-    {IDC_frmTrimbrook_Command4, Kind::kButton, 0, "Exit", kWithoutCd.command4Left,
-     kCompact.buttonsTop, 1680, kButtonHeight},
+    {IDC_frmTrimbrook_Command4, Kind::kButton, 0, "Exit", kExitButtonLeft, kButtonsTop, 1680,
+     kButtonHeight},
 });
 
 template <std::size_t... N>
@@ -237,7 +248,57 @@ constexpr auto kRows =
     Joined(kFileRows, kRangeRows, kCameraFrame, kCameraRows, kCameraButtons, kCustomRangeRows,
            kCustomStartRows, kCustomEndRows, kCustomButtons, kButtonRows);
 
+constexpr auto CustomRange(bool shown, int frame3Height, int buttonsTop) {
+  return std::to_array<Rearrangement>({
+      {IDC_frmTrimbrook_Frame3, {.height = frame3Height}},
+      {IDC_frmTrimbrook_Frame4, {}, shown},
+      {IDC_frmTrimbrook_Command3, {.top = buttonsTop}},
+      {IDC_frmTrimbrook_Command4, {.top = buttonsTop}},
+      {IDC_frmTrimbrook_Command7, {.top = buttonsTop}},
+  });
+}
+constexpr auto kCompactRows = CustomRange(false, kFrame3Height, kButtonsTop);
+constexpr auto kExpandedRows = CustomRange(true, 7095, 10200);
+
+constexpr std::size_t kCameraSetupRows = 4;
+
+constexpr auto CameraSetup(bool many, int frameLeft, int frameWidth, int pictureButtonsLeft,
+                           int checkButtonLeft) {
+  std::array<Rearrangement, kCameraSetupRows + kCameras> rows = {{
+      {IDC_frmTrimbrook_Frame7, {.left = frameLeft, .width = frameWidth}},
+      {IDC_frmTrimbrook_cmdSet, {.left = pictureButtonsLeft}},
+      {IDC_frmTrimbrook_cmdClear, {.left = pictureButtonsLeft}},
+      {IDC_frmTrimbrook_Command8, {.left = checkButtonLeft}},
+  }};
+  auto row = rows.begin() + kCameraSetupRows;
+  for (int i = kCameras / 2; i < kCameras; ++i) {
+    *row++ = {IDC_frmTrimbrook_Check1 + i, {}, many};
+    *row++ = {IDC_frmTrimbrook_Label5 + 1 + i, {}, many};
+  }
+  return rows;
+}
+constexpr auto kSixteenRows =
+    CameraSetup(false, kCameraFrameLeft, kCameraFrameWidth, kCameraButtonsLeft, kCheckButtonLeft);
+constexpr auto kThirtyTwoRows = CameraSetup(true, 390, 9975, 7980, 8340);
+
+constexpr auto BottomButtons(bool withCd, int saveLeft, int exitLeft) {
+  return std::to_array<Rearrangement>({
+      {IDC_frmTrimbrook_Command3, {.left = saveLeft}},
+      {IDC_frmTrimbrook_Command7, {}, withCd},
+      {IDC_frmTrimbrook_Command4, {.left = exitLeft}},
+  });
+}
+constexpr auto kWithoutCdRows = BottomButtons(false, kSaveButtonLeft, kExitButtonLeft);
+constexpr auto kWithCdRows = BottomButtons(true, 2200, 7115);
+
 }  // namespace
+
+const std::span<const Rearrangement> kCompact = kCompactRows;
+const std::span<const Rearrangement> kExpanded = kExpandedRows;
+const std::span<const Rearrangement> kSixteenCameras = kSixteenRows;
+const std::span<const Rearrangement> kThirtyTwoCameras = kThirtyTwoRows;
+const std::span<const Rearrangement> kWithoutCd = kWithoutCdRows;
+const std::span<const Rearrangement> kWithCd = kWithCdRows;
 
 const Form kFrmTrimbrook = {"frmTrimbrook", TRIMBROOK_NAME_AND_VERSION, 10995, 6870, kRows, true,
                             IDI_TRIMBROOK};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 /// Windows as data: what stands where in a form. Portable, so that native tests can check a table
@@ -68,6 +69,34 @@ struct Row {
   int interval = 0;            ///< Milliseconds of a timer.
   const Font* font = nullptr;  ///< Null for the form's font.
 };
+
+/// Another place of a control, and whether it shows. What is not given stays as it is.
+struct Rearrangement {
+  static constexpr int kAsItIs = -1;
+
+  int id;
+  struct Place {
+    int left = kAsItIs;  ///< Twips.
+    int top = kAsItIs;
+    int width = kAsItIs;
+    int height = kAsItIs;
+  } place;
+  std::optional<bool> visible = {};
+};
+
+/// Rearranges the controls of a form: `form.ControlById(id)` takes the new place of each.
+template <typename Form>
+void Apply(std::span<const Rearrangement> rearrangements, Form& form) {
+  constexpr int kAsItIs = Rearrangement::kAsItIs;
+  for (const auto& [id, place, visible] : rearrangements) {
+    auto& control = form.ControlById(id);
+    if (place.left != kAsItIs) control.SetLeft(place.left);
+    if (place.top != kAsItIs) control.SetTop(place.top);
+    if (place.width != kAsItIs) control.SetWidth(place.width);
+    if (place.height != kAsItIs) control.SetHeight(place.height);
+    if (visible) control.SetVisible(*visible);
+  }
+}
 
 /// A form: its window class (which is its name), its caption and its controls.
 struct Form {

@@ -38,7 +38,7 @@ frmSaveFile::frmSaveFile(platform::Platform& system, MainWindowView& mainWindow)
 void frmSaveFile::OnLoad() {
   if (blnStartSave) Timer1.SetEnabled(true);
   Animation1.SetVisible(true);
-  if (Animation1.Open(system_.programFolder + "\\FILECOPY.avi")) Animation1.Play();
+  if (Animation1.Open(system_.Beside("FILECOPY.avi"))) Animation1.Play();
   cmdOpen.SetEnabled(false);
   cmdOpenFolder.SetEnabled(false);
   ProgressBar1.SetVisible(true);

@@ -137,8 +137,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   Run run(data);
   mdlFileProcessing::bytBlockStatus = 0;
   mdlFileProcessing::bln20D = run.recording.Is20D();
-  const bool valid =
-      mdlFileProcessing::ScanSourceFile(run.world.disk, run.world.dates, kSource) == 1;
+  const bool valid = mdlFileProcessing::ScanSourceFile(run.world.disk, run.world.dates, kSource) ==
+                     mdlFileProcessing::ReadEnd::kDone;
   if (run.recording.IsSound() && run.IsUndisturbed())
     Demand(valid && mdlFileProcessing::lngBlockCount == run.recording.Blocks(),
            "the scan is right");

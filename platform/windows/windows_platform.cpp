@@ -21,7 +21,8 @@ WindowsPlatform::WindowsPlatform()
   const std::string path = ProgramPath();
   const std::size_t slash = path.rfind('\\');
   const std::string file = path.substr(slash + 1);
-  bundle_.programFolder = path.substr(0, slash);
+  const bool isRoot = slash > 0 && path[slash - 1] == ':';
+  bundle_.programFolder = path.substr(0, slash + (isRoot ? 1 : 0));
   bundle_.programName = file.substr(0, file.rfind('.'));
 }
 

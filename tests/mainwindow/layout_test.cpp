@@ -18,29 +18,31 @@ namespace {
 using layout::Kind;
 using layout::Row;
 
+/// A row as the program rearranges its control.
+struct Control : Row {
+  void SetLeft(int twips) { left = twips; }
+  void SetTop(int twips) { top = twips; }
+  void SetWidth(int twips) { width = twips; }
+  void SetHeight(int twips) { height = twips; }
+  void SetVisible(bool visible) {
+    styles = visible ? styles & ~layout::kHidden : styles | layout::kHidden;
+  }
+};
+
 /// A form in one of its states: the rows as they stand then.
 struct State {
   std::string name;
   int clientWidth;
   int clientHeight;
-  std::vector<Row> rows;
+  std::vector<Control> rows;
 
   State(std::string stateName, const layout::Form& form)
-      : name(std::move(stateName)),
-        clientWidth(form.clientWidth),
-        clientHeight(form.clientHeight),
-        rows(form.rows.begin(), form.rows.end()) {}
-  Row& RowOf(int id) { return *std::ranges::find(rows, id, &Row::id); }
-  void Show(bool shown, std::initializer_list<int> ids) {
-    for (const int id : ids)
-      RowOf(id).styles =
-          shown ? RowOf(id).styles & ~layout::kHidden : RowOf(id).styles | layout::kHidden;
+      : name(std::move(stateName)), clientWidth(form.clientWidth), clientHeight(form.clientHeight) {
+    for (const Row& row : form.rows) rows.push_back({row});
   }
-  /// The same form with all its controls, those that are hidden at first too.
-  State WithAll() const {
-    State all = *this;
-    for (Row& row : all.rows) row.styles &= ~layout::kHidden;
-    return all;
+  Control& ControlById(int id) { return *std::ranges::find(rows, id, &Row::id); }
+  void Show(bool shown, std::initializer_list<int> ids) {
+    for (const int id : ids) ControlById(id).SetVisible(shown);
   }
 };
 
@@ -48,27 +50,18 @@ void PrintTo(const State& state, std::ostream* out) {
   *out << state.name;
 }
 
+State Progress() {
+  State state("progress", layout::kFrmSaveFile);
+  for (Control& control : state.rows) control.SetVisible(true);
+  return state;
+}
+
 State MainWindow(const char* name, bool expanded, bool manyCameras, bool withCd = false) {
-  const auto& height = expanded ? layout::kExpanded : layout::kCompact;
-  const auto& cameras = manyCameras ? layout::kThirtyTwoCameras : layout::kSixteenCameras;
-  const auto& buttons = withCd ? layout::kWithCd : layout::kWithoutCd;
-  State state = State(name, layout::kFrmTrimbrook).WithAll();
-  state.clientHeight += height.window - layout::kCompact.window;
-  state.Show(expanded, {IDC_frmTrimbrook_Frame4});
-  state.Show(withCd, {IDC_frmTrimbrook_Command7});
-  for (int i = 16; i < 32; ++i)
-    state.Show(manyCameras, {IDC_frmTrimbrook_Check1 + i, IDC_frmTrimbrook_Label5 + 1 + i});
-  state.RowOf(IDC_frmTrimbrook_Frame3).height = height.frame3;
-  state.RowOf(IDC_frmTrimbrook_Frame7).left = cameras.frame7Left;
-  state.RowOf(IDC_frmTrimbrook_Frame7).width = cameras.frame7Width;
-  state.RowOf(IDC_frmTrimbrook_cmdSet).left = cameras.pictureButtonsLeft;
-  state.RowOf(IDC_frmTrimbrook_cmdClear).left = cameras.pictureButtonsLeft;
-  state.RowOf(IDC_frmTrimbrook_Command8).left = cameras.command8Left;
-  state.RowOf(IDC_frmTrimbrook_Command3).left = buttons.command3Left;
-  state.RowOf(IDC_frmTrimbrook_Command4).left = buttons.command4Left;
-  for (const int id :
-       {IDC_frmTrimbrook_Command3, IDC_frmTrimbrook_Command4, IDC_frmTrimbrook_Command7})
-    state.RowOf(id).top = height.buttonsTop;
+  State state(name, layout::kFrmTrimbrook);
+  if (expanded) state.clientHeight += layout::kExpandedHeight - layout::kCompactHeight;
+  layout::Apply(expanded ? layout::kExpanded : layout::kCompact, state);
+  layout::Apply(manyCameras ? layout::kThirtyTwoCameras : layout::kSixteenCameras, state);
+  layout::Apply(withCd ? layout::kWithCd : layout::kWithoutCd, state);
   return state;
 }
 
@@ -76,7 +69,7 @@ State MainWindow(const char* name, bool expanded, bool manyCameras, bool withCd 
 State WizardPage(const char* name, Page page, bool dragToDisc = false) {
   State state(name, layout::kFrmSaveToCD);
   const PageLook look = LookOf(page, dragToDisc);
-  Row& instructions = state.RowOf(IDC_frmSaveToCD_Label1);
+  Row& instructions = state.ControlById(IDC_frmSaveToCD_Label1);
   instructions.top = look.instructionsTop;
   instructions.height = look.instructionsHeight;
   state.Show(look.instructionsHeight > 0, {IDC_frmSaveToCD_Label1});
@@ -161,8 +154,7 @@ INSTANTIATE_TEST_SUITE_P(
     Forms, Layout,
     testing::Values(MainWindow("compact16", false, false), MainWindow("compact32", false, true),
                     MainWindow("expanded16", true, false), MainWindow("expanded32", true, true),
-                    MainWindow("withCd", false, false, true),
-                    State("progress", layout::kFrmSaveFile).WithAll(),
+                    MainWindow("withCd", false, false, true), Progress(),
                     WizardPage("welcome", Page::kWelcome), WizardPage("drive", Page::kDrive),
                     WizardPage("driveDragToDisc", Page::kDrive, true),
                     WizardPage("fileName", Page::kFileName), WizardPage("copying", Page::kCopying),

@@ -60,7 +60,8 @@ struct Job {
 bool Scan(PosixDisk& disk, FakeDates& dates, const Job& job) {
   const double begin = SecondsNow();
   mdlFileProcessing::bln20D = tools::IsNameOf20D(job.source);
-  const bool valid = mdlFileProcessing::ScanSourceFile(disk, dates, job.source) == 1;
+  const bool valid = mdlFileProcessing::ScanSourceFile(disk, dates, job.source) ==
+                     mdlFileProcessing::ReadEnd::kDone;
   std::printf("blocks %d\n", mdlFileProcessing::lngBlockCount);
   Report("scan", begin);
   return valid;

@@ -35,6 +35,17 @@ class Save : public testing::Test {
     EXPECT_TRUE(save.Control(IDC_frmSaveFile_cmdOpen).IsEnabled());
     EXPECT_TRUE(save.Control(IDC_frmSaveFile_cmdOpenFolder).IsEnabled());
   }
+  /// Has the shell open files of a kind with a program that writes their paths down.
+  void Associate(const std::string& ending) {
+    const std::string command = "\"" + InWork("log_argument.exe") + "\" \"" + log_ + "\" \"%1\"";
+    DeleteFileA(log_.c_str());
+    RegSetValueA(HKEY_LOCAL_MACHINE, ("Software\\Classes\\" + ending).c_str(), REG_SZ, "Logged", 0);
+    RegSetValueA(HKEY_LOCAL_MACHINE, "Software\\Classes\\Logged\\shell\\open\\command", REG_SZ,
+                 command.c_str(), 0);
+  }
+  std::string Opened() const { return FileExists(log_) ? Read(log_) : ""; }
+
+  const std::string log_ = InWork("opened.txt");
   Trimbrook program_;
 };
 
@@ -95,39 +106,55 @@ TEST_F(Save, OnlyTheChosenCamerasAreKept) {
 
 TEST_F(Save, CamerasBeyond16AreAskedAbout) {
   Prepare("cameras32.60D", InWork("seventeen.60D"));
-  program_.ChooseCameras({1, 17});
-  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3, IDNO),
-            Refusal("Cameras 17 to 32 cannot be kept when only some cameras are selected. Do you "
-                    "want to continue?"));
-  EXPECT_FALSE(program_.FindShown("frmSaveFile"));
+  const std::string cannot = "Cameras 17 to 32 cannot be kept when only some cameras are selected.";
+  for (const bool toCd : {false, true}) {
+    const auto press = [&] {
+      toCd ? program_.PressSaveToCd() : program_.At(IDC_frmTrimbrook_Command3).ClickAndGoOn();
+    };
+    program_.ChooseCameras({17, 32});
+    press();
+    EXPECT_EQ(program_.AnswerMessage(), Refusal(cannot));
+    program_.ChooseCameras({1, 17});
+    press();
+    const Window box = program_.AwaitShown("#32770");
+    AwaitFocus(box, box.Control(IDNO));
+    EXPECT_EQ(program_.AnswerMessage(IDNO), Refusal(cannot + " Do you want to continue?"));
+    program_.Settle();
+    EXPECT_FALSE(program_.FindShown("frmSaveFile") || program_.FindShown("frmSaveToCD"));
+  }
   EXPECT_FALSE(FileExists(InWork("seventeen.60D")));
 }
 
 TEST_F(Save, OpenAndOpenFolderHandTheFileToItsProgram) {
-  const std::string log = InWork("opened.txt");
   const std::string target = InWork("to open.60D");
-  const std::string command = "\"" + InWork("log_argument.exe") + "\" \"" + log + "\" \"%1\"";
-  RegSetValueA(HKEY_LOCAL_MACHINE, "Software\\Classes\\.60D", REG_SZ, "Recording", 0);
-  RegSetValueA(HKEY_LOCAL_MACHINE, "Software\\Classes\\Recording\\shell\\open\\command", REG_SZ,
-               command.c_str(), 0);
-  const auto opened = [&] { return FileExists(log) ? Read(log) : ""; };
+  Associate(".60D");
 
   MakeFile(InWork("another.60D"), 1);
   Prepare("day.60D", target);
   program_.Save().Control(IDC_frmSaveFile_cmdOpen).ClickAndGoOn();
   program_.AwaitGone("frmSaveFile");
-  Await("the opened file", [&] { return opened() == target + "\r\n"; });
+  Await("the opened file", [&] { return Opened() == target + "\r\n"; });
 
   program_.Save().Control(IDC_frmSaveFile_cmdOpenFolder).ClickAndGoOn();
   FileDialog dialog = program_.AwaitFileDialog("Trimbrook");
   EXPECT_EQ(dialog.Folder(), "work");
   dialog.Accept("another.60D");
   program_.AwaitGone("frmSaveFile");
-  Await("the chosen file", [&] { return opened() == target + "\r\n" + InWork("another.60D\r\n"); });
+  Await("the chosen file", [&] { return Opened() == target + "\r\n" + InWork("another.60D\r\n"); });
 
   program_.Save().Control(IDC_frmSaveFile_cmdOpenFolder).ClickAndGoOn();
   program_.AwaitFileDialog("Trimbrook").Cancel();
   program_.AwaitGone("frmSaveFile");
+}
+
+TEST_F(Save, TheGuideIsOpenedByF1) {
+  const std::string guide = std::string(kProgramFolder) + "user-guide.html";
+  Associate(".html");
+  DeleteFileA(guide.c_str());
+  PressUntil("message", program_.main(), {VK_F1}, [&] { return program_.ShowsDialog(); });
+  EXPECT_EQ(program_.AnswerMessage(), Refusal("The user guide cannot be opened: " + guide));
+  MakeFile(guide, 1);
+  PressUntil("guide", program_.main(), {VK_F1}, [&] { return Opened() == guide + "\r\n"; });
 }
 
 TEST_F(Save, NamesMayHaveAnyLetters) {
@@ -151,9 +178,28 @@ TEST_F(Save, KeysAloneOpenSaveAndLeave) {
              [&] { return program_.ShowsDialog(); });
   program_.AwaitFileDialog("Select Source File").Accept(Recording("day.60D"));
   Await("source", [&] { return !program_.Text(IDC_frmTrimbrook_Text1).empty(); });
-  program_.ChooseTarget(InWork("keys.60D"));
+  const auto focus = [&](int control) {
+    const HWND window = program_.At(control).handle();
+    program_.main().Ask(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window), TRUE);
+  };
+  const auto ticks = [&] { return program_.At(IDC_frmTrimbrook_Check1, 31).IsTicked(); };
+  focus(IDC_frmTrimbrook_Command1);
+  PressUntil("no camera", program_.main(), {VK_CONTROL, VK_SHIFT, 'A'}, [&] { return !ticks(); });
+  // In a text the key is the text's.
+  focus(IDC_frmTrimbrook_Text1);
+  program_.At(IDC_frmTrimbrook_Text1).Ask(EM_SETSEL, 0, 0);
+  PressUntil("selection", program_.main(), {VK_CONTROL, 'A'},
+             [&] { return HIWORD(program_.At(IDC_frmTrimbrook_Text1).Ask(EM_GETSEL)) > 0; });
+  EXPECT_FALSE(ticks());
+  focus(IDC_frmTrimbrook_Command1);
+  PressUntil("all cameras", program_.main(), {VK_CONTROL, 'A'}, ticks);
+
+  const auto asks = [&] { return program_.ShowsDialog(); };
+  PressUntil("target dialog", program_.main(), {VK_CONTROL, 'T'}, asks);
+  program_.AwaitFileDialog("Save New File").Cancel();
   const auto isShown = [&] { return program_.FindShown("frmSaveFile").has_value(); };
-  PressUntil("save window", program_.main(), {VK_CONTROL, 'S'}, isShown);
+  PressUntil("target dialog", program_.main(), {VK_CONTROL, 'S'}, asks);
+  program_.AwaitFileDialog("Save New File").Accept(InWork("keys.60D"));
   const Window save = program_.AwaitShown("frmSaveFile");
   program_.AwaitDone(save);
   AwaitFocus(save, save.Control(IDC_frmSaveFile_cmdOpen));

@@ -2,6 +2,7 @@
 
 #include <numeric>
 
+#include "driver/await.h"
 #include "driver/files.h"
 #include "driver/recording.h"
 #include "driver/trimbrook.h"
@@ -60,15 +61,95 @@ TEST(Source, ShowsItsRangeAndSize) {
   EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 3));
 }
 
-TEST(Source, DialogOffersBothKindsInTheProgramsFolder) {
+TEST(Source, DialogOffersBothKindsInTheProgramsFolderTheOneUsedLastFirst) {
   const Trimbrook program;
-  program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
-  const FileDialog dialog = program.AwaitFileDialog("Select Source File");
-  EXPECT_THAT(dialog.Filters(),
-              ElementsAre("JPEG2000 Image Sequences (*.20D)", "Wavelet Image Sequences (*.60D)"));
-  EXPECT_EQ(dialog.Folder(), "Trimbrook");
-  EXPECT_EQ(dialog.Name(), "");
-  dialog.Cancel();
+  for (const char* kind : {"JPEG2000 Image Sequences (*.20D)", "Wavelet Image Sequences (*.60D)"}) {
+    program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
+    const FileDialog dialog = program.AwaitFileDialog("Select Source File");
+    EXPECT_THAT(dialog.Filters(),
+                ElementsAre("JPEG2000 Image Sequences (*.20D)", "Wavelet Image Sequences (*.60D)"));
+    EXPECT_EQ(dialog.Filter(), kind);
+    EXPECT_EQ(dialog.Folder(), "Trimbrook");
+    EXPECT_EQ(dialog.Name(), "");
+    dialog.Cancel();
+    dialog.AwaitGone();
+    program.OpenSource(Recording("day.60D"));
+  }
+}
+
+// The first of several is taken, and an open one makes way.
+TEST(Source, OpensWhatIsHandedToIt) {
+  const std::string wide = InWork("\xD0\x97\xD0\xB0 \xE9\x8C\xB2.60D");
+  CopyTo(Recording("day.60D"), wide);
+  const Trimbrook program(" \"" + wide + "\" D:\\pictures.20d");
+  const auto awaitSource = [&](const std::string& path) {
+    Await("source " + path, [&] { return program.Text(IDC_frmTrimbrook_Text1) == path; });
+  };
+  awaitSource(wide);
+  program.Drop({Recording("cameras32.60D"), wide});
+  awaitSource(Recording("cameras32.60D"));
+  program.Drop({InWork("log_argument.exe")});
+  EXPECT_EQ(program.AnswerMessage(), Refusal(kInvalidSource));
+  awaitSource("");
+}
+
+/// A long recording of zeros with camera 1 in its first block, and what a program does that reads
+/// it.
+class LongSource : public testing::Test {
+ protected:
+  LongSource() {
+    constexpr std::uint64_t kBlocks = 200'000;
+    MakeFile(path_, kBlocks * kBlock);
+    Patch(path_, 0x1FFC00 + 19, "\x01");
+  }
+  ~LongSource() override { Resize(path_, 0); }
+
+  bool Reads() {
+    return program_.Text(IDC_frmTrimbrook_Text2).starts_with("Reading ... ") &&
+           !program_.At(IDC_frmTrimbrook_Command1).IsEnabled();
+  }
+  void StopReading() {
+    Await("percentage", [&] { return Reads(); });
+    program_.At(IDC_frmTrimbrook_Text2).PressAndGoOn(VK_ESCAPE);
+    Await("end of the reading", [&] { return !Reads(); });
+  }
+
+  const std::string path_ = InWork("long of zeros.60D");
+  Trimbrook program_;
+};
+
+TEST_F(LongSource, CanBeStoppedAndThenThereIsNone) {
+  program_.AnswerSourceDialog(path_);
+  Await("percentage", [&] { return Reads(); });
+  // By other programs, too, nothing can be used meanwhile.
+  program_.At(IDC_frmTrimbrook_Command4).Ask(BM_CLICK);
+  StopReading();
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text1), "");
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text2), "");
+  EXPECT_FALSE(program_.ShowsDialog());
+  EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Command1).IsEnabled());
+
+  program_.AnswerSourceDialog(path_);
+  Await("percentage", [&] { return Reads(); });
+  program_.main().Close();
+  EXPECT_EQ(program_.AwaitEnd(), 0u);
+}
+
+TEST_F(LongSource, KeepsItsCamerasWhenTheirCheckIsStoppedOrFails) {
+  program_.OpenSource(path_);
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1));
+  const std::string range = program_.Text(IDC_frmTrimbrook_Text2);
+  program_.At(IDC_frmTrimbrook_Slider1).Press(VK_RIGHT);
+  program_.At(IDC_frmTrimbrook_Command8).ClickAndGoOn();
+  StopReading();
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text2), range);
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1));
+
+  MoveFileA(path_.c_str(), (path_ + " moved").c_str());
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command8),
+            Refusal("Error reading file ..."));
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1));
+  MoveFileA((path_ + " moved").c_str(), path_.c_str());
 }
 
 TEST(Source, RefusesWhatIsNoRecording) {

@@ -2,6 +2,7 @@
 
 #include "driver/await.h"
 #include "driver/files.h"
+#include "driver/input.h"
 #include "driver/trimbrook.h"
 
 namespace driver {
@@ -88,8 +89,12 @@ TEST_F(Target, TheSpaceCheckFollowsTheRange) {
   EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), "4");
   EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoSpace));
   program_.ChooseBlocks(2, 3);
+  Append("F:\\filling.bin", std::string(1 << 20, 'x'));
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoSpace));
+  DeleteFileA("F:\\filling.bin");
   program_.Save();
   program_.LeaveSave();
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), "0");
   EXPECT_TRUE(HoldsBlocks("F:\\too large.60D", Recording("day.60D"), 2, 3));
 }
 
@@ -102,8 +107,9 @@ TEST_F(Target, AvailabilityIsThatOfTheRange) {
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
   program_.ChooseBlocks(1, 2);
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
-  program_.At(IDC_frmTrimbrook_Command8).Click();
-  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2));
+  PressUntil("availability", program_.main(), {VK_F5}, [&] {
+    return program_.EnabledCameras() == std::vector{1, 2};
+  });
   EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Check1, 2).IsTicked());
 }
 
@@ -118,6 +124,15 @@ TEST_F(Target, SaveLooksForCamerasWhereNobodyHasLooked) {
   program_.At(IDC_frmTrimbrook_Command8).Click();
   program_.ChooseCameras({});
   program_.ChooseBlocks(1, 3);
+  program_.PressSaveToCd();
+  const Window wizard = program_.AwaitShown("frmSaveToCD");
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
+  wizard.Close();
+  program_.AwaitGone("frmSaveToCD");
+
+  program_.At(IDC_frmTrimbrook_Slider2).Press(VK_LEFT);
+  program_.At(IDC_frmTrimbrook_Command8).Click();
+  program_.At(IDC_frmTrimbrook_Slider2).Press(VK_RIGHT);
   program_.Save();  // Camera 3 has kept its tick and is there again.
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
   program_.LeaveSave();
