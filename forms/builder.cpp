@@ -117,9 +117,8 @@ void Form::CreateWindows() {
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   KeepDpiChangesToOurselves(window_);
   SetCaption(table.caption);
-  dpi_ = GetDpiForWindow(window_);
-  state_->fonts.SetDpi(dpi_);
   state_->toolTips.Create(window_);
+  TakeDpi(GetDpiForWindow(window_));
   CreateControls();
   FitWindow();
   PlaceControls();

@@ -12,6 +12,13 @@ DWORD Button::WindowStyle() const {
   return HasStyle(layout::kDefault) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
 }
 
+void Button::ShowAsDefault(bool on) {
+  const auto style = static_cast<DWORD>(GetWindowLongPtrW(window(), GWL_STYLE));
+  const DWORD type = on ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+  if ((style & BS_TYPEMASK) == type) return;
+  Send(BM_SETSTYLE, LOWORD((style & ~static_cast<DWORD>(BS_TYPEMASK)) | type), TRUE);
+}
+
 void Button::OnCommand(WORD code) {
   if (code == BN_CLICKED) Raise(Event::kClick);
 }
@@ -53,13 +60,20 @@ void CheckBox::OnCommand(WORD code) {
 
 // Windows marks the focus around the caption, so that without one nothing would show it.
 LRESULT CheckBox::OnNotify(const NMHDR& header) {
-  if (header.code != NM_CUSTOMDRAW || !Caption().empty()) return CDRF_DODEFAULT;
+  if (header.code != NM_CUSTOMDRAW || !caption().empty()) return CDRF_DODEFAULT;
   const auto& draw = reinterpret_cast<const NMCUSTOMDRAW&>(header);
   if (draw.dwDrawStage != CDDS_POSTPAINT) return CDRF_NOTIFYPOSTPAINT;
   RECT client = {};
   GetClientRect(window(), &client);
   if (HasFocus()) DrawFocusRect(draw.hdc, &client);
   return CDRF_DODEFAULT;
+}
+
+std::optional<LRESULT> CheckBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (!HasStyle(layout::kArrows)) return {};
+  if (message == WM_GETDLGCODE)
+    return DefSubclassProc(window(), message, wParam, lParam) | DLGC_WANTARROWS;
+  return message == WM_KEYDOWN && FollowArrow(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
 }
 
 bool OptionButton::Value() const {

@@ -15,6 +15,7 @@ class Button : public Control {
  protected:
   const wchar_t* WindowClass() const override { return WC_BUTTONW; }
   DWORD WindowStyle() const override;
+  void ShowAsDefault(bool on) override;
   void OnCommand(WORD code) override;
 };
 
@@ -32,8 +33,8 @@ class PictureButton : public Button {
   HICON icon_ = nullptr;
 };
 
-/// A box that is ticked or not. Event: kClick, also when the program ticks it otherwise than it
-/// was.
+/// A box that is ticked or not. With kArrows, the arrow keys move among the boxes of its frame.
+/// Event: kClick, for the user's clicks only.
 class CheckBox : public Control {
  public:
   using Control::Control;
@@ -47,6 +48,7 @@ class CheckBox : public Control {
   void Created() override;
   void OnCommand(WORD code) override;
   LRESULT OnNotify(const NMHDR& header) override;
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
   bool value_ = false;

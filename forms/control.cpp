@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "forms/accessible_name.h"
+#include "forms/accessible_texts.h"
 #include "forms/form_state.h"
 #include "forms/text.h"
 #include "platform/runtime_error.h"
@@ -40,8 +40,7 @@ Control::Control(Form& form, int id)
       width_(row_->width),
       height_(row_->height),
       visible_(!HasStyle(layout::kHidden)),
-      enabled_(!HasStyle(layout::kDisabled)),
-      tabStop_(!HasStyle(layout::kNoTabStop)) {
+      enabled_(!HasStyle(layout::kDisabled)) {
   form_.state_->byId[id] = this;
 }
 
@@ -61,13 +60,6 @@ void Control::SetEnabled(bool enabled) {
   if (!enabled) LeaveFocus();
   enabled_ = enabled;
   Refresh();
-}
-
-void Control::SetTabStop(bool tabStop) {
-  tabStop_ = tabStop;
-  if (!window_) return;
-  const LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE);
-  SetWindowLongPtrW(window_, GWL_STYLE, tabStop ? style | WS_TABSTOP : style & ~WS_TABSTOP);
 }
 
 void Control::SetLeft(int twips) {
@@ -123,7 +115,7 @@ bool Control::IsShown() const {
 
 bool Control::IsUsable() const {
   if (!enabled_ || !visible_) return false;
-  return !container_ || container_->IsUsable();
+  return (!container_ || container_->IsUsable()) && (!box_ || box_->IsUsable());
 }
 
 bool Control::Raise(Event event) {
@@ -145,15 +137,22 @@ std::string Control::WindowText() const {
   return Utf8(text);
 }
 
+void Control::Attach() {
+  if (row_->container) container_ = &form_.ControlById(row_->container);
+  if (row_->buddy && row_->kind == layout::Kind::kLabel) box_ = &form_.ControlById(row_->buddy);
+  for (Control* other : {container_, box_})
+    if (other) other->dependents_.push_back(this);
+}
+
 void Control::CreateIn(HWND parent) {
-  container_ = row_->container ? &form_.ControlById(row_->container) : nullptr;
+  Attach();
   if (!WindowClass()) return;
   // A button that shows an icon only still has a text: its name.
   const std::string text = caption_.empty() && row_->kind == layout::Kind::kPictureButton
                                ? OrEmpty(row_->name)
                                : caption_;
   DWORD style = WS_CHILD | WindowStyle();
-  if (tabStop_ && CanHaveFocus(row_->kind)) style |= WS_TABSTOP;
+  if (!HasStyle(layout::kNoTabStop) && CanHaveFocus(row_->kind)) style |= WS_TABSTOP;
   if (HasStyle(layout::kGroup)) style |= WS_GROUP;
   const RECT place = form_.PixelRect(*this);
   window_ = CreateWindowExW(ExtendedStyle(), WindowClass(), Wide(text).c_str(), style, place.left,
@@ -164,6 +163,7 @@ void Control::CreateIn(HWND parent) {
   SetWindowPos(window_, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   SetWindowSubclass(window_, SubclassProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
   if (row_->name) SetAccessibleName(window_, row_->name);
+  if (ArrowGroup* group = Group()) group->Add(window_);
   Created();
 }
 
@@ -182,9 +182,8 @@ void Control::PlaceWindow() {
 
 void Control::Place() {
   PlaceWindow();
-  if (!window_ || row_->kind != layout::Kind::kFrame) return;
-  for (Control* control : form_.state_->inOrder)
-    if (control->container_ == this) control->Place();
+  if (!window_ || dependents_.empty()) return;
+  for (Control* control : dependents_) control->Place();
   InvalidateRect(form_.window_, nullptr, TRUE);
 }
 
@@ -193,33 +192,47 @@ void Control::RefreshWindow() {
   // Windows keeps a hidden control's access key alive unless the control is disabled too.
   EnableWindow(window_, IsUsable());
   ShowWindow(window_, IsShown() ? SW_SHOWNA : SW_HIDE);
+  if (ArrowGroup* group = Group()) group->Refresh();
 }
 
 void Control::Refresh() {
   RefreshWindow();
-  if (row_->kind != layout::Kind::kFrame) return;
-  for (Control* control : form_.state_->inOrder)
-    if (control->container_ == this) control->Refresh();
+  for (Control* control : dependents_) control->Refresh();
 }
 
 // A window that is disabled or hidden keeps the focus, and then no key reaches the form.
 void Control::LeaveFocus() {
-  for (Control* control : form_.state_->inOrder)
-    if (control->container_ == this) control->LeaveFocus();
+  for (Control* control : dependents_) control->LeaveFocus();
   if (HasFocus()) SendMessageW(form_.window_, WM_NEXTDLGCTL, 0, FALSE);
+}
+
+void Control::GotFocus() {
+  form_.ScrollIntoView(*this);
+  form_.MarkDefaultButton(this);
+  if (ArrowGroup* group = Group()) group->SetStop(window_);
+}
+
+bool Control::FollowArrow(WPARAM key) {
+  const HWND next = Group()->Next(window_, key);
+  if (next) SendMessageW(form_.window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
+  return next != nullptr;
+}
+
+ArrowGroup* Control::Group() const {
+  return HasStyle(layout::kArrows) ? &form_.state_->groups[row_->container] : nullptr;
 }
 
 LRESULT CALLBACK Control::SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                             UINT_PTR, DWORD_PTR self) {
   Control& control = *reinterpret_cast<Control*>(self);
-  if (message == WM_DESTROY && control.row_->name) ForgetAccessibleName(window);
+  if (message == WM_DESTROY && control.row_->name) ForgetAccessibleTexts(window);
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(window, SubclassProcedure, 0);
     control.Destroying();
     control.window_ = nullptr;
     return DefSubclassProc(window, message, wParam, lParam);
   }
-  if (message == WM_SETFOCUS) control.form_.ScrollIntoView(control);
+  if (message == WM_SETFOCUS) control.GotFocus();
   const std::optional<LRESULT> result = control.OnMessage(message, wParam, lParam);
   return result ? *result : DefSubclassProc(window, message, wParam, lParam);
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "forms/win32.h"
 #include "resources/layout.h"
@@ -18,7 +19,6 @@ enum class Event {
   kMonthChange,  ///< The user turned a calendar to another month.
   kYearChange,   ///< The user turned a calendar to another year.
   kTimer,        ///< A timer's interval has passed.
-  kLostFocus,    ///< The focus left a text box.
   kEnter,        ///< Enter was pressed in a text box; without a handler it is the default button's.
 };
 
@@ -42,20 +42,12 @@ class Control {
   void SetVisible(bool visible);
   bool Enabled() const { return enabled_; }
   virtual void SetEnabled(bool enabled);
-  bool TabStop() const { return tabStop_; }
-  void SetTabStop(bool tabStop);
-  int Left() const { return left_; }
-  int Top() const { return top_; }
-  int Width() const { return width_; }
-  int Height() const { return height_; }
   void SetLeft(int twips);
   void SetTop(int twips);
   void SetWidth(int twips);
   void SetHeight(int twips);
-  virtual std::string Caption() const { return caption_; }
   virtual void SetCaption(const std::string& caption);
   /// The text that shows when the mouse rests on the control; empty for none.
-  const std::string& ToolTip() const { return toolTip_; }
   virtual void SetToolTip(const std::string& text);
   /// Gives the control the keyboard focus, when it is shown and enabled.
   void SetFocus();
@@ -76,10 +68,14 @@ class Control {
   virtual void LaidOut(UINT /*dpi*/) {}
   /// The window is about to go.
   virtual void Destroying() {}
+  /// The form's window has come on the screen.
+  virtual void FormShown() {}
   /// WM_COMMAND with this notification code.
   virtual void OnCommand(WORD /*code*/) {}
   /// WM_NOTIFY.
   virtual LRESULT OnNotify(const NMHDR& /*header*/) { return 0; }
+  /// WM_TIMER.
+  virtual void OnTimer() {}
   /// WM_HSCROLL or WM_VSCROLL with this scroll code.
   virtual void OnScroll(WORD /*code*/) {}
   /// A message of the control's own window, before the control itself sees it; its result, or none
@@ -87,6 +83,8 @@ class Control {
   virtual std::optional<LRESULT> OnMessage(UINT /*message*/, WPARAM, LPARAM) { return {}; }
   /// The height in pixels that the window is made with to look `pixels` high.
   virtual int WindowHeight(int pixels) const { return pixels; }
+  /// Of a push button: looks like the form's default button from now on, or no longer does.
+  virtual void ShowAsDefault(bool /*on*/) {}
 
   /// Whether the form has a handler of this event.
   bool HasHandler(Event event) const;
@@ -96,14 +94,19 @@ class Control {
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
   /// Lets the tool tip show where the mouse rests, or not, while another tip is up.
   void SetRestingToolTip(bool on);
+  /// Moves the focus where an arrow key leads among controls with kArrows; false for nowhere.
+  bool FollowArrow(WPARAM key);
   bool HasStyle(layout::Style style) const { return (row_->styles & style) != 0; }
   Form& form() const { return form_; }
+  const std::string& caption() const { return caption_; }
   /// The text in the window, or the caption while there is none.
   std::string WindowText() const;
 
  private:
   static LRESULT CALLBACK SubclassProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
   void CreateIn(HWND parent);
+  /// Notes on which other controls this one depends.
+  void Attach();
   /// Puts the window, and for a frame all that it holds, where the state has it.
   void Place();
   void PlaceWindow();
@@ -112,15 +115,19 @@ class Control {
   void RefreshWindow();
   bool IsUsable() const;
   void LeaveFocus();
+  void GotFocus();
+  class ArrowGroup* Group() const;
 
   Form& form_;
   const layout::Row* row_;
   Control* container_ = nullptr;
+  Control* box_ = nullptr;            ///< Whose label this is.
+  std::vector<Control*> dependents_;  ///< What stands in this frame, or is this box's label.
   HWND window_ = nullptr;
   std::string caption_;
   std::string toolTip_;
   int left_, top_, width_, height_;
-  bool visible_, enabled_, tabStop_;
+  bool visible_, enabled_;
 };
 
 }  // namespace forms

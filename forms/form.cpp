@@ -9,7 +9,6 @@
 #include "forms/form_state.h"
 #include "forms/input.h"
 #include "forms/text.h"
-#include "forms/timer.h"
 #include "platform/runtime_error.h"
 
 namespace forms {
@@ -43,8 +42,7 @@ void Form::Show() {
   ShowWindow(window_, SW_SHOW);
   FocusFirst();
   UpdateWindow(window_);
-  for (Control* control : state_->inOrder)
-    if (auto* timer = dynamic_cast<Timer*>(control)) timer->Arm();
+  for (Control* control : state_->inOrder) control->FormShown();
 }
 
 void Form::ShowModal(Form& owner) {

@@ -46,11 +46,9 @@ class Form {
   bool IsClosed() const { return !window_ || closing_; }
 
   HWND window() const { return window_; }
-  Form* owner() const { return owner_; }
   /// Dots per inch of the monitor that the window is on.
   UINT dpi() const { return dpi_; }
 
-  std::string Caption() const;
   void SetCaption(const std::string& caption);
   /// Place and size of the whole window with its frame, in twips.
   int Left() const;
@@ -72,8 +70,6 @@ class Form {
   bool Hourglass() const { return hourglass_; }
   /// Draws attention to the window's taskbar button while the program is in the background.
   void FlashTaskbar();
-  /// Brings the window to the front.
-  void BringToFront();
 
   /// A modal box of this window with an OK button.
   void ShowMessage(const std::string& text);
@@ -151,8 +147,9 @@ class Form {
   void OnTimerMessage(WPARAM id);
   void OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void OnDpiChanged(UINT dpi, const RECT& suggested);
-  /// Sizes, places and fonts from what the system has now.
-  void LayOutAnew();
+  /// Sizes, places and fonts for this DPI and from what the system has now.
+  void LayOutAnew(UINT dpi);
+  void TakeDpi(UINT dpi);
 
   void CreateWindows();
   void CreateControls();
@@ -160,6 +157,8 @@ class Form {
   void WindowGone();
   void RunUntilClosed();
   void FocusFirst();
+  void MarkDefaultButton(const Control* focused);
+  void AimWheel(MSG& message) const;
   void PressCancel();
   HWND VisibleWindow() const;
 

@@ -137,16 +137,21 @@ void Form::ScrollIntoView(const Control& control) {
            PositionToSee(place.top, place.bottom, state_->scrolled.y, client.bottom));
 }
 
-void Form::OnDpiChanged(UINT dpi, const RECT& suggested) {
+void Form::TakeDpi(UINT dpi) {
   dpi_ = dpi;
-  SetWindowPos(window_, nullptr, suggested.left, suggested.top, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  LayOutAnew();
+  state_->fonts.SetDpi(dpi);
+  state_->toolTips.SetDpi(dpi);
 }
 
-void Form::LayOutAnew() {
+void Form::OnDpiChanged(UINT dpi, const RECT& suggested) {
+  SetWindowPos(window_, nullptr, suggested.left, suggested.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  LayOutAnew(dpi);
+}
+
+void Form::LayOutAnew(UINT dpi) {
   state_->scrolled = {};
-  state_->fonts.SetDpi(dpi_);
+  TakeDpi(dpi);
   FitWindow();
   PlaceControls();
 }

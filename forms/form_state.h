@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "forms/arrow_group.h"
 #include "forms/fonts.h"
 #include "forms/form.h"
 #include "forms/tool_tips.h"
@@ -24,6 +25,8 @@ struct Form::State {
       nameless;  ///< Those that the window class has no member of.
   std::map<std::pair<const Control*, Event>, std::function<void()>> handlers;
   std::vector<Key> keys;
+  std::map<int, ArrowGroup> groups;  ///< By the frame that holds them.
+  int defaultButton = 0;             ///< Id of the button that Enter presses, 0 for none.
   Fonts fonts;
   ToolTips toolTips;
 

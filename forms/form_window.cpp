@@ -1,15 +1,17 @@
 // The window of a form: its messages, and how the keyboard reaches it.
+#include <windowsx.h>
+
 #include "forms/application.h"
 #include "forms/busy.h"
 #include "forms/buttons.h"
 #include "forms/form_state.h"
 #include "forms/text.h"
-#include "forms/timer.h"
 
 namespace forms {
 namespace {
 
 constexpr int kTwipsPerNotch = 900;  // What a notch of the mouse's wheel scrolls by.
+constexpr LRESULT kPushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
 
 }  // namespace
 
@@ -64,6 +66,14 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_ENDSESSION:
       if (wParam) Dispatch([this] { OnEndSession(); });
       return 0;
+    case WM_SYSCOMMAND:
+      // These windows have no menu that Alt or F10 alone could open, but their menu mode would hold
+      // up a save until the next key.
+      if ((wParam & 0xFFF0) == SC_KEYMENU && lParam == 0) return 0;
+      return {};
+    case DM_SETDEFID:
+      state_->defaultButton = static_cast<int>(wParam);
+      return {};
     case WM_SETCURSOR:
       if (!hourglass_) return {};
       SetCursor(LoadCursorW(nullptr, IDC_WAIT));
@@ -73,7 +83,7 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       return 0;
     case WM_SETTINGCHANGE:
       if (IsIconic(window_)) return {};
-      if (wParam == SPI_SETNONCLIENTMETRICS) LayOutAnew();
+      if (wParam == SPI_SETNONCLIENTMETRICS) LayOutAnew(dpi_);
       if (wParam == SPI_SETWORKAREA) FitWindow();
       return {};
     case WM_SYSCOLORCHANGE:
@@ -118,8 +128,7 @@ LRESULT Form::OnNotifyMessage(const NMHDR& header) {
 
 void Form::OnTimerMessage(WPARAM id) {
   const auto found = state_->byId.find(static_cast<int>(id));
-  if (found == state_->byId.end()) return;
-  if (auto* timer = dynamic_cast<Timer*>(found->second)) timer->Tick();
+  if (found != state_->byId.end()) found->second->OnTimer();
 }
 
 void Form::OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -167,6 +176,7 @@ void Form::WindowGone() {
   window_ = nullptr;
   closing_ = false;
   state_->inOrder.clear();
+  state_->groups.clear();
   state_->toolTips.Forget();
   if (!owner_) PostQuitMessage(0);
 }
@@ -200,12 +210,6 @@ void Form::OnDropMessage(HDROP drop) {
   Dispatch([&] { OnFileDropped(Utf8(path)); });
 }
 
-std::string Form::Caption() const {
-  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
-  GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1);
-  return Utf8(text);
-}
-
 void Form::SetCaption(const std::string& caption) {
   if (window_) SetWindowTextW(window_, Wide(caption).c_str());
 }
@@ -228,8 +232,19 @@ void Form::FlashTaskbar() {
   FlashWindowEx(&flash);
 }
 
-void Form::BringToFront() {
-  if (window_) SetForegroundWindow(window_);
+/// Windows takes the mark from a button when the focus goes, but not when it went to a dialog and
+/// comes back elsewhere: there would be two.
+void Form::MarkDefaultButton(const Control* focused) {
+  const bool isButton = (focused->Send(WM_GETDLGCODE) & kPushButton) != 0;
+  for (Control* control : state_->inOrder)
+    control->ShowAsDefault(isButton ? control == focused : control->id() == state_->defaultButton);
+}
+
+// Over a control without the focus the wheel scrolls the form, as it does beside the controls: a
+// range must not move because the pointer happens to rest on a slider, nor because the focus does.
+void Form::AimWheel(MSG& message) const {
+  const POINT at = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+  if (GetFocus() != message.hwnd || WindowFromPoint(at) != message.hwnd) message.hwnd = window_;
 }
 
 bool TranslateForForm(MSG& message) {
@@ -237,6 +252,7 @@ bool TranslateForForm(MSG& message) {
   Form* form = Form::FromWindow(root);
   if (!form) return false;
   if (form->busy_ && form->busy_->Drops(message)) return true;
+  if (message.message == WM_MOUSEWHEEL) form->AimWheel(message);
   return form->PressKey(message) || IsDialogMessageW(root, &message);
 }
 

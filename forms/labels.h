@@ -4,7 +4,8 @@
 
 namespace forms {
 
-/// Text that cannot be edited. An ampersand shows as itself.
+/// Text that cannot be edited. An ampersand shows as itself. One that is part of a check box (the
+/// row's buddy) is disabled with it, and a click on it is one on the box.
 class Label : public Control {
  public:
   using Control::Control;
@@ -12,6 +13,7 @@ class Label : public Control {
  protected:
   const wchar_t* WindowClass() const override { return WC_STATICW; }
   DWORD WindowStyle() const override;
+  void OnCommand(WORD code) override;
 };
 
 /// A thin line that divides a form.

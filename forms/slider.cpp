@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "forms/accessible_texts.h"
 #include "forms/form.h"
 #include "forms/text.h"
 
@@ -22,10 +23,6 @@ void Slider::SetValue(std::int32_t value) {
   value = std::clamp(value, min_, std::max(min_, max_));
   Send(TBM_SETPOS, TRUE, value);
   ChangeTo(value);
-}
-
-void Slider::SetMin(std::int32_t min) {
-  SetRange(min, max_);
 }
 
 void Slider::SetMax(std::int32_t max) {
@@ -76,6 +73,7 @@ void Slider::Destroying() {
 void Slider::SetToolTip(const std::string& text) {
   Control::SetToolTip(text);
   if (!tip_) return;
+  SetAccessibleValue(window(), text);
   std::wstring wide = Wide(text);
   TTTOOLINFOW tool = TrackedTool(window());
   tool.lpszText = wide.data();

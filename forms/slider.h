@@ -18,12 +18,12 @@ class Slider : public Control {
   /// Sets the value, brought into the range.
   void SetValue(std::int32_t value);
   std::int32_t Min() const { return min_; }
-  void SetMin(std::int32_t min);
   std::int32_t Max() const { return max_; }
   void SetMax(std::int32_t max);
   /// Ends the mouse's grip on the thumb, so that what the mouse does next moves nothing.
   void EndDrag();
-  /// The text beside the thumb while it is dragged, and where the mouse rests on the slider.
+  /// The text beside the thumb while it is dragged, and where the mouse rests on the slider; also
+  /// what a screen reader says for its value.
   void SetToolTip(const std::string& text) override;
 
  protected:

@@ -47,9 +47,7 @@ void TextBox::ShowEnd() {
 
 void TextBox::OnCommand(WORD code) {
   if (code == EN_CHANGE && !setting_) Raise(Event::kChange);
-  if (code != EN_KILLFOCUS) return;
-  if (upDown_) upDown_->BringIntoRange();
-  Raise(Event::kLostFocus);
+  if (code == EN_KILLFOCUS && upDown_) upDown_->BringIntoRange();
 }
 
 std::optional<LRESULT> TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -6,14 +6,13 @@ namespace forms {
 
 /// One line of text. With kReadOnly it can be selected and copied only; with kShowsEnd it shows the
 /// end of a text that is too long for it and offers the whole as its tool tip.
-/// Events: kChange (the user's edits only), kLostFocus, kEnter.
+/// Events: kChange (the user's edits only), kEnter.
 class TextBox : public Control {
  public:
   using Control::Control;
 
   std::string Text() const;
   void SetText(const std::string& text);
-  std::string Caption() const override { return Text(); }
   void SetCaption(const std::string& text) override { SetText(text); }
   /// Selects all of the text.
   void SelectAll();

@@ -19,7 +19,7 @@ void Timer::Arm() {
     KillTimer(owner, timer);
 }
 
-void Timer::Tick() {
+void Timer::OnTimer() {
   // A tick may still wait in the queue when the timer is stopped.
   if (ticking_ || !Enabled()) return;
   ticking_ = true;

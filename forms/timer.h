@@ -14,12 +14,12 @@ class Timer : public Control {
   void SetEnabled(bool enabled) override;
 
  protected:
-  friend class Form;
   const wchar_t* WindowClass() const override { return nullptr; }
+  void FormShown() override { Arm(); }
+  void OnTimer() override;
 
  private:
   void Arm();
-  void Tick();
   bool ticking_ = false;
 };
 

@@ -5,11 +5,15 @@
 namespace forms {
 
 void ToolTips::Create(HWND owner) {
-  constexpr int kWidestTip = 600;  // Pixels; longer texts wrap.
   window_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                             WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, owner, nullptr,
                             GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, kWidestTip);
+}
+
+void ToolTips::SetDpi(UINT dpi) {
+  constexpr int kWidestTip = 600;  // Pixels at 96 dots per inch.
+  SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0,
+               MulDiv(kWidestTip, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI));
 }
 
 void ToolTips::Set(HWND control, const std::string& text) {

@@ -13,6 +13,8 @@ class ToolTips {
   void Create(HWND owner);
   /// The tip window is gone with its owner.
   void Forget() { window_ = nullptr; }
+  /// Longer texts wrap at the same width at any DPI.
+  void SetDpi(UINT dpi);
   /// Gives a control its text, or another; an empty one takes the tip away.
   void Set(HWND control, const std::string& text);
 

@@ -108,19 +108,20 @@ constexpr Row CameraBox(int i) {
           CameraTop(i),
           225,
           285,
-          kPlain,
+          kArrows,
           kCameraNames[i]};
 }
 
 constexpr Row CameraNumber(int i) {
-  return {IDC_frmTrimbrook_Label5 + 1 + i,
-          Kind::kLabel,
-          IDC_frmTrimbrook_Frame7,
-          kCameraNames[i] + kNumberInName,
-          CameraLeft(i) + 255,
-          CameraTop(i) + 30,
-          225,
-          240};
+  return {.id = IDC_frmTrimbrook_Label5 + 1 + i,
+          .kind = Kind::kLabel,
+          .container = IDC_frmTrimbrook_Frame7,
+          .caption = kCameraNames[i] + kNumberInName,
+          .left = CameraLeft(i) + 255,
+          .top = CameraTop(i) + 30,
+          .width = 225,
+          .height = 240,
+          .buddy = IDC_frmTrimbrook_Check1 + i};
 }
 
 constexpr std::array<Row, std::size_t{2} * kCameras> CameraRows() {

@@ -41,6 +41,7 @@ enum Style : std::uint32_t {
   kRight = 1U << 8,      ///< Text at the right.
   kNoTabStop = 1U << 9,  ///< Tab passes it by.
   kGroup = 1U << 10,     ///< The first of a group that the arrow keys walk through.
+  kArrows = 1U << 11,    ///< Tab passes all of these in a frame as one; the arrows move among them.
 };
 
 /// The font of a single control that does not take the form's own.
@@ -65,7 +66,8 @@ struct Row {
   const char* name = nullptr;  ///< What a screen reader says when no label or caption names it.
   const char* toolTip = nullptr;
   int resource = 0;            ///< Icon of a picture button.
-  int buddy = 0;               ///< Id of the text box that an up-down counts in.
+  int buddy = 0;               ///< Id of the text box that an up-down counts in; of the check box
+                               ///< that a label is part of.
   int interval = 0;            ///< Milliseconds of a timer.
   const Font* font = nullptr;  ///< Null for the form's font.
 };
