@@ -31,9 +31,9 @@ DWORD PictureButton::WindowStyle() const {
   return Button::WindowStyle() | BS_ICON;
 }
 
-void PictureButton::LaidOut(UINT dpi) {
-  constexpr int kIconSide = 16;  // Pixels at 96 dots per inch.
-  const int side = MulDiv(kIconSide, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI);
+void PictureButton::LaidOut() {
+  constexpr int kIconSide = 240;  // Twips.
+  const int side = Pixels(kIconSide);
   const HANDLE made = LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(row().resource),
                                  IMAGE_ICON, side, side, LR_DEFAULTCOLOR);
   Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(made));
@@ -52,6 +52,21 @@ void CheckBox::SetValue(bool ticked) {
 
 void CheckBox::Created() {
   SetValue(value_);
+}
+
+// The system's tick does not grow with the text: without a caption of its own, it stands beside
+// what comes after the box.
+void CheckBox::LaidOut() {
+  if (!caption().empty()) return;
+  constexpr int kTickSide = 13;  // Pixels at 96 dots per inch.
+  const int tick = MulDiv(kTickSide, static_cast<int>(form().dpi()), USER_DEFAULT_SCREEN_DPI);
+  RECT client = {};
+  GetClientRect(window(), &client);
+  const bool roomy = client.right > tick + tick / 4;
+  const LONG_PTR style = GetWindowLongPtrW(window(), GWL_STYLE);
+  SetWindowLongPtrW(
+      window(), GWL_STYLE,
+      roomy ? style | BS_RIGHTBUTTON : style & ~static_cast<LONG_PTR>(BS_RIGHTBUTTON));
 }
 
 void CheckBox::OnCommand(WORD code) {

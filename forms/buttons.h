@@ -27,7 +27,7 @@ class PictureButton : public Button {
 
  protected:
   DWORD WindowStyle() const override;
-  void LaidOut(UINT dpi) override;
+  void LaidOut() override;
 
  private:
   HICON icon_ = nullptr;
@@ -46,6 +46,7 @@ class CheckBox : public Control {
   const wchar_t* WindowClass() const override { return WC_BUTTONW; }
   DWORD WindowStyle() const override { return BS_AUTOCHECKBOX; }
   void Created() override;
+  void LaidOut() override;
   void OnCommand(WORD code) override;
   LRESULT OnNotify(const NMHDR& header) override;
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

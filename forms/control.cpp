@@ -218,6 +218,10 @@ bool Control::FollowArrow(WPARAM key) {
   return next != nullptr;
 }
 
+int Control::Pixels(int twips) const {
+  return form_.PixelsDown(twips);
+}
+
 ArrowGroup* Control::Group() const {
   return HasStyle(layout::kArrows) ? &form_.state_->groups[row_->container] : nullptr;
 }

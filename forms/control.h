@@ -64,8 +64,8 @@ class Control {
   virtual DWORD ExtendedStyle() const { return 0; }
   /// The window has just been made: hands it what the state holds beyond place and caption.
   virtual void Created() {}
-  /// The window was laid out at this DPI, first after it was made.
-  virtual void LaidOut(UINT /*dpi*/) {}
+  /// The window was laid out with its font, first after it was made.
+  virtual void LaidOut() {}
   /// The window is about to go.
   virtual void Destroying() {}
   /// The form's window has come on the screen.
@@ -98,6 +98,8 @@ class Control {
   bool FollowArrow(WPARAM key);
   bool HasStyle(layout::Style style) const { return (row_->styles & style) != 0; }
   Form& form() const { return form_; }
+  /// Pixels of a height in twips.
+  int Pixels(int twips) const;
   const std::string& caption() const { return caption_; }
   /// The text in the window, or the caption while there is none.
   std::string WindowText() const;

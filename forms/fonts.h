@@ -7,7 +7,15 @@
 
 namespace forms {
 
-/// The fonts of one form at its DPI: the system's message font, and those of single controls.
+/// How the system's text stands to the usual one: never as smaller, since a layout has its least
+/// size at that.
+struct TextScale {
+  int real = 1;
+  int usual = 1;
+};
+
+/// The fonts of one form at its DPI: the system's message font, and those of single controls, which
+/// grow with it.
 class Fonts {
  public:
   Fonts() = default;
@@ -19,11 +27,15 @@ class Fonts {
   void SetDpi(UINT dpi);
   /// The font of a row; null stands for the message font.
   HFONT Get(const layout::Font* font);
+  /// The message font's width and height, which layouts follow.
+  TextScale Width() const { return width_; }
+  TextScale Height() const { return height_; }
 
  private:
   static void Delete(std::map<const layout::Font*, HFONT>& fonts);
 
   UINT dpi_ = 96;
+  TextScale width_, height_;
   std::map<const layout::Font*, HFONT> fonts_;
   std::map<const layout::Font*, HFONT> former_;  ///< Controls hold them until they are laid out.
 };

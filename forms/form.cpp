@@ -82,15 +82,27 @@ void Form::Unload() {
   Dispatch([this] { OnUnload(); });
   if (!window_) return;  // No handler was running, so that the dispatch has seen to it.
   state_->wasForeground = GetForegroundWindow() == window_;
+  Hide();
+}
+
+// The owner is enabled at the moment at which the window goes: else the system would bring some
+// other program's window to the front. It cannot be used yet, since a handler of this one runs.
+void Form::Hide() {
+  const HWND owner = owner_ ? owner_->window_ : nullptr;
+  EnableWindow(owner, TRUE);
+  if (owner && state_->wasForeground) SetForegroundWindow(owner);
   ShowWindow(window_, SW_HIDE);
+  EnableWindow(owner, FALSE);
 }
 
 void Form::Destroy() {
   const bool front = state_->wasForeground || GetForegroundWindow() == window_;
   if (owner_ && owner_->window_) {
-    // Before the window goes: else Windows would activate some other program's window.
+    // Before the window goes, as in `Hide`.
     EnableWindow(owner_->window_, TRUE);
     if (front) SetForegroundWindow(owner_->window_);
+    // A window that was in front while it was disabled has lost the focus.
+    if (GetActiveWindow() == owner_->window_ && !GetFocus()) SetFocus(owner_->window_);
   }
   DestroyWindow(window_);
 }

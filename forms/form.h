@@ -50,19 +50,13 @@ class Form {
   UINT dpi() const { return dpi_; }
 
   void SetCaption(const std::string& caption);
-  /// Place and size of the whole window with its frame, in twips.
-  int Left() const;
+  /// Where the window begins, twips.
   int Top() const;
-  int Width() const;
-  int Height() const;
-  void SetTop(int twips);
-  /// Sets the outer height. A window that does not fit the work area is made as high as that is,
-  /// and scrolls; `Height` still answers what was set.
+  /// Sets the height of the whole window with its frame, in twips. A window that would stand off
+  /// the work area moves up; one that does not fit it is made as high as that is, and scrolls.
   void SetHeight(int twips);
-  void SetWidth(int twips);
-  /// Moves the window up (negative) or down, its title bar never off the work area; answers the
-  /// twips that it really moved.
-  int MoveBy(int twips);
+  /// Moves the window up (negative) or down, its title bar never off the work area.
+  void MoveBy(int twips);
   /// Puts the window in the middle of its owner, or of the work area without one.
   void Center();
   /// Shows the hourglass over the form, or the usual pointer again; acts at once.
@@ -149,10 +143,12 @@ class Form {
   void OnDpiChanged(UINT dpi, const RECT& suggested);
   /// Sizes, places and fonts for this DPI and from what the system has now.
   void LayOutAnew(UINT dpi);
+  void OnTextSizeChanged();
   void TakeDpi(UINT dpi);
 
   void CreateWindows();
   void CreateControls();
+  void Hide();
   void Destroy();
   void WindowGone();
   void RunUntilClosed();
@@ -162,8 +158,9 @@ class Form {
   void PressCancel();
   HWND VisibleWindow() const;
 
-  int Pixels(int twips) const { return MulDiv(twips, static_cast<int>(dpi_), kTwipsPerInch); }
-  int Twips(int pixels) const { return MulDiv(pixels, kTwipsPerInch, static_cast<int>(dpi_)); }
+  int PixelsAcross(int twips) const;
+  int PixelsDown(int twips) const;
+  void MoveTo(int left, int top);
   SIZE FrameSize() const;
   SIZE WantedSize() const;
   RECT WorkArea() const;

@@ -1,10 +1,15 @@
-// Where a form and its controls stand: twips to pixels, the work area, scrolling.
+// Where a form and its controls stand: twips to pixels, the work area, scrolling. Twips of a layout
+// grow with the system's text, as dialog units do.
 #include <algorithm>
 
 #include "forms/form_state.h"
 
 namespace forms {
 namespace {
+
+// What an outer height counts for the window's frame, twips: as Windows draws it at its usual text
+// size.
+constexpr int kUsualFrame = 435;
 
 int WidthOf(const RECT& rect) {
   return rect.right - rect.left;
@@ -29,6 +34,11 @@ void SetScroll(HWND window, int bar, int content, int page, int at) {
   SetScrollInfo(window, bar, &info, TRUE);
 }
 
+/// The place nearest to `at` where what has this size stands in [first, last), or begins there.
+int Inside(int at, int size, int first, int last) {
+  return std::clamp(at, first, std::max(first, last - size));
+}
+
 /// The scroll position from which [first, last) of the content is seen, the nearest to `at`.
 int PositionToSee(int first, int last, int at, int page) {
   if (last > at + page) at = last - page;
@@ -47,13 +57,25 @@ SIZE Form::FrameSize() const {
   return {WidthOf(frame), HeightOf(frame)};
 }
 
+int Form::PixelsAcross(int twips) const {
+  const TextScale scale = state_->fonts.Width();
+  return MulDiv(twips, static_cast<int>(dpi_) * scale.real, kTwipsPerInch * scale.usual);
+}
+
+int Form::PixelsDown(int twips) const {
+  const TextScale scale = state_->fonts.Height();
+  return MulDiv(twips, static_cast<int>(dpi_) * scale.real, kTwipsPerInch * scale.usual);
+}
+
 SIZE Form::WantedSize() const {
   const SIZE frame = FrameSize();
   const State& state = *state_;
-  return {
-      state.outerWidth ? Pixels(*state.outerWidth) : Pixels(state.layout.clientWidth) + frame.cx,
-      state.outerHeight ? Pixels(*state.outerHeight)
-                        : Pixels(state.layout.clientHeight) + frame.cy};
+  const int height =
+      state.outerHeight ? *state.outerHeight - kUsualFrame : state.layout.clientHeight;
+  const int outerHeight =
+      state.outerHeight ? MulDiv(*state.outerHeight, static_cast<int>(dpi_), kTwipsPerInch) : 0;
+  return {PixelsAcross(state.layout.clientWidth) + frame.cx,
+          std::max<LONG>(PixelsDown(height) + frame.cy, outerHeight)};
 }
 
 RECT Form::WorkArea() const {
@@ -92,7 +114,7 @@ void Form::PlaceControls() {
     control->Send(WM_SETFONT, reinterpret_cast<WPARAM>(state_->fonts.Get(control->row_->font)),
                   TRUE);
     control->PlaceWindow();
-    control->LaidOut(dpi_);
+    control->LaidOut();
   }
 }
 
@@ -104,8 +126,8 @@ RECT Form::PixelRect(const Control& control) const {
     top += frame->top_;
   }
   // Edges are rounded, not sizes, so that what touches in twips touches in pixels.
-  RECT rect = {Pixels(left), Pixels(top), Pixels(left + control.width_),
-               Pixels(top + control.height_)};
+  RECT rect = {PixelsAcross(left), PixelsDown(top), PixelsAcross(left + control.width_),
+               PixelsDown(top + control.height_)};
   OffsetRect(&rect, -state_->scrolled.x, -state_->scrolled.y);
   return rect;
 }
@@ -130,7 +152,7 @@ void Form::ScrollIntoView(const Control& control) {
   RECT client = {};
   GetClientRect(window_, &client);
   RECT place = PixelRect(control);
-  const int margin = Pixels(kTwipsPerInch / 12);
+  const int margin = PixelsDown(kTwipsPerInch / 12);
   InflateRect(&place, margin, margin);
   OffsetRect(&place, state_->scrolled.x, state_->scrolled.y);
   ScrollTo(PositionToSee(place.left, place.right, state_->scrolled.x, client.right),
@@ -144,8 +166,7 @@ void Form::TakeDpi(UINT dpi) {
 }
 
 void Form::OnDpiChanged(UINT dpi, const RECT& suggested) {
-  SetWindowPos(window_, nullptr, suggested.left, suggested.top, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  MoveTo(suggested.left, suggested.top);
   LayOutAnew(dpi);
 }
 
@@ -156,44 +177,40 @@ void Form::LayOutAnew(UINT dpi) {
   PlaceControls();
 }
 
-int Form::Left() const {
-  return window_ ? Twips(WindowRect(window_).left) : 0;
-}
-int Form::Top() const {
-  return window_ ? Twips(WindowRect(window_).top) : 0;
-}
-int Form::Width() const {
-  return Twips(WantedSize().cx);
-}
-int Form::Height() const {
-  return Twips(WantedSize().cy);
+void Form::OnTextSizeChanged() {
+  LayOutAnew(dpi_);
+  const RECT area = WorkArea();
+  const RECT own = WindowRect(window_);
+  MoveTo(Inside(own.left, WidthOf(own), area.left, area.right),
+         Inside(own.top, HeightOf(own), area.top, area.bottom));
 }
 
-void Form::SetWidth(int twips) {
-  state_->outerWidth = twips;
-  FitWindow();
+void Form::MoveTo(int left, int top) {
+  SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+int Form::Top() const {
+  const TextScale scale = state_->fonts.Height();
+  return window_ ? MulDiv(WindowRect(window_).top, kTwipsPerInch * scale.usual,
+                          static_cast<int>(dpi_) * scale.real)
+                 : 0;
 }
 
 void Form::SetHeight(int twips) {
   state_->outerHeight = twips;
-  FitWindow();
-}
-
-void Form::SetTop(int twips) {
   if (!window_) return;
-  SetWindowPos(window_, nullptr, WindowRect(window_).left, Pixels(twips), 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  FitWindow();
+  const RECT area = WorkArea();
+  const RECT own = WindowRect(window_);
+  MoveTo(own.left, Inside(own.top, HeightOf(own), area.top, area.bottom));
 }
 
-int Form::MoveBy(int twips) {
-  if (!window_) return 0;
+void Form::MoveBy(int twips) {
+  if (!window_) return;
   const RECT area = WorkArea();
   const RECT before = WindowRect(window_);
   const int lowest = area.bottom - GetSystemMetricsForDpi(SM_CYCAPTION, dpi_);
-  const int top = std::clamp<int>(before.top + Pixels(twips), area.top, lowest);
-  SetWindowPos(window_, nullptr, before.left, top, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  return Twips(top - before.top);
+  MoveTo(before.left, std::clamp<int>(before.top + PixelsDown(twips), area.top, lowest));
 }
 
 void Form::Center() {
@@ -204,11 +221,8 @@ void Form::Center() {
     over = WindowRect(beneath);
   const int left = over.left + (WidthOf(over) - WidthOf(own)) / 2;
   const int top = over.top + (HeightOf(over) - HeightOf(own)) / 2;
-  SetWindowPos(
-      window_, nullptr,
-      std::clamp<int>(left, area.left, std::max<int>(area.left, area.right - WidthOf(own))),
-      std::clamp<int>(top, area.top, std::max<int>(area.top, area.bottom - HeightOf(own))), 0, 0,
-      SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  MoveTo(Inside(left, WidthOf(own), area.left, area.right),
+         Inside(top, HeightOf(own), area.top, area.bottom));
 }
 
 }  // namespace forms

@@ -30,9 +30,8 @@ struct Form::State {
   Fonts fonts;
   ToolTips toolTips;
 
-  std::optional<int> outerWidth;  ///< Twips, once set; until then the layout's client size holds.
-  std::optional<int> outerHeight;
-  POINT scrolled = {};  ///< Pixels that the content is scrolled by.
+  std::optional<int> outerHeight;  ///< Twips, once set; until then the layout's client size holds.
+  POINT scrolled = {};             ///< Pixels that the content is scrolled by.
 
   int running = 0;                ///< Handlers of this form that are on the stack.
   bool failed = false;            ///< The load was left by a fault.

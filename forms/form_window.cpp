@@ -50,7 +50,7 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_MOUSEWHEEL:
       ScrollTo(state_->scrolled.x,
                state_->scrolled.y -
-                   Pixels(MulDiv(GET_WHEEL_DELTA_WPARAM(wParam), kTwipsPerNotch, WHEEL_DELTA)));
+                   PixelsDown(MulDiv(GET_WHEEL_DELTA_WPARAM(wParam), kTwipsPerNotch, WHEEL_DELTA)));
       return 0;
     case WM_DROPFILES:
       OnDropMessage(reinterpret_cast<HDROP>(wParam));
@@ -83,7 +83,7 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       return 0;
     case WM_SETTINGCHANGE:
       if (IsIconic(window_)) return {};
-      if (wParam == SPI_SETNONCLIENTMETRICS) LayOutAnew(dpi_);
+      if (wParam == SPI_SETNONCLIENTMETRICS) OnTextSizeChanged();
       if (wParam == SPI_SETWORKAREA) FitWindow();
       return {};
     case WM_SYSCOLORCHANGE:
@@ -143,7 +143,7 @@ void Form::OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   bar.fMask = SIF_ALL;
   GetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &bar);
   int at = bar.nPos;
-  const int line = Pixels(kTwipsPerInch / 4);
+  const int line = PixelsDown(kTwipsPerInch / 4);
   switch (LOWORD(wParam)) {
     case SB_LINEUP:
       at -= line;
@@ -252,7 +252,8 @@ bool TranslateForForm(MSG& message) {
   Form* form = Form::FromWindow(root);
   if (!form) return false;
   if (form->busy_ && form->busy_->Drops(message)) return true;
-  if (message.message == WM_MOUSEWHEEL) form->AimWheel(message);
+  if (message.message == WM_MOUSEWHEEL || message.message == WM_MOUSEHWHEEL)
+    form->AimWheel(message);
   return form->PressKey(message) || IsDialogMessageW(root, &message);
 }
 

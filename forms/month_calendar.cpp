@@ -1,6 +1,7 @@
 #include "forms/month_calendar.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace forms {
 namespace {
@@ -47,63 +48,43 @@ void MonthCalendar::Created() {
   Select(value_);
 }
 
-Day MonthCalendar::Selected() const {
+Day MonthCalendar::Value() const {
   SYSTEMTIME time = {};
-  Send(MCM_GETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
-  return FromSystem(time);
+  return Send(MCM_GETCURSEL, 0, reinterpret_cast<LPARAM>(&time)) ? FromSystem(time) : value_;
 }
 
+// A day that was picked by the mouse is told by a notice of its own, and where there is none the
+// page was turned: by the arrows, the wheel, or a month of the year's page. The system repeats its
+// notices from time to time, and what other programs choose comes as a change only.
 LRESULT MonthCalendar::OnNotify(const NMHDR& header) {
-  if (header.code != MCN_SELCHANGE && header.code != MCN_SELECT) return 0;
-  const Day day = FromSystem(reinterpret_cast<const NMSELCHANGE&>(header).stSelStart);
-  if (header.code == MCN_SELCHANGE) {
-    SelectionChanged(day);
-  } else if (!KeyTurnsPage()) {
-    value_ = day;
-    Raise(Event::kClick);
-  }
+  // What a key does is judged when it is done, as is what a press does when it ends.
+  if (handled_ == WM_KEYDOWN) return 0;
+  const bool pressed = handled_ == WM_LBUTTONUP || GetKeyState(VK_LBUTTON) < 0;
+  if (header.code == MCN_SELECT)
+    Take(true);
+  else if (header.code == MCN_SELCHANGE && !pressed)
+    Take(false);
   return 0;
 }
 
-// A picked day is told twice, as a change and then as a pick; a turned page only as a change.
-void MonthCalendar::SelectionChanged(Day day) {
-  if (key_ == 0 && MouseOnDay()) return;
-  if (key_ == 0 || KeyTurnsPage()) {
-    PageTurned(day);
-  } else if (day != value_) {
-    value_ = day;
+void MonthCalendar::Take(bool picked) {
+  const Day before = std::exchange(value_, Value());
+  if (value_ == before) return;
+  const bool samePage = value_.year == before.year && value_.month == before.month;
+  if (picked || samePage)
     Raise(Event::kClick);
-  }
-}
-
-void MonthCalendar::PageTurned(Day day) {
-  if (day == value_) return;
-  const Day before = value_;
-  value_ = day;
-  Raise(day.month != before.month ? Event::kMonthChange : Event::kYearChange);
-}
-
-bool MonthCalendar::KeyTurnsPage() const {
-  return key_ == VK_PRIOR || key_ == VK_NEXT;
-}
-
-bool MonthCalendar::MouseOnDay() const {
-  const DWORD at = GetMessagePos();
-  MCHITTESTINFO hit = {};
-  hit.cbSize = sizeof hit;
-  hit.pt = {static_cast<short>(LOWORD(at)), static_cast<short>(HIWORD(at))};
-  ScreenToClient(window(), &hit.pt);
-  Send(MCM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-  return (hit.uHit & MCHT_CALENDARDATE) == MCHT_CALENDARDATE;
+  else
+    Raise(value_.month != before.month ? Event::kMonthChange : Event::kYearChange);
 }
 
 std::optional<LRESULT> MonthCalendar::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_LBUTTONDOWN && !HasFocus()) SetFocus();
   if (message != WM_KEYDOWN && message != WM_LBUTTONUP) return {};
-  key_ = message == WM_KEYDOWN ? wParam : 0;
+  handled_ = message;
   const LRESULT result = DefSubclassProc(window(), message, wParam, lParam);
-  key_ = 0;
-  // A month that was picked from the year's page lay where a day lies now, and no pick was told.
-  if (message == WM_LBUTTONUP && window()) PageTurned(Selected());
+  handled_ = 0;
+  const bool turnsPage = message == WM_LBUTTONUP || wParam == VK_PRIOR || wParam == VK_NEXT;
+  Take(!turnsPage);
   return result;
 }
 

@@ -16,14 +16,15 @@ struct Day {
 Day Today();
 
 /// A month's page on which one day is chosen.
-/// Events, for the user's acts only: kClick when a day was picked (a day of a neighbouring month
-/// included), kMonthChange or kYearChange when the page was turned, which moves the chosen day into
-/// the new month.
+/// Events, not for the program's own acts: kClick when a day was picked (a day of a neighbouring
+/// month included), kMonthChange or kYearChange when the page was turned, which moves the chosen
+/// day into the new month.
 class MonthCalendar : public Control {
  public:
   using Control::Control;
 
-  Day Value() const { return value_; }
+  /// The day that the calendar shows as chosen, by whatever means.
+  Day Value() const;
   /// Chooses a day; one that the month does not have becomes its last.
   void SetValue(Day day);
   /// Chooses another day of the shown month; one that it does not have changes nothing.
@@ -39,14 +40,11 @@ class MonthCalendar : public Control {
 
  private:
   void Select(Day day);
-  Day Selected() const;
-  void SelectionChanged(Day day);
-  void PageTurned(Day day);
-  bool KeyTurnsPage() const;
-  bool MouseOnDay() const;
+  /// Takes the day that the calendar shows now, and tells what has happened if it is another one.
+  void Take(bool picked);
 
-  Day value_ = Today();
-  WPARAM key_ = 0;  ///< The key that is being handled, 0 for none.
+  Day value_ = Today();  ///< The day that was told last.
+  UINT handled_ = 0;     ///< The message of the user's that is being handled, 0 for none.
 };
 
 }  // namespace forms

@@ -33,7 +33,7 @@ void TextBox::Created() {
   ShowEnd();
 }
 
-void TextBox::LaidOut(UINT) {
+void TextBox::LaidOut() {
   ShowEnd();
 }
 

@@ -21,7 +21,7 @@ class TextBox : public Control {
   const wchar_t* WindowClass() const override { return WC_EDITW; }
   DWORD WindowStyle() const override;
   DWORD ExtendedStyle() const override { return WS_EX_CLIENTEDGE; }
-  void LaidOut(UINT dpi) override;
+  void LaidOut() override;
   void Created() override;
   void OnCommand(WORD code) override;
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -69,6 +69,7 @@ void frmTrimbrook::OnLoad() {
   Apply(layout::kSixteenCameras, *this);
   TickAll(true);
   DragAcceptFiles(window(), TRUE);
+  Command1.SetFocus();
 }
 
 void frmTrimbrook::OpenGuide() {

@@ -106,13 +106,14 @@ std::string frmTrimbrook::DateTextOf(const forms::MonthCalendar& calendar) {
 
 void frmTrimbrook::CheckCTRS_Click() {
   const bool custom = CheckCTRS.Value();
-  if (custom) {
-    rise_ = -MoveBy(-layout::kExpandedRise);
-  } else {
-    MoveBy(rise_);
-  }
+  const int before = Top();
+  if (custom) MoveBy(-layout::kExpandedRise);
   SetHeight(custom ? layout::kExpandedHeight : layout::kCompactHeight);
   Apply(custom ? layout::kExpanded : layout::kCompact, *this);
+  if (custom)
+    rise_ = before - Top();
+  else
+    MoveBy(rise_);
 }
 
 void frmTrimbrook::Command5_Click() {

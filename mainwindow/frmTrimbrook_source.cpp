@@ -116,6 +116,8 @@ void frmTrimbrook::ShowSource(const std::string& path) {
   Text4.SetText(Text3.Text());
   OpenSliders();
   Apply(CameraCount() == 32 ? layout::kThirtyTwoCameras : layout::kSixteenCameras, *this);
+  // What is left to choose in any case.
+  Command2.SetFocus();
 }
 
 void frmTrimbrook::OpenSliders() {

@@ -6,7 +6,7 @@ namespace layout {
 namespace {
 
 constexpr int kStartMilliseconds = 388;
-constexpr Font kStatusFont = {"Times New Roman", 120, false};
+constexpr Font kStatusFont = {"Times New Roman", true, 120, false};
 
 constexpr Row kRows[] = {
     {IDC_frmSaveFile_Timer1, Kind::kTimer, 0, "", 0, 0, 0, 0, kDisabled, nullptr, nullptr, 0, 0,

@@ -7,7 +7,7 @@
 namespace layout {
 namespace {
 
-constexpr Font kHeadingFont = {"Times New Roman", 113, true};
+constexpr Font kHeadingFont = {"Times New Roman", true, 113, true};
 
 constexpr int kButtonTop = 2658;
 constexpr int kButtonWidth = 988;

@@ -47,7 +47,8 @@ enum Style : std::uint32_t {
 /// The font of a single control that does not take the form's own.
 struct Font {
   const char* face;
-  int tenthsOfPoint;
+  bool serif;         ///< What the system's choice must be where the face is missing.
+  int tenthsOfPoint;  ///< At the system's usual text size.
   bool bold;
 };
 
@@ -58,7 +59,8 @@ struct Row {
   Kind kind;
   int container;  ///< Id of the frame that it stands in, 0 for the window.
   const char* caption;
-  int left;  ///< Twips (1,440 to the inch), like all places and sizes.
+  int left;  ///< Twips, like all places and sizes: 1,440 to the inch at the system's usual text
+             ///< size.
   int top;
   int width;
   int height;  ///< Of a combo box: closed.

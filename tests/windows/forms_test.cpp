@@ -2,28 +2,57 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 #include <vector>
 
 #include "forms/application.h"
 #include "forms/controls.h"
 #include "forms/form.h"
+#include "forms/text.h"
+#include "resources/layouts.h"
 
 namespace forms {
 namespace {
 
 using layout::Kind;
 
-enum Id { kFrameId = 1, kInnerId, kBoxId, kSliderId, kOkId, kTickId };
+enum Id {
+  kFrameId = 1,
+  kInnerId,
+  kBoxId,
+  kUpDownId,
+  kSliderId,
+  kOkId,
+  kOtherId,
+  kTickId,
+  kNumberId,
+  kCalendarId,
+  kWalkedId = 100
+};
+
+constexpr layout::Row Walked(int index, int left, int top) {
+  return {kWalkedId + index, Kind::kCheckBox, 0, "", left, top, 225, 285, layout::kArrows};
+}
 
 constexpr auto kRows = std::to_array<layout::Row>({
     {kFrameId, Kind::kFrame, 0, "Frame", 150, 150, 4500, 1500},
     {kInnerId, Kind::kFrame, kFrameId, "Inner", 150, 300, 3000, 900},
     {kBoxId, Kind::kTextBox, kInnerId, "", 150, 300, 750, 300, layout::kNumber, "Hour"},
+    {kUpDownId, Kind::kUpDown, kInnerId, "", 900, 300, 270, 300, layout::kNoTabStop, nullptr,
+     nullptr, 0, kBoxId},
     {kSliderId, Kind::kSlider, 0, "", 150, 1800, 4500, 450, layout::kPlain, "Block"},
     {kOkId, Kind::kButton, 0, "OK", 150, 2400, 1500, 375, layout::kDefault},
+    {kOtherId, Kind::kButton, 0, "Other", 1800, 2400, 1500, 375},
     {kTickId, Kind::kCheckBox, 0, "", 3600, 2400, 225, 285},
+    {kNumberId, Kind::kLabel, 0, "1", 3900, 2400, 225, 240, layout::kPlain, nullptr, nullptr, 0,
+     kTickId},
+    Walked(0, 150, 3000),
+    Walked(1, 600, 3000),
+    Walked(2, 150, 3450),
+    Walked(3, 600, 3450),
+    {kCalendarId, Kind::kMonthCalendar, 0, "", 1200, 3000, 3450, 2580},
 });
-constexpr layout::Form kTable = {"frmTest", "Test window", 4800, 3000, kRows};
+constexpr layout::Form kTable = {"frmTest", "Test window", 4800, 6000, kRows};
 
 class TestForm : public Form {
  public:
@@ -38,7 +67,62 @@ class TestForm : public Form {
   TextBox Box{*this, kBoxId};
   Slider Slider1{*this, kSliderId};
   Button Ok{*this, kOkId};
+  Button Other{*this, kOtherId};
   CheckBox Tick{*this, kTickId};
+  Label Number{*this, kNumberId};
+  UpDown Counter{*this, kUpDownId};
+  MonthCalendar Calendar{*this, kCalendarId};
+  ControlArray<CheckBox> Boxes{*this, kWalkedId, 0, 3};
+  std::string told;  ///< What the calendar has told, a letter each.
+
+ private:
+  void OnLoad() override {
+    Bind({{Calendar, Event::kClick, [this] { told += 'c'; }},
+          {Calendar, Event::kMonthChange, [this] { told += 'm'; }},
+          {Calendar, Event::kYearChange, [this] { told += 'y'; }}});
+  }
+};
+
+/// A window that is closed by its own handler.
+class ModalForm : public Form {
+ public:
+  ModalForm() : Form(kTable) {
+    Bind({{Ok, Event::kClick, [this] { CloseItself(); }}});
+  }
+
+  Button Ok{*this, kOkId};
+  HWND inFront = nullptr;  ///< When it had hidden, before its handler has returned.
+  bool ownerUsable = false;
+
+ private:
+  void OnLoad() override { PostMessageW(Ok.window(), BM_CLICK, 0, 0); }
+  void CloseItself() {
+    const HWND owner = GetWindow(window(), GW_OWNER);
+    Unload();
+    inFront = GetActiveWindow();
+    ownerUsable = IsWindowEnabled(owner) != FALSE;
+  }
+};
+
+/// Gives the system's text another size while it lives.
+class TextSize {
+ public:
+  explicit TextSize(int percent) {
+    former_.cbSize = sizeof former_;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof former_, &former_, 0);
+    NONCLIENTMETRICSW larger = former_;
+    larger.lfMessageFont.lfHeight = MulDiv(former_.lfMessageFont.lfHeight, percent, 100);
+    Set(larger);
+  }
+  ~TextSize() { Set(former_); }
+  TextSize(const TextSize&) = delete;
+  TextSize& operator=(const TextSize&) = delete;
+
+ private:
+  static void Set(NONCLIENTMETRICSW& metrics) {
+    SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+  }
+  NONCLIENTMETRICSW former_ = {};
 };
 
 class FormsTest : public testing::Test {
@@ -110,6 +194,165 @@ TEST_F(FormsTest, ShowsTheFocusOfABoxWithoutACaption) {
   EXPECT_NE(pixels(), before);
   form.Ok.SetFocus();
   EXPECT_EQ(pixels(), before);
+}
+
+TEST_F(FormsTest, ALabelIsPartOfItsBox) {
+  SendMessageW(form.Number.window(), WM_LBUTTONDOWN, 0, 0);
+  SendMessageW(form.Number.window(), WM_LBUTTONUP, 0, 0);
+  EXPECT_TRUE(form.Tick.Value() && form.Tick.HasFocus());
+  form.Tick.SetEnabled(false);
+  EXPECT_FALSE(WindowEnabled(form.Number));
+  EXPECT_TRUE(WindowVisible(form.Number));
+}
+
+TEST_F(FormsTest, ArrowsWalkBoxesThatTabPassesAsOne) {
+  const auto stops = [&] {
+    std::string indices;
+    for (int i = 0; i <= form.Boxes.last(); ++i)
+      if (GetWindowLongW(form.Boxes(i).window(), GWL_STYLE) & WS_TABSTOP)
+        indices += std::to_string(i);
+    return indices;
+  };
+  EXPECT_EQ(stops(), "0");
+  form.Boxes(2).SetEnabled(false);
+  form.Boxes(0).SetFocus();
+  const struct {
+    WPARAM key;
+    int focused;
+  } cases[] = {{VK_RIGHT, 1}, {VK_DOWN, 3},  {VK_DOWN, 3}, {VK_LEFT, 1}, {VK_LEFT, 0},
+               {VK_DOWN, 3},  {VK_RIGHT, 0}, {VK_LEFT, 3}, {VK_UP, 1},   {VK_UP, 1}};
+  for (const auto& [key, focused] : cases) {
+    PostMessageW(GetFocus(), WM_KEYDOWN, key, 0);
+    DoEvents();
+    EXPECT_TRUE(form.Boxes(focused).HasFocus()) << key;
+    EXPECT_EQ(stops(), std::to_string(focused));
+  }
+  form.Boxes(1).SetEnabled(false);
+  EXPECT_EQ(stops(), "0");
+}
+
+TEST_F(FormsTest, OnlyTheFocusedButtonLooksLikeTheDefaultOne) {
+  form.Other.SetFocus();
+  // As the system does when a dialog has gone, or the mouse has pressed.
+  for (const Control* focused :
+       {static_cast<Control*>(&form.Ok), static_cast<Control*>(&form.Other),
+        static_cast<Control*>(&form.Slider1)}) {
+    SetFocus(focused->window());
+    for (const Button* button : {&form.Ok, &form.Other})
+      EXPECT_EQ((GetWindowLongW(button->window(), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON,
+                button == focused || (focused == &form.Slider1 && button == &form.Ok));
+  }
+}
+
+TEST_F(FormsTest, TheWheelMovesNothingThatHasNotTheFocus) {
+  form.Counter.SetValue(7);
+  form.Slider1.SetValue(50);
+  const Day day = form.Calendar.Value();
+  form.Ok.SetFocus();
+  for (const Control* control :
+       {static_cast<Control*>(&form.Slider1), static_cast<Control*>(&form.Box),
+        static_cast<Control*>(&form.Calendar)}) {
+    RECT place = {};
+    GetWindowRect(control->window(), &place);
+    PostMessageW(control->window(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA),
+                 MAKELPARAM(place.left + 5, place.top + 5));
+    DoEvents();
+  }
+  EXPECT_EQ(form.Counter.Value(), 7);
+  EXPECT_EQ(form.Slider1.Value(), 50);
+  EXPECT_EQ(form.Calendar.Value(), day);
+}
+
+TEST_F(FormsTest, ATapOfAltOpensNoMenu) {
+  static bool menu = false;
+  const auto leaveMenu = [](HWND, UINT, UINT_PTR, DWORD) {
+    menu = true;
+    EndMenu();
+  };
+  const UINT_PTR timer = SetTimer(nullptr, 0, 100, leaveMenu);
+  SendMessageW(form.window(), WM_SYSCOMMAND, SC_KEYMENU, 0);
+  KillTimer(nullptr, timer);
+  EXPECT_FALSE(menu);
+}
+
+TEST_F(FormsTest, ACalendarTellsADayOnceAndAlwaysHasTheOneItShows) {
+  const auto notify = [&](UINT code) {
+    NMSELCHANGE notice = {};
+    notice.nmhdr = {form.Calendar.window(), kCalendarId, code};
+    SendMessageW(form.window(), WM_NOTIFY, kCalendarId, reinterpret_cast<LPARAM>(&notice));
+  };
+  const struct {
+    Day shown;
+    UINT notice;
+    const char* told;
+  } cases[] = {{{2003, 1, 31}, MCN_SELCHANGE, ""},  {{2003, 1, 31}, MCN_SELECT, ""},
+               {{2003, 1, 12}, MCN_SELCHANGE, "c"}, {{2003, 2, 12}, MCN_SELCHANGE, "m"},
+               {{2003, 3, 1}, MCN_SELECT, "c"},     {{2013, 3, 1}, MCN_SELCHANGE, "y"}};
+  form.Calendar.SetValue({2003, 1, 31});
+  for (const auto& [shown, notice, told] : cases) {
+    form.told.clear();
+    SYSTEMTIME time = {};
+    time.wYear = static_cast<WORD>(shown.year);
+    time.wMonth = static_cast<WORD>(shown.month);
+    time.wDay = static_cast<WORD>(shown.day);
+    SendMessageW(form.Calendar.window(), MCM_SETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
+    EXPECT_EQ(form.Calendar.Value(), shown);
+    for (int repeated = 0; repeated < 2; ++repeated) notify(notice);
+    EXPECT_EQ(form.told, told) << shown.day;
+  }
+}
+
+TEST_F(FormsTest, AModalWindowLeavesItsOwnerInFront) {
+  form.Slider1.SetFocus();
+  ModalForm modal;
+  modal.ShowModal(form);
+  EXPECT_EQ(modal.inFront, form.window());
+  EXPECT_FALSE(modal.ownerUsable);
+  EXPECT_TRUE(IsWindowEnabled(form.window()));
+  EXPECT_TRUE(form.Slider1.HasFocus());
+}
+
+TEST_F(FormsTest, AWindowThatGrowsMovesUpUntilItFits) {
+  const RECT suggested = {10, 10, 0, 0};
+  SendMessageW(form.window(), WM_DPICHANGED, MAKEWPARAM(96, 96),
+               reinterpret_cast<LPARAM>(&suggested));
+  RECT area = {}, place = {};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  SetWindowPos(form.window(), nullptr, 10, area.bottom - 100, 0, 0, SWP_NOSIZE);
+  form.SetHeight(9000);
+  GetWindowRect(form.window(), &place);
+  EXPECT_EQ(place.bottom, area.bottom);
+  EXPECT_EQ(place.bottom - place.top, 600);
+}
+
+TEST(TextSizes, NoCaptionIsCut) {
+  StartApplication();
+  constexpr LONG kTick = 18;  // Pixels that a box takes before its caption.
+  for (const int percent : {100, 150, 225}) {
+    const TextSize size(percent);
+    for (const layout::Form* table :
+         {&layout::kFrmTrimbrook, &layout::kFrmSaveFile, &layout::kFrmSaveToCD}) {
+      Form form(*table);
+      ASSERT_TRUE(form.Load());
+      for (const layout::Row& row : table->rows) {
+        if (row.kind != Kind::kLabel && row.kind != Kind::kButton && row.kind != Kind::kCheckBox)
+          continue;
+        const HWND control = form.ControlById(row.id).window();
+        const std::wstring text = Wide(row.caption);
+        RECT client = {};
+        GetClientRect(control, &client);
+        const HDC screen = GetDC(control);
+        SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
+        SIZE extent = {};
+        GetTextExtentPoint32W(screen, text.c_str(), static_cast<int>(text.size()), &extent);
+        ReleaseDC(control, screen);
+        if (row.kind == Kind::kCheckBox && !text.empty()) extent.cx += kTick;
+        EXPECT_TRUE(extent.cx <= client.right && extent.cy <= client.bottom + 1)
+            << row.caption << " at " << percent << " %: " << extent.cx << " x " << extent.cy
+            << " in " << client.right << " x " << client.bottom;
+      }
+    }
+  }
 }
 
 TEST_F(FormsTest, GivesATipToolItsNewestText) {

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "driver/await.h"
 #include "driver/files.h"
 #include "driver/input.h"
@@ -88,18 +90,24 @@ TEST_F(Range, ASliderDraggedPastTheOtherIsStoppedOnce) {
 }
 
 TEST_F(Range, TheCustomRangeUnfoldsTheWindowUpwards) {
-  SetWindowPos(program_.main().handle(), nullptr, 100, 300, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-  const RECT before = program_.main().Place();
-  EXPECT_FALSE(program_.At(IDC_frmTrimbrook_Frame4).IsShown());
-  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
-  const RECT unfolded = program_.main().Place();
-  EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Frame4).IsShown());
+  RECT area = {};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
   // 15 twips are a pixel here.
-  EXPECT_EQ(unfolded.top, before.top - 1950 / 15);
-  EXPECT_EQ(unfolded.bottom - unfolded.top, 11205 / 15);
-  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
-  EXPECT_EQ(program_.main().Place().top, before.top);
-  EXPECT_EQ(program_.main().Place().bottom, before.bottom);
+  constexpr LONG kRise = 1950 / 15;
+  constexpr LONG kHeight = 11205 / 15;
+  for (const LONG top : {area.top + 300, area.bottom - 500}) {
+    SetWindowPos(program_.main().handle(), nullptr, 100, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    const RECT before = program_.main().Place();
+    EXPECT_FALSE(program_.At(IDC_frmTrimbrook_Frame4).IsShown());
+    program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+    const RECT unfolded = program_.main().Place();
+    EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Frame4).IsShown());
+    EXPECT_EQ(unfolded.top, std::min(before.top - kRise, area.bottom - kHeight));
+    EXPECT_EQ(unfolded.bottom - unfolded.top, kHeight);
+    program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+    EXPECT_EQ(program_.main().Place().top, before.top);
+    EXPECT_EQ(program_.main().Place().bottom, before.bottom);
+  }
 }
 
 TEST_F(Range, ConfirmTakesTimesInsideTheSourceOnly) {

@@ -4,6 +4,7 @@
 
 #include "driver/await.h"
 #include "driver/files.h"
+#include "driver/input.h"
 #include "driver/recording.h"
 #include "driver/trimbrook.h"
 
@@ -33,6 +34,7 @@ TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
   const Trimbrook program;
   EXPECT_EQ(program.main().Text(), "Trimbrook 4.0");
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Command7).IsShown());
+  AwaitFocus(program.main(), program.At(IDC_frmTrimbrook_Command1));
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider1).IsEnabled());
   EXPECT_EQ(ShownCameras(program), CamerasUpTo(16));
   for (int camera = 1; camera <= 32; ++camera)
@@ -59,6 +61,7 @@ TEST(Source, ShowsItsRangeAndSize) {
   EXPECT_EQ(program.At(IDC_frmTrimbrook_Slider1).Ask(TBM_GETRANGEMAX), 3);
   EXPECT_TRUE(program.At(IDC_frmTrimbrook_Slider2).IsEnabled());
   EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 3));
+  AwaitFocus(program.main(), program.At(IDC_frmTrimbrook_Command2));
 }
 
 TEST(Source, DialogOffersBothKindsInTheProgramsFolderTheOneUsedLastFirst) {
