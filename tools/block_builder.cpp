@@ -17,15 +17,15 @@ void BlockBuilder::Begin(const Layout& layout, std::uint32_t sequence) {
   std::fill(block_.begin() + layout_->trailer - kSectorBytes, block_.end(), std::uint8_t{0});
   sequence_ = sequence;
   dirty_ = used_ = imageCount_ = 0;
+  times_.reset();
 }
 
 /// Sectors for the image's bytes and its tail. A recorder ends an image at most 455 bytes into the
 /// tail's sector; a tight one uses the last byte before the tail too.
-int BlockBuilder::DataSectors(std::size_t imageBytes) const {
-  const int size = static_cast<int>(imageBytes);
-  if (!HasTails()) return std::max(1, (size + kSectorBytes - 1) / kSectorBytes);
-  const int spare = style_.tight ? kSectorBytes - 1 : kSectorBytes;
-  return (size + kTailBytes + spare) / kSectorBytes;
+int BlockBuilder::DataSectors(const Image& image) const {
+  const int size = static_cast<int>(image.bytes.size()) + (HasTail(image) ? kTailBytes : 0);
+  const int spare = style_.tight || !HasTail(image) ? kSectorBytes - 1 : kSectorBytes;
+  return std::max(1, (size + spare) / kSectorBytes);
 }
 
 int BlockBuilder::FreeSectors() const {
@@ -33,7 +33,7 @@ int BlockBuilder::FreeSectors() const {
 }
 
 bool BlockBuilder::Fits(const Image& image) const {
-  const int sectors = DataSectors(image.bytes.size()) + (image.text.empty() ? 0 : 1) +
+  const int sectors = DataSectors(image) + (image.text.empty() ? 0 : 1) +
                       static_cast<int>(image.sound.size()) / kSectorBytes;
   return imageCount_ < layout_->mostImages && sectors <= FreeSectors();
 }
@@ -53,8 +53,8 @@ void BlockBuilder::List(const Image& image) {
 void BlockBuilder::Add(const Image& image) {
   List(image);
   std::copy(image.bytes.begin(), image.bytes.end(), block_.begin() + used_);
-  used_ += DataSectors(image.bytes.size()) * kSectorBytes;
-  if (HasTails()) PutTail(image, used_);
+  used_ += DataSectors(image) * kSectorBytes;
+  if (HasTail(image)) PutTail(image, used_);
   if (!image.text.empty()) PutText(image.text);
   std::copy(image.sound.begin(), image.sound.end(), block_.begin() + used_);
   used_ += static_cast<int>(image.sound.size());
@@ -64,7 +64,7 @@ void BlockBuilder::Add(const Image& image) {
 void BlockBuilder::AddHole(const Image& image) {
   List(image);
   used_ = layout_->trailer;
-  if (HasTails()) PutTail(image, used_);
+  if (HasTail(image)) PutTail(image, used_);
 }
 
 void BlockBuilder::PutEntry(const Image& image) {
@@ -78,7 +78,9 @@ void BlockBuilder::PutEntry(const Image& image) {
     entry[layout.entryParts] = static_cast<std::uint8_t>(image.sound.size() / kSectorBytes << 3 |
                                                          (image.text.empty() ? 0 : 1));
   if (layout.entryTime != kNone) {
-    const std::int64_t start = imageCount_ == 0 ? image.seconds : earliest_;
+    const std::int32_t start = times_             ? times_->first
+                               : imageCount_ == 0 ? image.seconds
+                                                  : earliest_;
     Put(entry + layout.entryTime, 2, static_cast<std::uint32_t>(image.seconds - start));
   }
 }
@@ -110,9 +112,10 @@ void BlockBuilder::PutText(const std::string& text) {
 const Bytes& BlockBuilder::Finish() {
   const Layout& layout = *layout_;
   std::uint8_t* trailer = Trailer();
-  Put(trailer + kEarliest, 4, static_cast<std::uint32_t>(earliest_));
-  Put(trailer + kStart, 4, static_cast<std::uint32_t>(earliest_));
-  Put(trailer + kEnd, 4, static_cast<std::uint32_t>(latest_));
+  const auto [start, end] = times_.value_or(std::pair(earliest_, latest_));
+  Put(trailer + kEarliest, 4, static_cast<std::uint32_t>(start));
+  Put(trailer + kStart, 4, static_cast<std::uint32_t>(start));
+  Put(trailer + kEnd, 4, static_cast<std::uint32_t>(end));
   // The list of types 0x00 and 0x10 begins beyond what this byte can tell.
   trailer[kListPlace] = static_cast<std::uint8_t>(layout.list <= 255 ? layout.list : 0);
   trailer[kType] = layout.type;
@@ -123,9 +126,9 @@ const Bytes& BlockBuilder::Finish() {
     for (int i = 0; i < kTitlesInTable; ++i)
       Copy(style_.titles[static_cast<std::size_t>(i)], kTitleBytes,
            EntryAt(trailer + layout.titleTable, i, kTitleBytes));
-  const int end = used_ / kSectorBytes + layout.firstSector;
+  const int sector = used_ / kSectorBytes + layout.firstSector;
   Put(EntryAt(trailer + layout.list, imageCount_, layout.entryBytes) + layout.entrySector, 2,
-      static_cast<std::uint32_t>(end));
+      static_cast<std::uint32_t>(sector));
   return block_;
 }
 

@@ -2,29 +2,33 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "tools/bytes.h"
 #include "tools/layout.h"
 
 namespace tools {
 
-/// One image as a recorder hands it to its disk.
+/// One image with all that belongs to it, as a recorder hands it to its disk.
 struct Image {
   int camera = 0;            ///< From 0 on.
-  std::int64_t seconds = 0;  ///< Capture time stamp.
-  int flags = 0;             ///< 0 to 3.
-  std::string title;         ///< At most 48 bytes.
-  std::string text;          ///< At most 500 bytes.
-  Bytes sound;               ///< Whole sectors, at most 31.
-  Bytes bytes;
+  std::int32_t seconds = 0;  ///< Capture time stamp.
+  std::string bytes = "IMAGE";
+  std::string title = "";  ///< At most 48 bytes.
+  std::string text = "";   ///< At most 500 bytes.
+  std::string sound = "";  ///< Whole sectors, at most 31.
+  int flags = 0;           ///< 0 to 3.
+  bool tail = true;        ///< Without one only in the block types where it is a choice.
+
+  bool operator==(const Image&) const = default;
 };
 
 /// How the blocks of a recording are written.
 struct BlockStyle {
   bool pal = false;
-  bool tails = true;   ///< Write tails also in the block types where they are a choice.
-  bool tight = false;  ///< Let an image run right up to its tail.
+  bool tight = false;                              ///< Let an image run right up to its tail.
   std::array<std::string, kTitlesInTable> titles;  ///< For a title table.
 };
 
@@ -37,6 +41,8 @@ class BlockBuilder {
 
   /// Begins an empty block. All blocks of a builder have their trailer at the same place.
   void Begin(const Layout& layout, std::uint32_t sequence);
+  /// The block's start and end time are these; otherwise they follow its images.
+  void SetTimes(std::int32_t start, std::int32_t end) { times_ = {start, end}; }
 
   /// Whether the data area and the entry list have room for one more image.
   bool Fits(const Image& image) const;
@@ -52,8 +58,8 @@ class BlockBuilder {
   const Bytes& Finish();
 
  private:
-  bool HasTails() const { return layout_->alwaysTails || style_.tails; }
-  int DataSectors(std::size_t imageBytes) const;
+  bool HasTail(const Image& image) const { return layout_->alwaysTails || image.tail; }
+  int DataSectors(const Image& image) const;
   void List(const Image& image);
   void PutEntry(const Image& image);
   void PutMasks(const Image& image);
@@ -69,8 +75,9 @@ class BlockBuilder {
   int dirty_ = 0;  ///< Bytes of the data area that may not be zero, from its start on.
   int used_ = 0;   ///< Bytes of the data area in use, whole sectors.
   int imageCount_ = 0;
-  std::int64_t earliest_ = 0;
-  std::int64_t latest_ = 0;
+  std::optional<std::pair<std::int32_t, std::int32_t>> times_;  ///< As set.
+  std::int32_t earliest_ = 0;
+  std::int32_t latest_ = 0;
 };
 
 }  // namespace tools

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace tools {
@@ -48,6 +49,13 @@ class Random {
     z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9u;
     z = (z ^ (z >> 27)) * 0x94D049BB133111EBu;
     return z ^ (z >> 31);
+  }
+
+  /// Some bytes.
+  std::string Text(std::size_t count) {
+    std::string text(count, '\0');
+    for (char& byte : text) byte = static_cast<char>(Next());
+    return text;
   }
 
   /// A number from `least` to `most`, both inclusive.

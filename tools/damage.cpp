@@ -17,7 +17,7 @@ void ForEachTail(Victim& victim, const std::function<void(std::uint8_t*)>& chang
     // The end entry of a full block holds 4096, of which the high nibble is no flag.
     const bool isEnd = i + 1 == victim.ImageCount();
     const int end = (static_cast<int>(isEnd ? next : next & 0xFFF) - sectors) * kSectorBytes;
-    if (end >= kSectorBytes && end < layout.trailer) change(victim.block.data() + end);
+    if (end >= kSectorBytes && end < layout.trailer) change(victim.block + end);
   }
 }
 
@@ -51,7 +51,7 @@ void SetCount(Victim& victim, std::uint32_t count) {
 
 void FlipBytes(Victim& victim, int from, int count, int flips) {
   for (int i = 0; i < flips; ++i)
-    victim.block.data()[from + victim.random.Between(0, count - 1)] ^=
+    victim.block[from + victim.random.Between(0, count - 1)] ^=
         static_cast<std::uint8_t>(victim.random.Between(1, 255));
 }
 

@@ -12,10 +12,10 @@ namespace tools {
 /// A block that is about to be damaged.
 struct Victim {
   const Layout& layout;
-  Bytes& block;
+  std::uint8_t* block;
   Random& random;
 
-  std::uint8_t* Trailer() { return block.data() + layout.trailer; }
+  std::uint8_t* Trailer() { return block + layout.trailer; }
   std::uint8_t* Entry(int index) {
     return EntryAt(Trailer() + layout.list, index, layout.entryBytes);
   }

@@ -15,14 +15,14 @@ using LibraryImage = std::unique_ptr<opj_image_t, decltype(&opj_image_destroy)>;
 
 /// The bytes that a stream of the library's writes.
 struct Memory {
-  Bytes bytes;
+  std::string bytes;
   std::size_t at = 0;
 };
 
 OPJ_SIZE_T WriteMemory(void* buffer, OPJ_SIZE_T count, void* user) {
   auto& memory = *static_cast<Memory*>(user);
   memory.bytes.resize(std::max(memory.bytes.size(), memory.at + count));
-  std::copy_n(static_cast<const std::uint8_t*>(buffer), count,
+  std::copy_n(static_cast<const char*>(buffer), count,
               memory.bytes.begin() + static_cast<std::ptrdiff_t>(memory.at));
   memory.at += count;
   return count;
@@ -54,7 +54,7 @@ LibraryImage ToLibrary(const Picture& picture) {
 
 }  // namespace
 
-Bytes EncodeJpeg2000(const Picture& picture) {
+std::string EncodeJpeg2000(const Picture& picture) {
   opj_cparameters_t settings;
   opj_set_default_encoder_parameters(&settings);
   settings.tcp_numlayers = 1;

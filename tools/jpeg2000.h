@@ -1,12 +1,13 @@
 #pragma once
 
-#include "tools/bytes.h"
+#include <string>
+
 #include "tools/picture.h"
 
 namespace tools {
 
 /// Encodes a picture without loss as a bare JPEG 2000 codestream. Throws `std::runtime_error`
 /// when the library fails.
-Bytes EncodeJpeg2000(const Picture& picture);
+std::string EncodeJpeg2000(const Picture& picture);
 
 }  // namespace tools

@@ -19,20 +19,19 @@ std::uint32_t Checksum(const std::uint8_t* bytes, std::size_t count) {
 
 }  // namespace
 
-Bytes MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length,
-                  std::uint64_t seed) {
-  Bytes bytes(static_cast<std::size_t>(length));
-  Random random(seed + number);
-  for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random.Next());
-  if (!bytes.empty()) bytes.back() |= 1;
-  if (length <= kPayloadHeaderBytes) return bytes;
-  std::copy(kMagic.begin(), kMagic.end(), bytes.begin());
-  Put(bytes.data() + kCamera, 4, static_cast<std::uint32_t>(camera));
-  Put(bytes.data() + kTime, 4, static_cast<std::uint32_t>(seconds));
-  Put(bytes.data() + kNumber, 4, number);
-  Put(bytes.data() + kLength, 4, static_cast<std::uint32_t>(length));
-  Put(bytes.data() + kChecksum, 4, Checksum(bytes.data(), bytes.size()));
-  return bytes;
+std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length,
+                        std::uint64_t seed) {
+  std::string text = Random(seed + number).Text(static_cast<std::size_t>(length));
+  if (!text.empty()) text.back() |= 1;
+  if (length <= kPayloadHeaderBytes) return text;
+  auto* bytes = reinterpret_cast<std::uint8_t*>(text.data());
+  std::copy(kMagic.begin(), kMagic.end(), bytes);
+  Put(bytes + kCamera, 4, static_cast<std::uint32_t>(camera));
+  Put(bytes + kTime, 4, static_cast<std::uint32_t>(seconds));
+  Put(bytes + kNumber, 4, number);
+  Put(bytes + kLength, 4, static_cast<std::uint32_t>(length));
+  Put(bytes + kChecksum, 4, Checksum(bytes, text.size()));
+  return text;
 }
 
 std::optional<Content> ReadPayload(const std::uint8_t* bytes, std::size_t count) {

@@ -15,8 +15,8 @@ inline constexpr int kPayloadHeaderBytes = 28;
 
 /// Such an image of `length` bytes, never ending in a zero; without the header when it is too
 /// short for one.
-Bytes MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length,
-                  std::uint64_t seed);
+std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length,
+                        std::uint64_t seed);
 
 /// What such an image says of itself.
 struct Content {

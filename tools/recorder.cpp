@@ -28,12 +28,6 @@ std::string MakeText(Random& random, int length) {
   return text;
 }
 
-Bytes MakeSound(Random& random, int sectors) {
-  Bytes sound(static_cast<std::size_t>(sectors * kSectorBytes));
-  for (std::uint8_t& byte : sound) byte = static_cast<std::uint8_t>(random.Next());
-  return sound;
-}
-
 }  // namespace
 
 Recorder::Recorder(const Wishes& wishes)
@@ -42,8 +36,9 @@ Recorder::Recorder(const Wishes& wishes)
 Image Recorder::BareImage(std::uint32_t turn) const {
   Image image;
   image.camera = wishes_.cameras[turn % wishes_.cameras.size()] - 1;
-  image.seconds = wishes_.start + static_cast<std::int64_t>(std::floor(imageCount_ * wishes_.step));
+  image.seconds = wishes_.start + static_cast<std::int32_t>(std::floor(imageCount_ * wishes_.step));
   image.title = wishes_.TitleOf(image.camera);
+  image.tail = wishes_.tails;
   return image;
 }
 
@@ -65,8 +60,9 @@ Image Recorder::NextImage() {
     image.text =
         MakeText(texts, wishes_.textLength > 0 ? wishes_.textLength : texts.Between(1, kTextBytes));
   if (hasParts && IsTurn(wishes_.soundEvery, imageCount_))
-    image.sound =
-        MakeSound(sounds, wishes_.soundSectors > 0 ? wishes_.soundSectors : sounds.Between(1, 31));
+    image.sound = sounds.Text(kSectorBytes * static_cast<std::size_t>(wishes_.soundSectors > 0
+                                                                          ? wishes_.soundSectors
+                                                                          : sounds.Between(1, 31)));
   MakeBytes(image, sizes.Between(wishes_.size.first, wishes_.size.last));
   return image;
 }
@@ -121,7 +117,7 @@ const Bytes& Recorder::MakeBlock(int block) {
   if (wishes_.damages.empty()) return builder_.Finish();
   damaged_ = builder_.Finish();
   for (const Damage& damage : wishes_.damages) {
-    Victim victim = {*layout_, damaged_, random_};
+    Victim victim = {*layout_, damaged_.data(), random_};
     if (damage.block == 0 || damage.block == block) damage.kind->apply(victim);
   }
   return damaged_;

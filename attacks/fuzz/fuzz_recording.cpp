@@ -52,7 +52,12 @@ struct Run {
   }
 
   /// Whether nothing but the recording itself decides what a save gives.
-  bool IsUndisturbed() const { return world.disk.fault.met.empty() && progress.messages.empty(); }
+  bool IsUndisturbed() const {
+    return world.disk.fault.met.empty() &&
+           std::all_of(progress.messages.begin(), progress.messages.end(), [](const auto& message) {
+             return StartsWith(message, "The recording is damaged");
+           });
+  }
 
   /// Whether no file could be removed, so that one may be left.
   bool RemovalFails() const { return world.disk.fault.met == "remove" && world.disk.fault.lasting; }
@@ -78,31 +83,32 @@ struct Run {
   std::size_t size = 0;
 };
 
-std::vector<TestImage> ChosenOf(const Run& run) {
-  std::vector<TestImage> images = run.recording.Images(run.first, run.last);
-  std::erase_if(images, [](const TestImage& image) {
-    return image.camera > 15 || (mdlSave::lngCamSelLow >> image.camera & 1) == 0;
+std::vector<HostileRecording::Given> ChosenOf(const Run& run) {
+  std::vector<HostileRecording::Given> chosen = run.recording.Images();
+  std::erase_if(chosen, [&](const HostileRecording::Given& given) {
+    return given.block < run.first || given.block > run.last || given.image.camera > 15 ||
+           (mdlSave::lngCamSelLow >> given.image.camera & 1) == 0;
   });
-  return images;
+  return chosen;
 }
 
-void DemandSame(const TestImage& stored, const TestImage& given, bool isType20, bool hasStamp) {
-  Demand(stored.camera == given.camera && stored.flags == given.flags, "camera and flags are kept");
-  Demand(!hasStamp || stored.seconds == given.seconds, "the stamp is kept");
-  Demand(stored.text == given.text, "the text is kept");
-  Demand(isType20 ? stored.sound.empty() : stored.sound == given.sound, "the sound is kept");
+void DemandSame(const tools::Image& stored, const HostileRecording::Given& given) {
+  const tools::Image& image = given.image;
+  const bool isType20 = given.layout->type == 0x20;
+  Demand(stored.camera == image.camera && stored.flags == image.flags, "camera and flags are kept");
+  // Blocks without tails and times in their list have none for an image.
+  Demand(stored.seconds == image.seconds || (!image.tail && !isType20), "the stamp is kept");
+  Demand(stored.text == image.text, "the text is kept");
+  Demand(stored.sound == (isType20 ? "" : image.sound), "the sound is kept");
   // A longer title before it may leave its end behind.
-  Demand(StartsWith(stored.title, given.title), "the title is kept");
-  Demand(stored.bytes == given.bytes, "the image is kept");
+  Demand(StartsWith(stored.title, image.title), "the title is kept");
+  Demand(stored.bytes == image.bytes, "the image is kept");
 }
 
-void DemandChosenImages(const Run& run, const std::vector<TestImage>& stored) {
-  const std::vector<TestImage> chosen = ChosenOf(run);
+void DemandChosenImages(const Run& run, const std::vector<tools::Image>& stored) {
+  const auto chosen = ChosenOf(run);
   Demand(stored.size() == chosen.size(), "every chosen image is kept, and no other");
-  const int type = mdlFileProcessing::bytBlockStatus;
-  for (std::size_t i = 0; i < chosen.size(); ++i)
-    DemandSame(stored[i], chosen[i], type == 0x20,
-               chosen[i].tail || (type != 0x00 && type != 0x10));
+  for (std::size_t i = 0; i < chosen.size(); ++i) DemandSame(stored[i], chosen[i]);
 }
 
 void SaveChosen(Run& run) {
@@ -110,9 +116,9 @@ void SaveChosen(Run& run) {
   const SaveOutcome outcome =
       SaveChosenCameras(run.world.system, run.progress, kSource, kTarget, run.first, run.last);
   if (outcome != SaveOutcome::kSaved) return run.DemandNoHalfFile();
-  const std::vector<TestImage> stored =
+  const std::vector<tools::Image> stored =
       ImagesOf(run.world.disk.View(kTarget), run.recording.Is20D());
-  for (const TestImage& image : stored)
+  for (const tools::Image& image : stored)
     Demand((mdlSave::lngCamSelLow >> image.camera & 1) != 0, "only chosen cameras are kept");
   if (run.recording.IsSound() && run.IsUndisturbed()) DemandChosenImages(run, stored);
 }
@@ -140,7 +146,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   const bool valid = mdlFileProcessing::ScanSourceFile(run.world.disk, run.world.dates, kSource) ==
                      mdlFileProcessing::ReadEnd::kDone;
   if (run.recording.IsSound() && run.IsUndisturbed())
-    Demand(valid && mdlFileProcessing::lngBlockCount == run.recording.Blocks(),
+    Demand(valid == run.recording.EndsWell() &&
+               mdlFileProcessing::lngBlockCount == run.recording.Blocks(),
            "the scan is right");
   mdlFileProcessing::CheckAvailability(run.world.disk, kSource, run.first, run.last);
   if (mdlFileProcessing::lngBlockCount > 0) {

@@ -42,7 +42,7 @@ struct Call {
   std::int32_t size;
   int soundSectors;
   std::size_t start = 0;  ///< In the noise.
-  TestImage image;        ///< The fields other than bytes and sound.
+  tools::Image image;     ///< The fields other than bytes and sound.
 };
 
 const std::string& Noise() {
@@ -83,7 +83,7 @@ bool Add(clsCreate60D& writer, const Call& call) {
   }
 }
 
-void DemandSame(const TestImage& stored, const Call& given) {
+void DemandSame(const tools::Image& stored, const Call& given) {
   const int flags = given.image.flags;
   Demand(stored.camera == given.image.camera && stored.seconds == given.image.seconds &&
              stored.flags == (flags >= 1 && flags <= 3 ? flags : 0) &&
@@ -131,7 +131,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   Demand(!writer.HasFailed() && disk.OpenHandles() == 0, "the file is closed and whole");
   std::size_t next = 0;
   for (const StoredBlock& block : ReadRecording(disk.View("t"), is20D))
-    for (const TestImage& image : block.images) DemandSame(image, given.at(next++));
+    for (const tools::Image& image : block.images) DemandSame(image, given.at(next++));
   Demand(next == given.size(), "no image is missing");
   room = disk.Take("t");
   return 0;

@@ -2,22 +2,6 @@
 
 #include <algorithm>
 
-#include "tools/block_builder.h"
-
-namespace {
-
-tools::Image AsRecorded(const TestImage& image) {
-  return {image.camera,
-          image.seconds,
-          image.flags,
-          image.title,
-          image.text,
-          {image.sound.begin(), image.sound.end()},
-          {image.bytes.begin(), image.bytes.end()}};
-}
-
-}  // namespace
-
 std::string Picture(int bytes, int seed) {
   std::string picture(bytes, '\0');
   std::uint32_t state = static_cast<std::uint32_t>(seed) * 2654435761u + 1;
@@ -29,7 +13,7 @@ std::string Picture(int bytes, int seed) {
   return picture;
 }
 
-std::ostream& operator<<(std::ostream& out, const TestImage& image) {
+std::ostream& tools::operator<<(std::ostream& out, const Image& image) {
   return out << "camera " << image.camera << " at " << image.seconds << ", " << image.bytes.size()
              << " bytes, title '" << image.title << "', text '" << image.text << "', "
              << image.sound.size() << " of sound, flags " << image.flags;
@@ -39,19 +23,13 @@ std::string RecordingBuilder::Bytes() const {
   std::string recording;
   std::uint32_t number = 0;
   for (const BlockPlan& plan : blocks_) {
-    tools::BlockStyle style = {false, true, true, {}};
+    tools::BlockStyle style = {.tight = true};
     std::copy(plan.titles.begin(), plan.titles.end(), style.titles.begin());
-    style.tails = std::all_of(plan.images.begin(), plan.images.end(),
-                              [](const TestImage& image) { return image.tail; });
     tools::BlockBuilder block(style);
     block.Begin(*Layout(), ++number);
-    for (const TestImage& image : plan.images) block.Add(AsRecorded(image));
-    tools::Bytes bytes = block.Finish();
-    if (plan.stamps) {
-      std::uint8_t* const trailer = bytes.data() + TrailerOffset();
-      tools::Put(trailer + tools::kStart, 4, static_cast<std::uint32_t>(plan.stamps->first));
-      tools::Put(trailer + tools::kEnd, 4, static_cast<std::uint32_t>(plan.stamps->second));
-    }
+    if (plan.stamps) block.SetTimes(plan.stamps->first, plan.stamps->second);
+    for (const TestImage& image : plan.images) block.Add(image);
+    const tools::Bytes& bytes = block.Finish();
     recording.append(bytes.begin(), bytes.end());
   }
   return recording;

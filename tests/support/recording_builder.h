@@ -7,28 +7,17 @@
 #include <utility>
 #include <vector>
 
-#include "tools/layout.h"
+#include "tools/block_builder.h"
 
 /// Deterministic image bytes that end in a byte other than zero; `seed` tells images apart.
 std::string Picture(int bytes, int seed = 1);
 
-/// One image as it is to be stored. Images without a tail exist in the older blocks only, and a
-/// block has them all with tails or all without.
-struct TestImage {
-  int camera = 0;  ///< From 0.
-  std::int32_t seconds = 0;
-  std::string bytes = Picture(100);
-  std::string title = "";
-  std::string text = "";
-  std::string sound = "";  ///< Whole 512-byte sectors.
-  int flags = 0;           ///< 0 to 3.
-  bool tail = true;
+using TestImage = tools::Image;
 
-  bool operator==(const TestImage&) const = default;
-};
-
+namespace tools {
 /// So that a failed comparison tells which image it was.
-std::ostream& operator<<(std::ostream& out, const TestImage& image);
+std::ostream& operator<<(std::ostream& out, const Image& image);
+}  // namespace tools
 
 /// Builds recordings in memory as a recorder would store them, with the tools' own idea of the
 /// layout: what the program writes is compared with it.
