@@ -51,7 +51,7 @@ attack_limits() {
 }
 
 attack_limits 100GiB.60D 51200
-attack_limits 100GiB.20D 51200 --opaque
+attack_limits 100GiB.20D 51200
 [ -z "${ATTACK_SECONDS-}" ] || attack_limits 1TiB.60D 524288
 
 while read -r source options; do
@@ -61,7 +61,7 @@ while read -r source options; do
   attack "$source" 1 100 1,2,3
 done <<'EXTREMES'
 one-image-a-block.60D --blocks 100 --images 1 --fill
-one-image-a-block.20D --blocks 100 --images 1 --fill --opaque
+one-image-a-block.20D --blocks 100 --images 1 --fill
 246-images-a-block.60D --blocks 100 --images 246 --size 40-400
 758-images-a-block.20D --blocks 100 --images 758 --size 40-400
 EXTREMES

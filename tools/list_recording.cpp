@@ -2,8 +2,6 @@
 // and checks that the images are what their entries say.
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <optional>
 #include <stdexcept>
@@ -18,7 +16,7 @@ namespace {
 
 constexpr int kMostBlocks = 4 << 20;
 
-enum class Task { kList, kCompare, kCheck, kExtract, kHelp };
+enum class Task { kList, kCompare, kCheck, kHelp };
 
 /// What a command line asks for.
 struct Request {
@@ -26,7 +24,6 @@ struct Request {
   std::optional<Range> blocks;
   std::optional<std::vector<int>> cameras;
   bool summary = false;
-  std::string folder;
 
   bool Has(const StoredImage& image) const {
     return !cameras || std::binary_search(cameras->begin(), cameras->end(), image.camera + 1);
@@ -34,7 +31,7 @@ struct Request {
 };
 
 using Value = const std::string&;
-constexpr std::array<Option<Request>, 7> kOptions = {{
+constexpr std::array<Option<Request>, 6> kOptions = {{
     {"blocks", "A-B", "only these blocks of the (source) file",
      [](Request& r, Value v) { r.blocks = ParseRange(v, 1, kMostBlocks); }},
     {"cameras", "LIST", "only these cameras, as 1,3,5-8",
@@ -48,11 +45,6 @@ constexpr std::array<Option<Request>, 7> kOptions = {{
      "check that each image made by make_recording is whole, and\nof the camera and the time of "
      "its entry",
      [](Request& r, Value) { r.task = Task::kCheck; }},
-    {"extract", "FOLDER", "write the bytes of each image into a file there",
-     [](Request& r, Value v) {
-       r.task = Task::kExtract;
-       r.folder = v;
-     }},
     {"help", nullptr, "this text", [](Request& r, Value) { r.task = Task::kHelp; }},
 }};
 
@@ -103,24 +95,6 @@ int Check(const std::string& path, const Request& request) {
   return failures == 0 && count > 0 ? 0 : 1;
 }
 
-int Extract(const std::string& path, const Request& request) {
-  const std::filesystem::path folder = request.folder;
-  std::filesystem::create_directories(folder);
-  const std::string ending = IsNameOf20D(path) ? ".j2k" : ".bin";
-  ForEachBlock(path, request, [&](const StoredBlock& block) {
-    for (const StoredImage& image : block.images) {
-      if (!request.Has(image) || !image.trouble.empty()) continue;
-      const std::string name = std::to_string(block.number) + "-" + std::to_string(image.index) +
-                               "-camera" + std::to_string(image.camera + 1) + ending;
-      std::ofstream file(folder / name, std::ios::binary);
-      file.write(reinterpret_cast<const char*>(block.At(image.begin)),
-                 image.bytesEnd - image.begin);
-      if (!file.flush()) throw std::runtime_error(name + " could not be written");
-    }
-  });
-  return 0;
-}
-
 int Compare(const std::string& source, const std::string& target, const Request& request) {
   const bool rebuilt = request.cameras.has_value();
   const int count = rebuilt ? CompareImages(source, target, *request.cameras, request.blocks)
@@ -137,7 +111,7 @@ int Run(int argc, char** argv) {
     throw std::invalid_argument("wrong number of file names");
   if (request.task == Task::kCompare) return Compare(files[0], files[1], request);
   if (request.task == Task::kCheck) return Check(files[0], request);
-  return request.task == Task::kExtract ? Extract(files[0], request) : List(files[0], request);
+  return List(files[0], request);
 }
 
 }  // namespace

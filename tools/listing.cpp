@@ -25,11 +25,6 @@ std::ptrdiff_t CountWithoutZeros(const std::uint8_t* begin, const std::uint8_t* 
   return last.base() - begin;
 }
 
-/// Whether some bytes begin and end as a JPEG 2000 codestream does.
-bool IsPicture(const std::uint8_t* bytes, std::ptrdiff_t size) {
-  return size > 6 && Get(bytes, 4) == 0xFF4FFF51 && Get(bytes + size - 2, 2) == 0xFFD9;
-}
-
 std::string TimeWord(std::int64_t seconds) {
   std::string text = TimeText(seconds);
   text[text.find(' ')] = 'T';
@@ -80,12 +75,9 @@ std::string DescribeImage(const StoredBlock& block, const StoredImage& image) {
 
 std::string CheckImage(const StoredBlock& block, const StoredImage& image) {
   if (!image.trouble.empty()) return image.trouble;
-  const std::uint8_t* bytes = block.At(image.begin);
-  const auto content = ReadPayload(bytes, static_cast<std::size_t>(image.bytesEnd - image.begin));
-  if (!content) {
-    const auto size = CountWithoutZeros(bytes, block.At(image.bytesEnd));
-    return IsPicture(bytes, size) ? "" : "shows nothing that is known";
-  }
+  const auto content =
+      ReadPayload(block.At(image.begin), static_cast<std::size_t>(image.bytesEnd - image.begin));
+  if (!content) return "is none of make_recording's";
   if (!content->trouble.empty()) return content->trouble;
   if (content->camera != image.camera + 1) return "shows camera " + std::to_string(content->camera);
   if (HasOwnTime(block, image) && content->time != image.seconds)

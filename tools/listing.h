@@ -16,7 +16,7 @@ std::string DescribeBlock(const StoredBlock& block);
 std::string DescribeImage(const StoredBlock& block, const StoredImage& image);
 
 /// What is wrong with an image that `make_recording` made: another camera or time than its entry's,
-/// a wrong checksum, or neither opaque bytes nor a picture. Empty when all is well.
+/// or bytes that have changed. Empty when all is well.
 std::string CheckImage(const StoredBlock& block, const StoredImage& image);
 
 }  // namespace tools

@@ -8,7 +8,6 @@
 #include <stdexcept>
 
 #include "tools/options.h"
-#include "tools/picture.h"
 #include "tools/recorder.h"
 #include "tools/recording_reader.h"
 #include "tools/time_text.h"
@@ -23,7 +22,6 @@ constexpr int kMostImageBytes = 2000000;
 struct Request {
   Wishes wishes;
   std::string types;
-  bool opaque = false;
   bool help = false;
 };
 
@@ -40,19 +38,12 @@ void SetTitles(Wishes& wishes, const std::string& text) {
     if (title.size() > kTailTitleBytes) throw std::invalid_argument("a title is too long");
 }
 
-void SetPictureSize(Wishes& wishes, const std::string& text) {
-  if (std::sscanf(text.c_str(), "%dx%d", &wishes.width, &wishes.height) != 2 ||
-      wishes.width < kLeastWidth || wishes.height < kLeastHeight || wishes.width > 1920 ||
-      wishes.height > 1080)
-    throw std::invalid_argument("from 96x64 to 1920x1080, not " + text);
-}
-
 int Turns(const std::string& text) {
   return ParseInt(text, 0, kMostBlocks);
 }
 
 using Value = const std::string&;
-constexpr std::array<Option<Request>, 25> kOptions = {{
+constexpr std::array<Option<Request>, 23> kOptions = {{
     {"type", "TYPES",
      "block types, as 30 or 00,20: one after the other, in\nturn; 00, 10, 20, 30 (.60D) or 60 "
      "(.20D); by default 30\nor 60, as the name ends",
@@ -60,15 +51,8 @@ constexpr std::array<Option<Request>, 25> kOptions = {{
     {"blocks", "N", "blocks of 2 MiB (3)",
      [](Request& r, Value v) { r.wishes.blocks = ParseInt(v, 0, kMostBlocks); }},
     {"size", "A-B", "bytes of an image (4000-40000)",
-     [](Request& r, Value v) {
-       r.wishes.size = ParseRange(v, 1, kMostImageBytes);
-       r.opaque = true;
-     }},
-    {"picture", "WxH", "size of the pictures in a .20D file (192x128)",
-     [](Request& r, Value v) { SetPictureSize(r.wishes, v); }},
-    {"opaque", nullptr, "opaque bytes instead of pictures in a .20D file",
-     [](Request& r, Value) { r.opaque = true; }},
-    {"images", "N", "images a block at the most; as many as fit by default,\n48 with pictures",
+     [](Request& r, Value v) { r.wishes.size = ParseRange(v, 1, kMostImageBytes); }},
+    {"images", "N", "images a block at the most; as many as fit by default",
      [](Request& r, Value v) { r.wishes.mostImages = ParseInt(v, 0, 758); }},
     {"fill", nullptr, "the last image of each block reaches up to the trailer",
      [](Request& r, Value) { r.wishes.fill = true; }},
@@ -133,8 +117,6 @@ void Complete(Request& request, bool is20D) {
   for (const Layout* layout : wishes.layouts)
     if (wishes.cameras.back() > layout->cameras)
       throw std::invalid_argument("--cameras: blocks of this type know no more than 16");
-  wishes.pictures = is20D && !request.opaque;
-  if (wishes.pictures && wishes.mostImages == INT_MAX) wishes.mostImages = 48;
   for (std::size_t i = 0; i < wishes.style.titles.size(); ++i)
     wishes.style.titles[i] = wishes.TitleOf(static_cast<int>(i));
 }

@@ -8,7 +8,7 @@
 
 namespace tools {
 
-/// An image of opaque bytes begins with a header by which it is known again: magic, then five
+/// An image begins with a header by which it is known again: magic, then five
 /// 4-byte fields: camera from 1 on, time stamp, number within the recording, length of the whole
 /// image, checksum of what follows the header. The rest is pseudo-random.
 inline constexpr int kPayloadHeaderBytes = 28;
@@ -25,7 +25,7 @@ struct Content {
   std::string trouble;  ///< What is wrong with the image's bytes; empty when nothing is.
 };
 
-/// Reads the header of an image of opaque bytes; nothing when there is none.
+/// Reads the header of such an image; nothing when there is none.
 std::optional<Content> ReadPayload(const std::uint8_t* bytes, std::size_t count);
 
 }  // namespace tools

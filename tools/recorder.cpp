@@ -5,9 +5,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "tools/jpeg2000.h"
 #include "tools/payload.h"
-#include "tools/picture.h"
 
 namespace tools {
 namespace {
@@ -68,11 +66,6 @@ Image Recorder::NextImage() {
 }
 
 void Recorder::MakeBytes(Image& image, int size) {
-  if (wishes_.pictures) {
-    image.bytes =
-        EncodeJpeg2000(DrawPicture(wishes_.width, wishes_.height, image.camera + 1, image.seconds));
-    return;
-  }
   if (wishes_.style.tight)
     size = std::max(1, (size + kTailBytes) / kSectorBytes) * kSectorBytes - kTailBytes;
   image.bytes = MakePayload(image.camera + 1, image.seconds, imageCount_, size, wishes_.seed);

@@ -23,16 +23,13 @@ struct Wishes {
   bool tails = true;           ///< Write tails in the block types where they are a choice.
   int mostImages = INT_MAX;    ///< Images a block at the most.
   Range size = {4000, 40000};  ///< Bytes of an opaque image.
-  bool pictures = false;       ///< JPEG 2000 pictures instead of opaque images.
-  int width = 192;
-  int height = 128;
-  bool fill = false;     ///< Let the last image of a block reach to the trailer.
-  int textEvery = 0;     ///< Each so-manieth image has a text; 0: none.
-  int textLength = 0;    ///< 0: of different lengths.
-  int soundEvery = 0;    ///< Each so-manieth image has sound; 0: none.
-  int soundSectors = 0;  ///< 0: of different lengths.
-  int flagsEvery = 0;    ///< Each so-manieth image has flags, 1 to 3 in turn; 0: none.
-  bool sparse = false;   ///< Blocks outside `dense` hold one image that is a hole.
+  bool fill = false;           ///< Let the last image of a block reach to the trailer.
+  int textEvery = 0;           ///< Each so-manieth image has a text; 0: none.
+  int textLength = 0;          ///< 0: of different lengths.
+  int soundEvery = 0;          ///< Each so-manieth image has sound; 0: none.
+  int soundSectors = 0;        ///< 0: of different lengths.
+  int flagsEvery = 0;          ///< Each so-manieth image has flags, 1 to 3 in turn; 0: none.
+  bool sparse = false;         ///< Blocks outside `dense` hold one image that is a hole.
   std::vector<Range> dense;
   std::vector<Damage> damages;
   std::uint64_t seed = 1;

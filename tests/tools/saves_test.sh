@@ -48,8 +48,8 @@ small.60D 1,3 --images 246 --size 40-300
 long-titles.60D 1,2 --titles A_title_of_forty_eight_bytes_which_is_the_longes|B
 60.20D 1,16 --images 20 --cameras 1,3,16 --sound-every 2 --titles CAMERA_10|CAM_2
 small.20D 1,2,3 --images 758 --size 40-300 --text-every 100
-full.20D 2 --pal --opaque --fill --cameras 1-3
-one.20D 1,2 --opaque --fill --images 1 --cameras 1,2
+full.20D 2 --pal --fill --cameras 1-3
+one.20D 1,2 --fill --images 1 --cameras 1,2
 KINDS
 
 # Here an open file can be deleted: nothing but the save's own care spares its source.

@@ -76,13 +76,6 @@ comparison_notices_every_byte() {
   expect 1 'checksum' "$list" --check target.60D
 }
 
-pictures_can_be_decoded() {
-  "$make" --blocks 1 --images 2 --picture 200x130 pictures.20D >/dev/null
-  "$list" --extract pictures pictures.20D
-  opj_decompress -i pictures/1-2-camera2.j2k -o picture.pgm >/dev/null
-  grep -aq '^200 130$' picture.pgm || fail "a picture is not of the size that was drawn"
-}
-
 # Sparse files keep their far end right, and cost next to nothing.
 far_end_of_a_large_file() {
   "$make" --sparse --blocks 5000 --dense 4999-5000 --images 3 large.60D >/dev/null
@@ -115,6 +108,5 @@ damaged_files_do_no_harm() {
 recordings_are_the_same_each_time_and_listed_as_made
 comparison_notices_every_difference
 comparison_notices_every_byte
-pictures_can_be_decoded
 far_end_of_a_large_file
 damaged_files_do_no_harm
