@@ -8,7 +8,10 @@ if(WIN32)
   # Windows hands pointers over as numbers.
   list(APPEND tidy_command --checks=-performance-no-int-to-ptr
        --extra-arg=--target=x86_64-w64-mingw32)
-  foreach(folder IN LISTS CMAKE_CXX_IMPLICIT_INCLUDE_DIRECTORIES)
+  # The library's headers of the compiler that builds; the intrinsics are clang's own.
+  set(folders ${CMAKE_CXX_IMPLICIT_INCLUDE_DIRECTORIES})
+  list(FILTER folders INCLUDE REGEX "c\\+\\+")
+  foreach(folder IN LISTS folders)
     list(APPEND tidy_command --extra-arg=-isystem${folder})
   endforeach()
 endif()

@@ -16,11 +16,11 @@ struct Image {
   int camera = 0;            ///< From 0 on.
   std::int32_t seconds = 0;  ///< Capture time stamp.
   std::string bytes = "IMAGE";
-  std::string title = "";  ///< At most 48 bytes.
-  std::string text = "";   ///< At most 500 bytes.
-  std::string sound = "";  ///< Whole sectors, at most 31.
-  int flags = 0;           ///< 0 to 3.
-  bool tail = true;        ///< Without one only in the block types where it is a choice.
+  std::string title{};  ///< At most 48 bytes.
+  std::string text{};   ///< At most 500 bytes.
+  std::string sound{};  ///< Whole sectors, at most 31.
+  int flags = 0;        ///< 0 to 3.
+  bool tail = true;     ///< Without one only in the block types where it is a choice.
 
   bool operator==(const Image&) const = default;
 };
@@ -28,8 +28,8 @@ struct Image {
 /// How the blocks of a recording are written.
 struct BlockStyle {
   bool pal = false;
-  bool tight = false;                              ///< Let an image run right up to its tail.
-  std::array<std::string, kTitlesInTable> titles;  ///< For a title table.
+  bool tight = false;                                ///< Let an image run right up to its tail.
+  std::array<std::string, kTitlesInTable> titles{};  ///< For a title table.
 };
 
 /// Lays out blocks of 2 MiB, one after the other in the same memory: large sparse recordings have

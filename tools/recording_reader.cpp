@@ -40,9 +40,9 @@ class BlockParser {
   /// Where in the data area image `i` begins, or where the last one ends.
   int PlaceOf(int i) const {
     int sector = static_cast<int>(Get(Entry(i) + layout_.entrySector, 2));
-    if (layout_.entryParts != kNone) sector %= kSectorNumbers;
     // A full block's end has one bit too many for the field.
-    if (sector == 0 && i == count_ && i > 0) sector = kSectorNumbers;
+    const bool isFullEnd = sector == kSectorNumbers && i == count_;
+    if (layout_.entryParts != kNone && !isFullEnd) sector %= kSectorNumbers;
     return (sector - layout_.firstSector) * kSectorBytes;
   }
 

@@ -22,7 +22,7 @@ class Target {
     mdlFileProcessing::bln20D = !is20D;  // The kind is taken when the file is created.
   }
 
-  void Add(const TestImage& image) {
+  void Add(const tools::Image& image) {
     // The image lies inside a greater buffer, so that a byte too much is seen.
     const std::string buffer = "<" + image.bytes + ">";
     writer.AddDataTo60DFile(reinterpret_cast<const std::uint8_t*>(buffer.data()), 1,
@@ -174,7 +174,7 @@ TEST_P(Writer, TakesImagesUpToAWholeBlockAndRefusesGreaterOnes) {
 }
 
 TEST_P(Writer, ARefusedImageChangesNothing) {
-  const TestImage first = {.camera = 1, .seconds = 5, .title = "FIRST"};
+  const tools::Image first = {.camera = 1, .seconds = 5, .title = "FIRST"};
   Target expected(is20D());
   expected.Add(first);
   expected.Add(first);

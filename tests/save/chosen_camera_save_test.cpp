@@ -11,7 +11,7 @@ constexpr std::int32_t kStart = 1'400'000'000;
 
 struct SaveOfCameras : SaveWorld {
   using SaveWorld::SaveWorld;
-  std::vector<TestImage> Saved() const { return ImagesOf(world.disk.View(kTarget), is20D); }
+  std::vector<tools::Image> Saved() const { return ImagesOf(world.disk.View(kTarget), is20D); }
 };
 
 bool HasTitleTable(int type) {
@@ -20,8 +20,8 @@ bool HasTitleTable(int type) {
 
 /// The i-th image of a recording: no two are alike, and there is one of every sort that the block
 /// type knows. All titles are of one length, so that none shows through behind another.
-TestImage Sample(int type, int i) {
-  TestImage image = {
+tools::Image Sample(int type, int i) {
+  tools::Image image = {
       .camera = i % 5,
       .seconds = kStart + i * 3,
       .bytes = Picture(i == 7 ? 300000 : i * i * 41 % 9000 + 1, i),
@@ -46,10 +46,10 @@ RecordingBuilder SampleRecording(int type, int blocks) {
 }
 
 /// What a save is to keep of blocks `first` to `last`.
-std::vector<TestImage> KeptSamples(int type, int first, int last, std::int32_t cameras) {
-  std::vector<TestImage> kept;
+std::vector<tools::Image> KeptSamples(int type, int first, int last, std::int32_t cameras) {
+  std::vector<tools::Image> kept;
   for (int i = (first - 1) * kImagesPerBlock; i < last * kImagesPerBlock; ++i) {
-    TestImage image = Sample(type, i);
+    tools::Image image = Sample(type, i);
     if ((cameras >> image.camera & 1) == 0) continue;
     const std::string number = std::to_string(image.camera);
     if (image.title.find_first_not_of(' ') == std::string::npos)
@@ -135,7 +135,7 @@ TEST(SaveChosenCameras, ReadsEachBlockByItsOwnType) {
   }();
   SaveOfCameras save(0x30, recording);
   ASSERT_EQ(save.Run(1, 6, 0xFFFF), SaveOutcome::kSaved);
-  std::vector<TestImage> expected;
+  std::vector<tools::Image> expected;
   for (const int type : {0x30, 0x20, 0x00, 0x10, 0x30}) expected.push_back(Sample(0x00, type + 1));
   auto saved = save.Saved();
   EXPECT_THAT(saved, ElementsAreArray(expected));
@@ -157,7 +157,7 @@ TEST(SaveChosenCameras, KeepsTheSectorsThatAnImageHad) {
 
 TEST(SaveChosenCameras, TakesWhatOldImagesWithoutTailLack) {
   const auto image = [](int camera, int offset) {
-    return TestImage{
+    return tools::Image{
         .camera = camera, .seconds = kStart + offset, .bytes = Picture(1024), .tail = false};
   };
   // A list of type 0x20 tells the seconds; the others spread the images over the block's time.
@@ -198,14 +198,14 @@ class DamagedImage : public ::testing::TestWithParam<Damage> {};
 
 TEST_P(DamagedImage, CostsItselfOnly) {
   const Damage& damage = GetParam();
-  std::vector<TestImage> images;
+  std::vector<tools::Image> images;
   for (int i = 0; i < 3; ++i)
     images.push_back({.camera = i, .seconds = kStart, .bytes = Picture(400, i), .title = "DOOR 1"});
   images[1].text = "12.50";
   images[1].sound = Picture(512);
   RecordingBuilder builder(0x30);
   builder.Block();
-  for (const TestImage& image : images) builder.Image(image);
+  for (const tools::Image& image : images) builder.Image(image);
   std::string recording = builder.Bytes();
   recording.replace(damage.offset, damage.bytes.size(), damage.bytes);
   images[1].text = damage.text;
@@ -248,8 +248,8 @@ TEST(SaveChosenCameras, SkipsImagesThatLeaveTheirBlock) {
 }
 
 TEST(SaveChosenCameras, SkipsAnImageThatNoBlockTakes) {
-  const TestImage whole = {.bytes = Picture(4094 * 512), .tail = false};
-  const TestImage small = {.bytes = Picture(10), .title = "DOOR"};
+  const tools::Image whole = {.bytes = Picture(4094 * 512), .tail = false};
+  const tools::Image small = {.bytes = Picture(10), .title = "DOOR"};
   SaveOfCameras save(0x10,
                      RecordingBuilder(0x10).Block().Image(whole).Block().Image(small).Bytes());
   EXPECT_EQ(save.Run(1, 2, 1), SaveOutcome::kSaved);
@@ -275,7 +275,7 @@ class PromisesOfType : public ::testing::TestWithParam<int> {};
 
 TEST_P(PromisesOfType, HoldWhateverCallFails) {
   RecordingBuilder builder(GetParam());
-  std::vector<TestImage> images;
+  std::vector<tools::Image> images;
   for (int i = 0; i < 4; ++i) {
     images.push_back({.camera = i % 2, .bytes = Picture(900000, i), .title = "DOOR 1"});
     if (i % 2 == 0) builder.Block();

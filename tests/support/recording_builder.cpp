@@ -28,7 +28,7 @@ std::string RecordingBuilder::Bytes() const {
     tools::BlockBuilder block(style);
     block.Begin(*Layout(), ++number);
     if (plan.stamps) block.SetTimes(plan.stamps->first, plan.stamps->second);
-    for (const TestImage& image : plan.images) block.Add(image);
+    for (const tools::Image& image : plan.images) block.Add(image);
     const tools::Bytes& bytes = block.Finish();
     recording.append(bytes.begin(), bytes.end());
   }

@@ -12,8 +12,6 @@
 /// Deterministic image bytes that end in a byte other than zero; `seed` tells images apart.
 std::string Picture(int bytes, int seed = 1);
 
-using TestImage = tools::Image;
-
 namespace tools {
 /// So that a failed comparison tells which image it was.
 std::ostream& operator<<(std::ostream& out, const Image& image);
@@ -32,7 +30,7 @@ class RecordingBuilder {
     return *this;
   }
   /// Adds an image to the current block.
-  RecordingBuilder& Image(const TestImage& image) {
+  RecordingBuilder& Image(const tools::Image& image) {
     blocks_.back().images.push_back(image);
     return *this;
   }
@@ -56,7 +54,7 @@ class RecordingBuilder {
   const tools::Layout* Layout() const { return tools::FindLayout(type_, type_ == 0x60); }
 
   struct BlockPlan {
-    std::vector<TestImage> images;
+    std::vector<tools::Image> images;
     std::vector<std::string> titles;
     std::optional<std::pair<std::int32_t, std::int32_t>> stamps;
   };

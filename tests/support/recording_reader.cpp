@@ -16,7 +16,7 @@ std::string WithoutZeros(std::string text) {
   return text;
 }
 
-TestImage AsTestImage(const tools::StoredBlock& block, const tools::StoredImage& image) {
+tools::Image CopyOf(const tools::StoredBlock& block, const tools::StoredImage& image) {
   Demand(image.trouble.empty(), image.trouble);
   const std::uint8_t* tail = block.At(image.bytesEnd);
   Demand(std::equal(tools::kTailMark.begin(), tools::kTailMark.end(), tail), "tail");
@@ -41,7 +41,7 @@ StoredBlock ReadBlock(std::string_view bytes, const tools::Layout& layout) {
   StoredBlock stored;
   stored.trailer = bytes.substr(static_cast<std::size_t>(block.trailer));
   for (const tools::StoredImage& image : block.images) {
-    stored.images.push_back(AsTestImage(block, image));
+    stored.images.push_back(CopyOf(block, image));
     stored.dataBytes = static_cast<std::size_t>(image.end);
   }
   return stored;
@@ -61,10 +61,10 @@ std::vector<StoredBlock> ReadRecording(std::string_view recording, bool is20D) {
   return blocks;
 }
 
-std::vector<TestImage> ImagesOf(std::string_view recording, bool is20D) {
-  std::vector<TestImage> images;
+std::vector<tools::Image> ImagesOf(std::string_view recording, bool is20D) {
+  std::vector<tools::Image> images;
   for (StoredBlock& block : ReadRecording(recording, is20D))
-    for (TestImage& image : block.images) {
+    for (tools::Image& image : block.images) {
       image.bytes = WithoutZeros(std::move(image.bytes));
       images.push_back(std::move(image));
     }

@@ -10,8 +10,8 @@
 /// One block of a recording of type 0x30 or 0x60, as the tools read it.
 struct StoredBlock {
   std::string trailer;
-  std::vector<TestImage> images;  ///< Their bytes with the zeros that fill up to the tail.
-  std::size_t dataBytes = 0;      ///< Up to the end of the last image.
+  std::vector<tools::Image> images;  ///< Their bytes with the zeros that fill up to the tail.
+  std::size_t dataBytes = 0;         ///< Up to the end of the last image.
 
   /// A field of the trailer.
   std::uint32_t Field(std::size_t offset, int width) const;
@@ -22,4 +22,4 @@ struct StoredBlock {
 std::vector<StoredBlock> ReadRecording(std::string_view recording, bool is20D);
 
 /// The images of all blocks, one after the other, without the zeros behind their bytes.
-std::vector<TestImage> ImagesOf(std::string_view recording, bool is20D);
+std::vector<tools::Image> ImagesOf(std::string_view recording, bool is20D);

@@ -40,6 +40,7 @@ done <<'KINDS'
 20.60D 1,16 --type 20 --images 40 --cameras 1-32 --text-every 3 --sound-every 4 --flags-every 2
 20-no-tails.60D 1,8 --type 20 --pal --images 40 --cameras 1-32 --text-every 3 --no-tails
 30.60D 1,2,16 --cameras 1-16 --titles CAMERA_10|CAM_2|X --text-every 3 --sound-every 4 --step 0.1
+mixed.60D 1,3,16 --type 20,00,30,10 --blocks 4 --cameras 1-16 --text-every 3 --sound-every 4
 tight.60D 1,2 --cameras 1-16 --tight --text-every 3 --sound-every 4 --flags-every 5
 full.60D 1,2 --fill --step 0.25 --pal
 one.60D 1,2 --fill --images 1 --cameras 1,2
@@ -64,7 +65,7 @@ done
 
 # Damage costs what is damaged and nothing else.
 for kind in count-huge count-more sectors-reversed sectors-same sectors-low sectors-high \
-  stamps-negative text-huge text-negative text-unmarked; do
+  stamps-negative text-huge text-negative text-unmarked type-unknown; do
   "$make" --cameras 1-3 --size 4000-9000 --text-every 2 --sound-every 3 --damage "$kind@2" \
     damaged.60D >/dev/null
   "$save" damaged.60D saved.60D 1 3 1 2 >printed || fail "$kind: $(cat printed)"
