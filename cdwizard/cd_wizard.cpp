@@ -36,16 +36,23 @@ class DeafTime {
   WizardView& view_;
 };
 
-/// Sets a flag for as long as it lives, however that ends.
-class ScopedFlag {
+/// Files are being copied for as long as it lives, however that ends.
+class CopyTime {
  public:
-  explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
-  ~ScopedFlag() { flag_ = false; }
-  ScopedFlag(const ScopedFlag&) = delete;
-  ScopedFlag& operator=(const ScopedFlag&) = delete;
+  CopyTime(bool& isCopying, WizardView& view) : isCopying_(isCopying), view_(view) {
+    isCopying_ = true;
+    view_.SetCopying(true);
+  }
+  ~CopyTime() {
+    view_.SetCopying(false);
+    isCopying_ = false;
+  }
+  CopyTime(const CopyTime&) = delete;
+  CopyTime& operator=(const CopyTime&) = delete;
 
  private:
-  bool& flag_;
+  bool& isCopying_;
+  WizardView& view_;
 };
 
 }  // namespace
@@ -133,8 +140,14 @@ void CdWizard::WriteDisc() {
   if (lngTotalMB >= lngFreeMB)
     return TellAndClose("The total size of the file you selected is too big to fit on the CD!");
   Show(Page::kCopying);
-  if (!Copy(input)) return AskToTryAgain();
-  Show(Page::kEject);
+  switch (Copy(input)) {
+    case CopyEnd::kCopied:
+      return Show(Page::kEject);
+    case CopyEnd::kNotReady:
+      return AskToTryAgain();
+    case CopyEnd::kOver:
+      return view_.CloseWindow();
+  }
 }
 
 void CdWizard::AskForName() {
@@ -142,9 +155,9 @@ void CdWizard::AskForName() {
   Show(Page::kFileName);
 }
 
-bool CdWizard::Copy(const WizardInput& input) {
-  const ScopedFlag copying(isCopying_);
-  view_.LetMessagesRun();
+CopyEnd CdWizard::Copy(const WizardInput& input) {
+  const CopyTime time(isCopying_, view_);
+  if (!view_.LetMessagesRun()) return CopyEnd::kOver;
   return copy_.CopyFiles(input.wantsPlayer, input.drive, input.fileName);
 }
 

@@ -29,7 +29,7 @@ class CdWizard {
   void StartBurning();
   void WriteDisc();
   void AskForName();
-  bool Copy(const WizardInput& input);
+  CopyEnd Copy(const WizardInput& input);
   void AskToTryAgain();
   void Eject();
   void TellAndClose(const std::string& text);

@@ -4,12 +4,14 @@
 #include <optional>
 #include <utility>
 
-#include "cdwizard/player_files.h"
-
 using platform::FileHandle;
 using platform::FileIdentity;
 
 namespace {
+
+// Both behind the drive. A disc is known to carry a player by the file.
+constexpr char kPlayerFolder[] = "\\Tessaview";
+constexpr char kPlayerMark[] = "\\Tessaview Notes.txt";
 
 std::optional<FileIdentity> IdentityOf(platform::Files& files, const std::string& path) {
   const FileHandle file = files.Open(path, platform::OpenMode::kReadExisting);
@@ -53,22 +55,22 @@ bool Disc::Spares(const std::vector<std::string>& kept, bool clears,
   });
 }
 
-bool Disc::Clear() {
+bool Disc::Clear() const {
   if (!IsCdRom()) return false;
   if (system_.drives.HasFolder(PlayerFolder()) && !system_.drives.RemoveFolder(PlayerFolder()))
     return false;
   return !CarriesPlayer() || system_.drives.RemoveFilesIn(drive_ + "\\");
 }
 
-bool Disc::IsCdRom() {
+bool Disc::IsCdRom() const {
   return Contains(system_.drives.CdRomDrives(), drive_);
 }
 
-bool Disc::CarriesPlayer() {
+bool Disc::CarriesPlayer() const {
   return system_.drives.HasFile(drive_ + kPlayerMark);
 }
 
-std::vector<std::string> Disc::WhatClearingDeletes() {
+std::vector<std::string> Disc::WhatClearingDeletes() const {
   std::vector<std::string> paths = system_.drives.FilesBelow(PlayerFolder());
   if (!CarriesPlayer()) return paths;
   const std::string root = drive_ + "\\";

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "forms/text.h"
-#include "platform/runtime_error.h"
 #include "resources/layouts.h"
 
 using forms::Event;
@@ -23,6 +22,22 @@ void frmSaveToCD::OnUnload() {
   if (Hourglass()) SetHourglass(false);
 }
 
+// Comes while a box is up, too; the program may be gone as soon as this has returned.
+void frmSaveToCD::OnEndSession() {
+  sessionEnds_ = true;
+}
+
+// What was pressed before a box could be seen is no answer to it.
+void frmSaveToCD::ShowMessage(const std::string& text) {
+  forms::DiscardPendingInput();
+  Form::ShowMessage(text);
+}
+
+bool frmSaveToCD::AskYesNo(const std::string& text) {
+  forms::DiscardPendingInput();
+  return Form::AskYesNo(text);
+}
+
 void frmSaveToCD::ShowPage(const PageLook& look) {
   Label2.SetCaption(look.heading);
   Label1.SetTop(look.instructionsTop);
@@ -34,6 +49,7 @@ void frmSaveToCD::ShowPage(const PageLook& look) {
   cmdCancel.SetEnabled(look.cancelEnabled);
   ShowButtons(look);
   Focus(look);
+  forms::BeginNewView();
 }
 
 void frmSaveToCD::ShowButtons(const PageLook& look) {
@@ -73,17 +89,24 @@ platform::WindowHandle frmSaveToCD::Window() {
   return static_cast<platform::WindowHandle>(reinterpret_cast<UINT_PTR>(window()));
 }
 
-void frmSaveToCD::ShowProgress(bool shown) {
-  Animation1.SetVisible(shown);
-  ProgressBar1.SetVisible(shown);
-  Label3.SetVisible(shown);
-  if (!shown) {
-    Animation1.Stop();
-    keepAwake_.reset();
+void frmSaveToCD::SetCopying(bool on) {
+  if (on) {
+    keepAwake_.emplace();
+    shutdownBlock_.emplace(window());
     return;
   }
-  keepAwake_.emplace();
-  sessionEnds_ = false;
+  keepAwake_.reset();
+  shutdownBlock_.reset();
+  Animation1.Stop();
+  Animation1.SetVisible(false);
+  ProgressBar1.SetVisible(false);
+  Label3.SetVisible(false);
+}
+
+void frmSaveToCD::ShowProgress() {
+  Animation1.SetVisible(true);
+  ProgressBar1.SetVisible(true);
+  Label3.SetVisible(true);
   ShowPercent(0);
   // Without the clip the copy goes on without a picture.
   if (Animation1.Open(system_.Beside("FILECOPY.avi"))) Animation1.Play();
@@ -95,8 +118,7 @@ void frmSaveToCD::ShowPercent(double percent) {
   Label3.SetCaption(std::to_string(whole) + "%");
 }
 
-// At the end of the session the copy fails, and removes its file.
-void frmSaveToCD::LetMessagesRun() {
+bool frmSaveToCD::LetMessagesRun() {
   forms::DoEvents();
-  if (keepAwake_ && sessionEnds_) throw RuntimeError::InvalidProcedureCall(system_.programName);
+  return !sessionEnds_;
 }

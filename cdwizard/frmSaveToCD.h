@@ -26,7 +26,7 @@ class frmSaveToCD : public forms::Form, private WizardView {
   void OnLoad() override;
   bool OnQueryUnload() override { return wizard_.MayClose(); }
   void OnUnload() override;
-  void OnEndSession() override { sessionEnds_ = true; }
+  void OnEndSession() override;
 
  private:
   // WizardView
@@ -34,27 +34,29 @@ class frmSaveToCD : public forms::Form, private WizardView {
   void ShowDrives(const std::vector<std::string>& drives) override;
   WizardInput Input() override;
   void SetFileName(const std::string& name) override;
-  void ShowMessage(const std::string& text) override { Form::ShowMessage(text); }
+  void ShowMessage(const std::string& text) override;
   void ShowHourglass(bool on) override { SetHourglass(on); }
-  void DiscardInput() override { forms::DiscardPendingInput(); }
+  void SetCopying(bool on) override;
+  void DiscardInput() override { forms::BeginNewView(); }
   void CloseWindow() override { Unload(); }
   platform::WindowHandle Window() override;
 
   // CopyView
-  void ShowProgress(bool shown) override;
+  void ShowProgress() override;
   void ShowPercent(double percent) override;
   void ShowApplicationMessage(const std::string& text) override {
     Form::ShowApplicationMessage(text);
   }
-  bool AskYesNo(const std::string& text) override { return Form::AskYesNo(text); }
-  void LetMessagesRun() override;
+  bool AskYesNo(const std::string& text) override;
+  bool LetMessagesRun() override;
 
   void ShowButtons(const PageLook& look);
   void Focus(const PageLook& look);
 
   platform::Platform& system_;
   CdWizard wizard_;
-  std::optional<forms::KeepAwake> keepAwake_;  // While files are copied.
+  std::optional<forms::KeepAwake> keepAwake_;  // While files are copied, like the next.
+  std::optional<forms::ShutdownBlock> shutdownBlock_;
   bool sessionEnds_ = false;
 
   forms::Label Label1{*this, IDC_frmSaveToCD_Label1};

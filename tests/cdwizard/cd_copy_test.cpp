@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "capture/mdlFileProcessing.h"
-#include "cdwizard/player_files.h"
 #include "save/camera_index.h"
 #include "save/operations.h"
 #include "save/save_state.h"
@@ -22,7 +21,7 @@ using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
+using testing::IsSupersetOf;
 
 namespace {
 
@@ -52,10 +51,10 @@ struct WorldWith {
     for (const std::string& path : PlayerFilePaths(kPlayerRoot))
       disk().Put(path, std::string(bytes, path.back()));
   }
-  bool Copy(bool withPlayer, const std::string& name = "Part") {
+  bool Copy(bool withPlayer, const std::string& name = "Part", const std::string& drive = "E:") {
     copy.FilesSize(withPlayer);
     view.log.clear();
-    return copy.CopyFiles(withPlayer, "E:", name);
+    return copy.CopyFiles(withPlayer, drive, name) == CopyEnd::kCopied;
   }
   std::vector<std::string> OnDisc() { return disk().FilesBelow("E:"); }
 
@@ -134,7 +133,7 @@ TEST(CopyFiles, WritesTheChosenBlocks) {
   EXPECT_EQ(world.disk().Bytes("E:\\Part.60D"),
             std::string(kBlock, 'b') + std::string(kBlock, 'c'));
   EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\other.txt", "E:\\Part.60D"));
-  EXPECT_THAT(world.view.log, ElementsAre("progress", "percent 50", "percent 100", "no progress"));
+  EXPECT_THAT(world.view.log, ElementsAre("progress", "percent 50", "percent 100"));
   EXPECT_EQ(world.disk().OpenHandles(), 0u);
 }
 
@@ -170,24 +169,20 @@ TEST(CopyFiles, ClearsADiscThatCarriesAPlayer) {
   EXPECT_THAT(world.view.log,
               ElementsAre("progress", "percent 1", "percent 2", "percent 3", "percent 4",
                           "percent 6", "percent 8", "percent 10", "percent 12", "percent 14",
-                          "percent 16", "percent 58", "percent 100", "no progress"));
+                          "percent 16", "percent 58", "percent 100"));
 }
 
+// Nor is the disc cleared when the player is not copied: its files must have been counted.
 TEST(CopyFiles, LeavesAloneWhatIsNoPlayers) {
   World world;
   world.PutPlayer();
   world.disk().Put("E:\\own.txt", "stays");
   ASSERT_TRUE(world.Copy(true));
-  EXPECT_THAT(world.OnDisc(), AllOf(Contains("E:\\own.txt"), Contains("E:\\Autorun.inf")));
-}
-
-// The player's files are copied only when the size has counted them.
-TEST(CopyFiles, LeavesTheDiscWhenThePlayerIsNotCopied) {
-  World world;
-  world.disk().Put("E:\\Tessaview Notes.txt", "old");
-  world.view.answers = {true};
-  ASSERT_TRUE(world.Copy(true));
-  EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\Part.60D", "E:\\Tessaview Notes.txt"));
+  EXPECT_THAT(world.OnDisc(), IsSupersetOf({"E:\\own.txt", "E:\\Autorun.inf"}));
+  world.disk().Remove("C:\\Player\\TessaviewCD\\Autorun.inf");
+  const std::size_t before = world.OnDisc().size();
+  ASSERT_TRUE(world.Copy(true, "Other"));
+  EXPECT_EQ(world.OnDisc().size(), before + 1);
 }
 
 /// A copy that would lose a file or write none: what makes it so, and what is asked for.
@@ -196,7 +191,6 @@ struct Refusal {
   void (*prepare)(World& world);
   bool withPlayer = true;
   const char* drive = "E:";
-  const char* fileName = "Part";
 };
 
 const Refusal kRefusals[] = {
@@ -211,7 +205,6 @@ const Refusal kRefusals[] = {
     {"no CD drive", [](World& world) { world.disk().Put("F:\\Tessaview Notes.txt", "old"); }, true,
      "F:"},
     {"empty range", [](World& world) { world.mainWindow.first = 3; }},
-    {"stream of a file", [](World&) {}, false, "E:", "12:30"},
 };
 
 TEST(CopyFiles, TouchesNothingWhenItRefuses) {
@@ -223,8 +216,7 @@ TEST(CopyFiles, TouchesNothingWhenItRefuses) {
     world.disk().Put("E:\\Tessaview\\x.dll", "old");
     refusal.prepare(world);
     const auto before = world.disk().Paths();
-    world.copy.FilesSize(refusal.withPlayer);
-    EXPECT_FALSE(world.copy.CopyFiles(refusal.withPlayer, refusal.drive, refusal.fileName));
+    EXPECT_FALSE(world.Copy(refusal.withPlayer, "Part", refusal.drive));
     EXPECT_EQ(world.disk().Paths(), before);
     EXPECT_EQ(world.disk().Bytes(kSource)->size(), 3 * kBlock);
   }
@@ -234,7 +226,6 @@ TEST(CopyFiles, FailsWhenMemoryRunsOut) {
   World world;
   world.view.onMessages = [] { throw std::bad_alloc(); };
   EXPECT_FALSE(world.Copy(false));
-  EXPECT_EQ(world.view.log.back(), "no progress");
   EXPECT_THAT(world.OnDisc(), IsEmpty());
   EXPECT_EQ(world.disk().OpenHandles(), 0u);
 }
@@ -258,7 +249,7 @@ TEST(CopyFiles, TellsOfABlockThatIsNotWhole) {
   EXPECT_TRUE(world.Copy(false));
   EXPECT_THAT(world.view.log,
               ElementsAre("progress", "percent 50", "tell as application Error reading file ...",
-                          "percent 100", "no progress"));
+                          "percent 100"));
   EXPECT_EQ(world.disk().Bytes("E:\\Part.60D"),
             std::string(kBlock, 'a') + "b" + std::string(kBlock - 1, 'a'));
 }
@@ -287,8 +278,8 @@ TEST(CopyFiles, WritesTheChosenCameras) {
   mdlSave::blnSaving = false;  // Another window's: it cancels nothing here.
   world.mainWindow.last = 3;
   ASSERT_TRUE(world.Copy(false));
-  EXPECT_THAT(world.view.log, ElementsAre("progress", "percent 30", "percent 64", "percent 97",
-                                          "percent 100", "no progress"));
+  EXPECT_THAT(world.view.log,
+              ElementsAre("progress", "percent 30", "percent 64", "percent 97", "percent 100"));
   FakeProgress progress;
   ASSERT_TRUE(IndexBlockRange(world.disk(), kSource, 1, 3));
   ASSERT_EQ(SaveChosenCameras(world.outside.system, progress, kSource, "C:\\Rec\\same.60D", 1, 3),
@@ -308,13 +299,28 @@ TEST(CopyFiles, KeepsTheLastPointsForClosingBehindThePlayer) {
 TEST(CopyFiles, TellsWhyTheChosenCamerasCannotBeSaved) {
   World world(RecordingOf(3));
   ChooseCamera(world);
-  mdlSave::lngCamSelLow = 1 << 9;
-  EXPECT_FALSE(world.Copy(false));
-  EXPECT_THAT(world.view.log, Contains(std::string("tell as application ") + save_text::kNoImages));
   mdlFileProcessing::bytBlockStatus = 0x50;
   EXPECT_FALSE(world.Copy(false));
   EXPECT_THAT(world.view.log, Contains(std::string("tell as application ") + save_text::kNotValid));
   EXPECT_THAT(world.OnDisc(), IsEmpty());
+}
+
+// The session ends at any moment at which messages run: no half of a recording stays.
+TEST(CopyFiles, StopsWhenTheSessionEnds) {
+  for (const bool someCameras : {false, true})
+    for (int messages = 1;; ++messages) {
+      World world(RecordingOf(3));
+      ChooseCamera(world);
+      mdlSave::blnSomeCameras = someCameras;
+      world.PutPlayer();
+      world.copy.FilesSize(true);
+      world.view.messagesUntilEnd = messages;
+      const CopyEnd end = world.copy.CopyFiles(true, "E:", "Part");
+      if (end == CopyEnd::kCopied) break;
+      EXPECT_EQ(end, CopyEnd::kOver) << messages;
+      EXPECT_FALSE(world.disk().HasFile("E:\\Tessaview\\Part.60D")) << messages;
+      EXPECT_EQ(world.disk().OpenHandles(), 0u);
+    }
 }
 
 class CopyWithFaults : public testing::TestWithParam<std::tuple<bool, bool>> {
@@ -329,7 +335,7 @@ class CopyWithFaults : public testing::TestWithParam<std::tuple<bool, bool>> {
     world.disk().Put("E:\\Tessaview Notes.txt", "old");
     world.copy.FilesSize(withPlayer);
     world.disk().fault = fault;
-    return world.copy.CopyFiles(withPlayer, "E:", "Part");
+    return world.copy.CopyFiles(withPlayer, "E:", "Part") == CopyEnd::kCopied;
   }
 
   const std::string recording_ = RecordingOf(1);
@@ -352,7 +358,6 @@ TEST_P(CopyWithFaults, WritesAllOrNothingWhateverCallFails) {
     EXPECT_EQ(world.disk().OpenHandles(), 0u);
     EXPECT_EQ(mdlFileProcessing::hSourceFile, platform::FileHandle::kInvalid);
     EXPECT_TRUE(copied || !fault.met.empty());
-    EXPECT_EQ(world.view.log.back(), "no progress");
     EXPECT_EQ(world.disk().FilesBelow("C:"), sources);
     const bool toldOfShortRead =
         testing::Value(world.view.log, Contains("tell as application Error reading file ..."));

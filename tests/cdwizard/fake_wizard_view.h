@@ -9,8 +9,8 @@
 #include "cdwizard/wizard_view.h"
 #include "save/main_window_view.h"
 
-/// A wizard's window that writes down what is asked of it, one line a call: "page HEADING",
-/// "tell TEXT", "tell as application TEXT", "ask TEXT", "percent N", "progress", "no progress",
+/// A wizard's window that writes down what is asked of it, one line a call: "page HEADING", "tell
+/// TEXT", "tell as application TEXT", "ask TEXT", "percent N", "progress", "busy", "idle",
 /// "hourglass", "pointer", "discard", "close".
 class FakeWizardView : public WizardView {
  public:
@@ -20,6 +20,7 @@ class FakeWizardView : public WizardView {
   WizardInput input;
   std::deque<bool> answers;  ///< What the next questions are answered.
   std::function<void()> onMessages = [] {};
+  int messagesUntilEnd = 0;  ///< The session ends when messages run so often; 0 for never.
 
   /// The lines logged since the last call.
   std::vector<std::string> Taken() { return std::exchange(log, {}); }
@@ -36,10 +37,11 @@ class FakeWizardView : public WizardView {
   void SetFileName(const std::string& name) override { input.fileName = name; }
   void ShowMessage(const std::string& text) override { log.push_back("tell " + text); }
   void ShowHourglass(bool on) override { log.push_back(on ? "hourglass" : "pointer"); }
+  void SetCopying(bool on) override { log.push_back(on ? "busy" : "idle"); }
   void DiscardInput() override { log.push_back("discard"); }
   void CloseWindow() override { log.push_back("close"); }
   platform::WindowHandle Window() override { return platform::WindowHandle{77}; }
-  void ShowProgress(bool shown) override { log.push_back(shown ? "progress" : "no progress"); }
+  void ShowProgress() override { log.push_back("progress"); }
   void ShowPercent(double percent) override {
     log.push_back("percent " + std::to_string(std::lround(percent)));
   }
@@ -52,7 +54,11 @@ class FakeWizardView : public WizardView {
     if (!answers.empty()) answers.pop_front();
     return answer;
   }
-  void LetMessagesRun() override { onMessages(); }
+  bool LetMessagesRun() override {
+    onMessages();
+    if (messagesUntilEnd > 1) return --messagesUntilEnd > 0;
+    return messagesUntilEnd == 0;
+  }
 };
 
 /// The main window's choices.

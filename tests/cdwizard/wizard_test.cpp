@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -11,12 +12,16 @@
 #include "cdwizard/system_helpers.h"
 #include "cdwizard/wizard_flow.h"
 #include "platform/runtime_error.h"
+#include "save/operations.h"
 #include "save/save_state.h"
 #include "tests/cdwizard/fake_wizard_view.h"
 #include "tests/support/fake_platform.h"
+#include "tests/support/recording_builder.h"
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace {
 
@@ -78,8 +83,8 @@ TEST_F(Wizard, RunsThroughWithDirectCd) {
   EXPECT_THAT(Click(1), ElementsAre(kFileName, "discard"));
   EXPECT_THAT(world.desktop.log, ElementsAre("open C:\\CD\\DirectCD.exe", "front DirectCD"));
   EXPECT_EQ(view.input.fileName, "My Part.60D");
-  EXPECT_THAT(Click(2), ElementsAre(kCopying, "progress", "percent 50", "percent 100",
-                                    "no progress", kEject));
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "progress", "percent 50", "percent 100",
+                                    "idle", kEject));
   EXPECT_EQ(world.disk.Bytes("E:\\My Part.60D"), world.disk.Bytes("C:\\Rec\\cam.60D"));
   world.desktop.log.clear();
   EXPECT_THAT(Click(3), ElementsAre(kDone, "discard"));
@@ -212,7 +217,9 @@ TEST_F(Wizard, ComparesWithTheRoomOnTheDisc) {
     std::vector<std::string> log;
   };
   const std::vector<std::string> tooBig = {
-      "tell The total size of the file you selected is too big to fit on the CD!", "close"};
+      "tell The total size of the file you selected is too big to fit on the "
+      "CD!",
+      "close"};
   const std::vector<std::string> gaveUp = {kNotReady, "tell The wizard will not continue.",
                                            "close"};
   for (const Case& test :
@@ -239,10 +246,10 @@ TEST_F(Wizard, TriesAgainFromTheDrivePageOrGivesUp) {
   world.disk.SetRoom("E:", 100 << 20);
   mainWindow.source = "C:\\gone.60D";
   Click(1);
-  EXPECT_THAT(Click(2), ElementsAre(kCopying, "no progress", kNotReady, kReselect, kDrive));
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "idle", kNotReady, kReselect, kDrive));
   Click(1);
   view.answers = {false};
-  EXPECT_THAT(Click(2), ElementsAre(kCopying, "no progress", kNotReady,
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "idle", kNotReady,
                                     "tell The wizard will not continue.", "close"));
 }
 
@@ -264,9 +271,44 @@ TEST_F(Wizard, TakesNothingWhileItCopies) {
     for (int button = 0; button < kPageButtons; ++button) wizard.cmdNext_Click(button);
     wizard.cmdCancel_Click();
   };
-  EXPECT_THAT(Click(2), ElementsAre(kCopying, "progress", "percent 50", "percent 100",
-                                    "no progress", kEject));
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "progress", "percent 50", "percent 100",
+                                    "idle", kEject));
   EXPECT_TRUE(wizard.MayClose());
+}
+
+TEST_F(Wizard, CanBeClosedHoweverACopyEnds) {
+  GoTo({0, 1});
+  view.onMessages = [] { throw std::bad_alloc(); };
+  EXPECT_THROW(Click(2), std::bad_alloc);
+  EXPECT_TRUE(wizard.MayClose());
+  EXPECT_EQ(view.log.back(), "idle");
+}
+
+// At the end of the session, even one that came just before the copy, there is nobody to be asked.
+TEST_F(Wizard, ClosesWhenTheSessionEnds) {
+  for (int messages = 1; messages <= 4; ++messages) {
+    GoTo({0, 1});
+    view.messagesUntilEnd = messages;
+    EXPECT_EQ(Click(2).back(), "close") << messages;
+    EXPECT_FALSE(world.disk.HasFile("E:\\Part.60D")) << messages;
+  }
+}
+
+// Another try would find no images, either.
+TEST_F(Wizard, ClosesWhenTheCamerasHaveNoImages) {
+  RecordingBuilder recording(0x30);
+  recording.Block();
+  recording.Image({.camera = 0, .seconds = 1000, .bytes = Picture(900, 1)});
+  world.disk.Put("C:\\Rec\\cam.60D", recording.Bytes());
+  mdlFileProcessing::ScanSourceFile(world.disk, world.dates, "C:\\Rec\\cam.60D");
+  mdlSave::blnSomeCameras = true;
+  mdlSave::lngCamSelLow = 1 << 9;
+  mainWindow.last = 1;
+  GoTo({0, 1});
+  const auto log = Click(2);
+  EXPECT_THAT(log, Contains(std::string("tell as application ") + save_text::kNoImages));
+  EXPECT_EQ(log.back(), "close");
+  EXPECT_THAT(log, Not(Contains(kNotReady)));
 }
 
 constexpr Page kAllPages[] = {Page::kWelcome, Page::kLookingUp, Page::kDrive, Page::kFileName,
@@ -295,7 +337,7 @@ TEST(WizardPages, OfferWhatWorks) {
 TEST(WizardPages, SpeakOfTheProgramThatIsThere) {
   for (const Page page : {Page::kDrive, Page::kEject}) {
     EXPECT_NE(LookOf(page, false).instructions, LookOf(page, true).instructions);
-    EXPECT_THAT(LookOf(page, true).instructions, testing::Not(testing::HasSubstr("DirectCD")));
+    EXPECT_THAT(LookOf(page, true).instructions, Not(testing::HasSubstr("DirectCD")));
   }
   EXPECT_LT(LookOf(Page::kDrive, false).instructionsTop,
             LookOf(Page::kDrive, true).instructionsTop);
