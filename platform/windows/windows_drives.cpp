@@ -52,6 +52,9 @@ std::wstring FinalPath(const std::string& path) {
 bool LeadsElsewhere(const Entry& entry) {
   const std::size_t slash = entry.path.rfind('\\');
   std::wstring folder = FinalPath(entry.path.substr(0, slash + 1));
+  // A drive that the system has given no mount name counts as itself; what is a link there is
+  // known by its mark.
+  if (folder.empty()) return false;
   while (!folder.empty() && folder.back() == L'\\') folder.pop_back();
   const std::wstring here = folder + Wide(entry.path.substr(slash));
   return _wcsicmp(here.c_str(), FinalPath(entry.path).c_str()) != 0;
