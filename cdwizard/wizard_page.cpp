@@ -1,13 +1,10 @@
 #include "cdwizard/wizard_page.h"
 
-#include <algorithm>
-
 namespace {
 
 using namespace page_button;
 
-constexpr int kLineTop = 2400;             // Twips; the buttons stand below it.
-constexpr int kInstructionsHeight = 1095;  // Twips, where there is room.
+constexpr int kLineTop = 2400;  // Twips; the buttons stand below it.
 
 struct Words {
   const char* heading;
@@ -73,9 +70,9 @@ PageLook WithWords(Page page, bool dragToDisc) {
   look.heading = words.heading;
   look.instructions = dragToDisc ? words.dragToDisc : words.directCd;
   look.instructionsTop = words.top;
-  // An empty label would still paint over what stands in its place.
-  if (!look.instructions.empty())
-    look.instructionsHeight = std::min(kInstructionsHeight, kLineTop - words.top);
+  // As much as there is, for the user's font may be large. An empty label would still paint over
+  // what stands in its place.
+  if (!look.instructions.empty()) look.instructionsHeight = kLineTop - words.top;
   return look;
 }
 

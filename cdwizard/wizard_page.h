@@ -42,7 +42,7 @@ struct PageLook {
   std::string heading;         ///< Caption of `Label2`.
   std::string instructions;    ///< Caption of `Label1`.
   int instructionsTop = 0;     ///< Twips.
-  int instructionsHeight = 0;  ///< Twips; ends above the line over the buttons.
+  int instructionsHeight = 0;  ///< Twips; down to the line over the buttons.
   std::array<Button, kPageButtons> buttons;
   bool cancelEnabled = true;
   bool showsDrives = false;                ///< `Combo1`.
