@@ -69,7 +69,7 @@ bool Burners::HasGotKeys(const std::string& name, const std::vector<std::string>
 }
 
 void Burners::Forget() {
-  for (const char* sign : {"eject", "slow"}) DeleteFileA(InWork(sign).c_str());
+  DeleteFileA(InWork("eject").c_str());
   for (const char* name : {kDirectCd, kDragToDisc}) {
     RegDeleteKeyA(HKEY_LOCAL_MACHINE, (std::string(kAppPaths) + name + ".exe").c_str());
     EndBurner(name);
@@ -136,16 +136,6 @@ std::unique_ptr<Pause> Wizard::CatchCopy() {
     GoToNamePage(fileName);
   }
   throw std::runtime_error("No copy was caught in its midst");
-}
-
-void Wizard::FormatDisc() {
-  if (PageButton(kToDrive).IsShown()) {
-    Press(kToDrive);
-    AwaitPage(kDrivePage);
-  }
-  Press(kChooseDrive);
-  EXPECT_EQ(program_.AnswerMessage(IDYES), Refusal("Do you want to format this CD?"));
-  AwaitPage(kNamePage);
 }
 
 void Wizard::ExpectWizardGone() {

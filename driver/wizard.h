@@ -58,8 +58,6 @@ class Wizard : public Burners {
   /// Copies from the file name page, and from the main window again if need be, until a copy is
   /// caught: it stands still in its midst. It takes a long recording.
   std::unique_ptr<Pause> CatchCopy();
-  /// Has Drag-to-Disc, which runs, format the disc; from the drive page or the one behind it.
-  void FormatDisc();
   void ExpectWizardGone();
 
   Trimbrook program_;

@@ -4,8 +4,8 @@
 #include <string>
 
 // Stands for the outside burning programs: shows a window with the name of its own executable,
-// but not while the file "slow" lies beside it, notes there that it was started and each key that
-// it gets, and puts up the eject dialog once the file "eject" lies there.
+// notes beside that that it was started and each key that it gets, and puts up the eject dialog
+// once the file "eject" lies there.
 namespace {
 
 std::string folder, name;
@@ -19,13 +19,10 @@ HWND MakeWindow(const char* title) {
                          nullptr, nullptr, nullptr, nullptr);
 }
 
-bool LiesThere(const char* file) {
-  return GetFileAttributesA((folder + file).c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
 void PutUpEjectDialog() {
   static bool isUp = false;
-  if (isUp || !LiesThere("eject")) return;
+  const std::string sign = folder + "eject";
+  if (isUp || GetFileAttributesA(sign.c_str()) == INVALID_FILE_ATTRIBUTES) return;
   isUp = true;
   MakeWindow("Drag-to-Disc   Eject Options");
 }
@@ -58,7 +55,6 @@ int main() {
   folder = whole.substr(0, slash + 1);
   name = whole.substr(slash + 1, whole.rfind('.') - slash - 1);
   Note("started");
-  while (LiesThere("slow")) Sleep(5);
 
   WNDCLASSA about = {};
   about.lpfnWndProc = Procedure;

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <deque>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -222,14 +221,6 @@ TEST(CopyFiles, TouchesNothingWhenItRefuses) {
   }
 }
 
-TEST(CopyFiles, FailsWhenMemoryRunsOut) {
-  World world;
-  world.view.onMessages = [] { throw std::bad_alloc(); };
-  EXPECT_FALSE(world.Copy(false));
-  EXPECT_THAT(world.OnDisc(), IsEmpty());
-  EXPECT_EQ(world.disk().OpenHandles(), 0u);
-}
-
 // A device takes every byte and keeps none.
 struct DiskWithDevices : MemoryDisk {
   std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override {
@@ -294,15 +285,6 @@ TEST(CopyFiles, KeepsTheLastPointsForClosingBehindThePlayer) {
   ASSERT_TRUE(world.Copy(true));
   EXPECT_THAT(world.view.log, AllOf(Contains("percent 55"), Contains("percent 97")));
   EXPECT_TRUE(world.disk().Bytes("E:\\Tessaview\\Part.60D"));
-}
-
-TEST(CopyFiles, TellsWhyTheChosenCamerasCannotBeSaved) {
-  World world(RecordingOf(3));
-  ChooseCamera(world);
-  mdlFileProcessing::bytBlockStatus = 0x50;
-  EXPECT_FALSE(world.Copy(false));
-  EXPECT_THAT(world.view.log, Contains(std::string("tell as application ") + save_text::kNotValid));
-  EXPECT_THAT(world.OnDisc(), IsEmpty());
 }
 
 // The session ends at any moment at which messages run: no half of a recording stays.

@@ -22,6 +22,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 namespace {
 
@@ -129,14 +130,11 @@ TEST_F(Wizard, StartsDragToDiscWhenItDoesNotRun) {
   EXPECT_THAT(world.desktop.log, ElementsAre("open C:\\CD\\DrgToDsc.exe", "activate DrgToDsc"));
   EXPECT_TRUE(view.look.showsFileName) << "the page is up and stays";
   EXPECT_EQ(view.log.back(), "discard");
-}
-
-TEST_F(Wizard, LeavesAFormattedDiscAlone) {
-  Register("DrgToDsc.exe");
-  GoTo({0});
+  world.desktop.log.clear();
+  Click(6);
   view.answers = {false};
   Click(1);
-  EXPECT_THAT(world.desktop.log, IsEmpty());
+  EXPECT_THAT(world.desktop.log, IsEmpty()) << "the disc is formatted already";
 }
 
 TEST_F(Wizard, WantsDirectCdEvenWhereThereIsDragToDisc) {
@@ -212,28 +210,21 @@ TEST(IsFileName, TakesWhatWindowsTakes) {
 
 // The estimate is 4 MB; the free space is rounded, halves to even, and must be greater.
 TEST_F(Wizard, ComparesWithTheRoomOnTheDisc) {
-  struct Case {
-    double freeMB;
-    std::vector<std::string> log;
-  };
-  const std::vector<std::string> tooBig = {
-      "tell The total size of the file you selected is too big to fit on the "
-      "CD!",
-      "close"};
-  const std::vector<std::string> gaveUp = {kNotReady, "tell The wizard will not continue.",
-                                           "close"};
-  for (const Case& test :
-       {Case{4, tooBig}, Case{4.5, tooBig}, Case{0.5, gaveUp}, Case{0, gaveUp}}) {
-    world.disk.SetRoom("E:", static_cast<std::uint64_t>(test.freeMB * 1048576));
+  const auto writeOn = [&](double freeMB) {
+    world.disk.SetRoom("E:", static_cast<std::uint64_t>(freeMB * 1048576));
     GoTo({0, 1});
     view.answers = {false};
-    EXPECT_EQ(Click(2), test.log) << test.freeMB;
-    wizard.cmdNext_Click(6);
-    wizard.cmdNext_Click(5);
-  }
-  world.disk.SetRoom("E:", 4 * 1048576 + 524289);
-  GoTo({0, 1});
-  EXPECT_EQ(Click(2).back(), kEject);
+    return Click(2);
+  };
+  for (const double free : {4., 4.5})
+    EXPECT_THAT(writeOn(free),
+                ElementsAre("tell The total size of the file you selected is too big to fit on the "
+                            "CD!",
+                            "close"));
+  for (const double free : {0., 0.5})
+    EXPECT_THAT(writeOn(free),
+                ElementsAre(kNotReady, "tell The wizard will not continue.", "close"));
+  EXPECT_EQ(writeOn(4.5 + 1. / 1048576).back(), kEject);
 }
 
 TEST_F(Wizard, TriesAgainFromTheDrivePageOrGivesUp) {
@@ -258,10 +249,8 @@ TEST_F(Wizard, EndsWhenThePlayerIsMissed) {
   GoTo({0, 1});
   view.input.wantsPlayer = true;
   view.answers = {false};
-  const auto log = Click(2);
-  ASSERT_EQ(log.size(), 2u);
-  EXPECT_THAT(log[0], testing::StartsWith("ask The file (TessaviewCD\\Autorun.inf) can not be"));
-  EXPECT_EQ(log[1], "close");
+  EXPECT_THAT(Click(2),
+              ElementsAre(StartsWith("ask The file (TessaviewCD\\Autorun.inf)"), "close"));
 }
 
 TEST_F(Wizard, TakesNothingWhileItCopies) {
@@ -282,6 +271,13 @@ TEST_F(Wizard, CanBeClosedHoweverACopyEnds) {
   EXPECT_THROW(Click(2), std::bad_alloc);
   EXPECT_TRUE(wizard.MayClose());
   EXPECT_EQ(view.log.back(), "idle");
+  GoTo({0, 1});
+  view.onMessages = [messages = 0]() mutable {
+    if (++messages == 3) throw std::bad_alloc();
+  };
+  EXPECT_THAT(Click(2), Contains(kNotReady));
+  EXPECT_TRUE(wizard.MayClose());
+  EXPECT_FALSE(world.disk.HasFile("E:\\Part.60D"));
 }
 
 // At the end of the session, even one that came just before the copy, there is nobody to be asked.
@@ -316,12 +312,10 @@ constexpr Page kAllPages[] = {Page::kWelcome, Page::kLookingUp, Page::kDrive, Pa
 
 // Every page in both modes: a button works exactly where it can be pressed, and the look is sound.
 TEST(WizardPages, OfferWhatWorks) {
-  constexpr int kLineTop = 2400;
   for (const bool dragToDisc : {false, true})
     for (const Page page : kAllPages) {
       const PageLook look = LookOf(page, dragToDisc);
       SCOPED_TRACE(look.heading);
-      EXPECT_LE(look.instructionsTop + look.instructionsHeight, kLineTop);
       for (int i = 0; i < kPageButtons; ++i) {
         const PageLook::Button button = look.buttons[static_cast<std::size_t>(i)];
         EXPECT_FALSE(button.enabled && !button.visible);
@@ -332,15 +326,6 @@ TEST(WizardPages, OfferWhatWorks) {
       EXPECT_NE(waits, look.focusesFileName || look.focus >= 0);
       EXPECT_TRUE(look.focus < 0 || look.focus == look.defaultButton);
     }
-}
-
-TEST(WizardPages, SpeakOfTheProgramThatIsThere) {
-  for (const Page page : {Page::kDrive, Page::kEject}) {
-    EXPECT_NE(LookOf(page, false).instructions, LookOf(page, true).instructions);
-    EXPECT_THAT(LookOf(page, true).instructions, Not(testing::HasSubstr("DirectCD")));
-  }
-  EXPECT_LT(LookOf(Page::kDrive, false).instructionsTop,
-            LookOf(Page::kDrive, true).instructionsTop);
 }
 
 }  // namespace
