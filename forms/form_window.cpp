@@ -58,6 +58,8 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_TIMER:
       OnTimerMessage(wParam);
       return 0;
+    case WM_SYSCOMMAND:
+      return OnSystemCommand(wParam & 0xFFF0);
     case WM_CLOSE:
       Close();
       return 0;
@@ -170,6 +172,22 @@ void Form::OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return;
   }
   ScrollTo(vertical ? state_->scrolled.x : at, vertical ? at : state_->scrolled.y);
+}
+
+// The program has one button in the taskbar, that of the outermost window. Minimised by itself, a
+// window above would become a stub on the desktop.
+std::optional<LRESULT> Form::OnSystemCommand(WPARAM command) {
+  if (command == SC_MINIMIZE && owner_) {
+    ShowWindow(GetAncestor(window_, GA_ROOTOWNER), SW_MINIMIZE);
+    return 0;
+  }
+  // Windows would leave a disabled window as it is.
+  if (command == SC_RESTORE && !IsWindowEnabled(window_)) {
+    ShowWindow(window_, SW_RESTORE);
+    SetForegroundWindow(GetLastActivePopup(window_));
+    return 0;
+  }
+  return {};
 }
 
 void Form::WindowGone() {

@@ -7,7 +7,13 @@
 namespace forms {
 
 void ProgressBar::SetValue(int percent) {
-  value_ = std::clamp(percent, 0, 100);
+  percent = std::clamp(percent, 0, 100);
+  if (percent == value_) return;
+  value_ = percent;
+  ShowValue();
+}
+
+void ProgressBar::ShowValue() {
   // The themed bar creeps up to a higher value but jumps down to a lower one at once.
   Send(PBM_SETRANGE32, 0, 101);
   Send(PBM_SETPOS, static_cast<WPARAM>(value_ + 1));
@@ -16,7 +22,7 @@ void ProgressBar::SetValue(int percent) {
 }
 
 void ProgressBar::Created() {
-  SetValue(value_);
+  ShowValue();
 }
 
 bool Animation::Open(const std::string& path) {

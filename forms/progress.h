@@ -19,6 +19,7 @@ class ProgressBar : public Control {
   void Created() override;
 
  private:
+  void ShowValue();
   int value_ = 0;
 };
 

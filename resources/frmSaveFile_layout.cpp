@@ -27,7 +27,7 @@ constexpr Row kRows[] = {
 
 }  // namespace
 
-const Form kFrmSaveFile = {"frmSaveFile", TRIMBROOK_NAME_AND_VERSION, 5640, 2985, kRows, false,
+const Form kFrmSaveFile = {"frmSaveFile", TRIMBROOK_NAME_AND_VERSION, 5640, 2985, kRows, true,
                            IDI_TRIMBROOK};
 
 }  // namespace layout

@@ -17,9 +17,21 @@ using mdlSave::blnStartSave;
 
 namespace {
 
+using std::chrono::milliseconds;
+
+milliseconds Now() {
+  return milliseconds(GetTickCount64());
+}
+
 // What the blocks fill of the bar; the rest is the finished file's move, or its close.
 constexpr double kBlocksPercent = 95;
 constexpr double kSomeCamerasPercent = 97;
+
+// No more is shown than a person can see.
+constexpr milliseconds kBetweenPercents{40};
+constexpr milliseconds kBetweenWords{1000};
+// Of a short save each block is to be seen.
+constexpr std::int32_t kFewBlocks = 20;
 
 constexpr char kAllFiles[] = "All Files (*.*)|*.*";
 
@@ -53,6 +65,7 @@ void frmSaveFile::Timer1_Timer() {
   blnStartSave = false;
   Timer1.SetEnabled(false);
   blnSaving = true;
+  taskbar_.emplace(window());
   RunSave();
 }
 
@@ -112,18 +125,38 @@ void frmSaveFile::OpenInShell(const std::string& path) {
       platform::ShowCommand::kDefault);
 }
 
-void frmSaveFile::ShowPercent(double percent) {
-  const long whole = std::lround(percent);
-  ProgressBar1.SetValue(static_cast<int>(whole));
+void frmSaveFile::ShowPercent() {
+  const int whole = static_cast<int>(std::lround(percent_));
+  ProgressBar1.SetValue(whole);
   Label3.SetCaption(std::to_string(whole) + "%");
+  if (taskbar_) taskbar_->SetValue(whole);
+}
+
+void frmSaveFile::ShowTimeLeft(milliseconds now, double done) {
+  const std::string words = timeLeft_.At(now, done);
+  if (now - toldAt_ < kBetweenWords) return;
+  toldAt_ = now;
+  Frame1.SetCaption(words);
+}
+
+void frmSaveFile::ShowStopped() {
+  Animation1.Stop();
+  Frame1.SetCaption("");
+  blnSaving = false;
 }
 
 void frmSaveFile::ShowBlocksDone(std::int32_t done, std::int32_t total) {
-  ShowPercent(static_cast<double>(done) / total *
-              (blnSomeCameras ? kSomeCamerasPercent : kBlocksPercent));
+  const double share = static_cast<double>(done) / total;
+  percent_ = share * (blnSomeCameras ? kSomeCamerasPercent : kBlocksPercent);
+  const milliseconds now = Now();
+  if (total > kFewBlocks && done < total && now - shownAt_ < kBetweenPercents) return;
+  shownAt_ = now;
+  ShowPercent();
+  ShowTimeLeft(now, share);
 }
 
 void frmSaveFile::ShowMessage(const std::string& text) {
+  ShowPercent();
   ShowApplicationMessage(text);
 }
 
@@ -132,9 +165,11 @@ void frmSaveFile::ShowHourglass(bool on) {
 }
 
 void frmSaveFile::ShowFinished() {
-  ShowPercent(100);
+  percent_ = 100;
+  ShowPercent();
   forms::DoEvents();
-  Animation1.Stop();
+  ShowStopped();
+  taskbar_.reset();
   Label2.SetCaption("File saving has been done!");
   cmdOpen.SetEnabled(true);
   cmdOpenFolder.SetEnabled(true);
@@ -142,14 +177,13 @@ void frmSaveFile::ShowFinished() {
   forms::BeginNewView();
   cmdOpen.SetFocus();
   cmdCancel.SetCaption("Exit");
-  blnSaving = false;
   FlashTaskbar();
 }
 
 void frmSaveFile::ShowFailed() {
-  Animation1.Stop();
+  ShowStopped();
+  if (taskbar_) taskbar_->ShowFailed();
   Label2.SetCaption("");
-  blnSaving = false;
 }
 
 void frmSaveFile::LetMessagesRun() {

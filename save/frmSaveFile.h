@@ -1,15 +1,19 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "forms/controls.h"
 #include "forms/form.h"
+#include "forms/taskbar.h"
 #include "platform/platform.h"
 #include "resources/layouts.h"
 #include "resources/resource.h"
 #include "save/main_window_view.h"
 #include "save/save_progress.h"
+#include "save/time_left.h"
 
 /// The small window that runs a save and shows it, and offers the new file afterwards. Closing it
 /// in any way cancels a save that still runs.
@@ -29,7 +33,11 @@ class frmSaveFile : public forms::Form, private SaveProgress {
   void cmdCancel_Click();
   void RunSave();
   void OpenInShell(const std::string& path);
-  void ShowPercent(double percent);
+  /// Shows how far the save is, as far as that is not to be seen yet.
+  void ShowPercent();
+  void ShowTimeLeft(std::chrono::milliseconds now, double done);
+  /// Nothing moves any longer.
+  void ShowStopped();
 
   // SaveProgress
   void ShowBlocksDone(std::int32_t done, std::int32_t total) override;
@@ -43,7 +51,14 @@ class frmSaveFile : public forms::Form, private SaveProgress {
   platform::Platform& system_;
   MainWindowView& mainWindow_;
 
+  double percent_ = 0;
+  std::chrono::milliseconds shownAt_{};  ///< When the percentage was shown last.
+  std::chrono::milliseconds toldAt_{};   ///< When the time that is left was told last.
+  TimeLeft timeLeft_;
+  std::optional<forms::TaskbarProgress> taskbar_;
+
   forms::Timer Timer1{*this, IDC_frmSaveFile_Timer1};
+  forms::Frame Frame1{*this, IDC_frmSaveFile_Frame1};
   forms::Animation Animation1{*this, IDC_frmSaveFile_Animation1};
   forms::Label Label2{*this, IDC_frmSaveFile_Label2};
   forms::ProgressBar ProgressBar1{*this, IDC_frmSaveFile_ProgressBar1};
