@@ -263,18 +263,6 @@ TEST_F(FormsTest, TheWheelMovesNothingThatHasNotTheFocus) {
   EXPECT_EQ(form.Calendar.Value(), day);
 }
 
-TEST_F(FormsTest, ATapOfAltOpensNoMenu) {
-  static bool menu = false;
-  const auto leaveMenu = [](HWND, UINT, UINT_PTR, DWORD) {
-    menu = true;
-    EndMenu();
-  };
-  const UINT_PTR timer = SetTimer(nullptr, 0, 100, leaveMenu);
-  SendMessageW(form.window(), WM_SYSCOMMAND, SC_KEYMENU, 0);
-  KillTimer(nullptr, timer);
-  EXPECT_FALSE(menu);
-}
-
 TEST_F(FormsTest, ACalendarTellsADayOnceAndAlwaysHasTheOneItShows) {
   const auto notify = [&](UINT code) {
     NMSELCHANGE notice = {};
