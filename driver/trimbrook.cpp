@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "driver/await.h"
-#include "driver/files.h"
 #include "forms/text.h"
 
 namespace driver {
@@ -27,8 +26,8 @@ Message Refusal(const std::string& text) {
   return {"Message", text};
 }
 
-Trimbrook::Trimbrook(const std::string& arguments)
-    : Program(kProgram + arguments), main_(AwaitShown(kMainClass)) {
+Trimbrook::Trimbrook(const std::string& arguments, const std::string& program)
+    : Program('"' + program + '"' + arguments), main_(AwaitShown(kMainClass)) {
   Settle();
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "driver/files.h"
 #include "driver/program.h"
 #include "resources/resource.h"
 
@@ -16,7 +17,7 @@ namespace driver {
 class Trimbrook : public Program {
  public:
   /// Started with these arguments, each after a blank.
-  explicit Trimbrook(const std::string& arguments = "");
+  explicit Trimbrook(const std::string& arguments = "", const std::string& program = kProgram);
 
   const Window& main() const { return main_; }
   /// Waits until all that was posted to the program has been handled, and what it began with it.

@@ -1,0 +1,168 @@
+; The installer. ./package runs makensis with
+;   VERSION, FILE_VERSION   as the program shows them and as its properties do
+;   FILES                   the folder of the files to install
+;   FILE_LIST               a line "!insertmacro ${ACTION} NAME" for each of them
+;   ICON, OUTPUT            the program's icon, the installer to make
+;   SIGN                    when programs are to be signed: the script that signs one
+;
+; It uses no plugin, so no library is unpacked into a folder in which another program could replace
+; it; what NSIS loads itself it takes from the system's folder only.
+
+Unicode true
+Target amd64-unicode
+SetCompressor /SOLID lzma
+RequestExecutionLevel user
+ManifestDPIAware true
+ManifestSupportedOS Win10
+
+!include MUI2.nsh
+!include LogicLib.nsh
+!include WinVer.nsh
+!include WinMessages.nsh
+
+!define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Trimbrook"
+!define SHORTCUT "$SMPROGRAMS\Trimbrook.lnk"
+!define MAIN_WINDOW_CLASS "frmTrimbrook"
+
+Name "Trimbrook ${VERSION}"
+BrandingText " "
+OutFile "${OUTPUT}"
+InstallDir "$LOCALAPPDATA\Programs\Trimbrook"
+InstallDirRegKey HKCU "${UNINSTALL_KEY}" "InstallLocation"
+; A file that cannot be written ends the installation: a silent one would go on without it.
+AllowSkipFiles off
+ShowInstDetails nevershow
+ShowUninstDetails nevershow
+!ifdef SIGN
+  !uninstfinalize '"${SIGN}" "%1"' = 0
+!endif
+
+VIProductVersion "${FILE_VERSION}"
+VIAddVersionKey FileDescription "Trimbrook ${VERSION} setup"
+VIAddVersionKey FileVersion "${FILE_VERSION}"
+VIAddVersionKey LegalCopyright ""
+VIAddVersionKey ProductName "Trimbrook"
+VIAddVersionKey ProductVersion "${FILE_VERSION}"
+
+!define MUI_ICON "${ICON}"
+!define MUI_UNICON "${ICON}"
+!define MUI_INSTFILESPAGE_FINISHHEADER_TEXT "Trimbrook ${VERSION} is installed"
+!define MUI_INSTFILESPAGE_FINISHHEADER_SUBTEXT "It is in the start menu."
+!define MUI_INSTFILESPAGE_ABORTHEADER_TEXT "Nothing has been changed"
+!define MUI_INSTFILESPAGE_ABORTHEADER_SUBTEXT " "
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE English
+
+; The same for the installer and, with the names that NSIS wants there, for the uninstaller.
+!macro DefineWaiting UN
+  ; Sets $R1 to "yes" when the file $R0 is missing or can be changed, unlike that of a running
+  ; program.
+  Function ${UN}CheckFree
+    StrCpy $R1 "yes"
+    ${IfNot} ${FileExists} "$INSTDIR\$R0"
+      Return
+    ${EndIf}
+    ClearErrors
+    FileOpen $R2 "$INSTDIR\$R0" a
+    ${If} ${Errors}
+      StrCpy $R1 "no"
+    ${Else}
+      FileClose $R2
+    ${EndIf}
+  FunctionEnd
+
+  ; Closes the program's windows as their close button does: one that is saving refuses.
+  Function ${UN}CloseProgram
+    FindWindow $R2 "${MAIN_WINDOW_CLASS}" "" 0 0
+    ${While} $R2 <> 0
+      FindWindow $R3 "${MAIN_WINDOW_CLASS}" "" 0 $R2
+      SendMessage $R2 ${WM_CLOSE} 0 0 /TIMEOUT=1000
+      StrCpy $R2 $R3
+    ${EndWhile}
+  FunctionEnd
+
+  ; Waits until the file $R0 can be changed, or ends the whole before anything has been changed.
+  Function ${UN}AwaitFree
+    Call ${UN}CheckFree
+    ${If} $R1 == "yes"
+      Return
+    ${EndIf}
+    MessageBox MB_OKCANCEL|MB_ICONINFORMATION "Trimbrook is running and will be closed." \
+      /SD IDOK IDOK close IDCANCEL refuse
+    close:
+    Call ${UN}CloseProgram
+    ${For} $R4 1 20
+      Sleep 250
+      Call ${UN}CheckFree
+      ${If} $R1 == "yes"
+        Return
+      ${EndIf}
+    ${Next}
+    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$R0 is in use.$\r$\n$\r$\nWhen Trimbrook \
+      is saving, let it finish, close it, and press Retry." /SD IDCANCEL IDRETRY close
+    refuse:
+    Abort
+  FunctionEnd
+!macroend
+!insertmacro DefineWaiting ""
+!insertmacro DefineWaiting "un."
+
+!macro ForEachFile ACTION
+  !include "${FILE_LIST}"
+!macroend
+
+!macro AwaitFree NAME
+  StrCpy $R0 "${NAME}"
+  Call AwaitFree
+!macroend
+
+!macro un.AwaitFree NAME
+  StrCpy $R0 "${NAME}"
+  Call un.AwaitFree
+!macroend
+
+!macro Install NAME
+  File "${FILES}/${NAME}"
+!macroend
+
+!macro Remove NAME
+  Delete "$INSTDIR\${NAME}"
+!macroend
+
+Function .onInit
+  ${IfNot} ${AtLeastWin10}
+    MessageBox MB_OK|MB_ICONSTOP "Trimbrook ${VERSION} needs Windows 10 or later." /SD IDOK
+    Abort
+  ${EndIf}
+FunctionEnd
+
+Section "Trimbrook" MAIN
+  !insertmacro ForEachFile AwaitFree
+  SetOutPath "$INSTDIR"
+  !insertmacro ForEachFile Install
+  WriteUninstaller "$INSTDIR\uninstall.exe"
+  CreateShortcut "${SHORTCUT}" "$INSTDIR\Trimbrook.exe"
+  WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "Trimbrook"
+  WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
+  WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayIcon" "$INSTDIR\Trimbrook.exe"
+  WriteRegStr HKCU "${UNINSTALL_KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKCU "${UNINSTALL_KEY}" "UninstallString" '"$INSTDIR\uninstall.exe"'
+  WriteRegStr HKCU "${UNINSTALL_KEY}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
+  SectionGetSize ${MAIN} $0
+  WriteRegDWORD HKCU "${UNINSTALL_KEY}" "EstimatedSize" $0
+  WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoModify" 1
+  WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoRepair" 1
+SectionEnd
+
+Section "Uninstall"
+  !insertmacro ForEachFile un.AwaitFree
+  !insertmacro ForEachFile Remove
+  Delete "$INSTDIR\uninstall.exe"
+  ; Removed only when it is empty.
+  RMDir "$INSTDIR"
+  Delete "${SHORTCUT}"
+  DeleteRegKey HKCU "${UNINSTALL_KEY}"
+SectionEnd
