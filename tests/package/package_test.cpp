@@ -7,6 +7,7 @@
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 #include "forms/text.h"
+#include "resources/version.h"
 
 namespace driver {
 namespace {
@@ -14,7 +15,8 @@ namespace {
 using testing::UnorderedElementsAre;
 
 const std::string kFolder = "C:\\Größe 録画 Запись\\Trimbrook\\";
-const std::string kSetup = "P:\\Trimbrook-4.0-setup.exe /S /D=C:\\Größe 録画 Запись\\Trimbrook";
+const std::string kSetup =
+    "P:\\Trimbrook-" TRIMBROOK_VERSION "-setup.exe /S /D=C:\\Größe 録画 Запись\\Trimbrook";
 constexpr DWORD kAborted = 2;
 
 DWORD ExitCodeOf(const std::string& commandLine) {
@@ -62,7 +64,7 @@ TEST(Package, InstallsUpdatesAndGoes) {
               UnorderedElementsAre(".", "..", "Trimbrook.exe", "list_recording.exe", "FILECOPY.avi",
                                    "user-guide.html", "NOTICE", "uninstall.exe"));
   EXPECT_EQ(Entry(L"DisplayName"), "Trimbrook");
-  EXPECT_EQ(Entry(L"DisplayVersion"), "4.0");
+  EXPECT_EQ(Entry(L"DisplayVersion"), TRIMBROOK_VERSION);
   EXPECT_EQ(Entry(L"DisplayIcon"), kFolder + "Trimbrook.exe");
   EXPECT_TRUE(IsInStartMenu());
   const std::string changed = kFolder + "NOTICE";
@@ -71,7 +73,7 @@ TEST(Package, InstallsUpdatesAndGoes) {
 
   // A save is not disturbed by an update, and all stays as it is.
   {
-    const Trimbrook program(kFolder + "Trimbrook.exe");
+    const Trimbrook program("", kFolder + "Trimbrook.exe");
     SaveAndCheck(kFolder, program, kFolder + "saved Größe.60D");
     const std::string recording = Recording("long.60D");
     program.OpenSource(recording);
