@@ -22,7 +22,7 @@ struct Wishes {
   double step = 1;                          ///< Seconds from image to image.
   bool tails = true;           ///< Write tails in the block types where they are a choice.
   int mostImages = INT_MAX;    ///< Images a block at the most.
-  Range size = {4000, 40000};  ///< Bytes of an opaque image.
+  Range size = {4000, 40000};  ///< Bytes of an image.
   bool fill = false;           ///< Let the last image of a block reach to the trailer.
   int textEvery = 0;           ///< Each so-manieth image has a text; 0: none.
   int textLength = 0;          ///< 0: of different lengths.
