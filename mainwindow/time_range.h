@@ -19,7 +19,7 @@ std::int32_t SizeMB(BlockRange range);
 const char* TimeRangeRefusal(std::int64_t start, std::int64_t end);
 
 /// The blocks of a time range that is not refused: from the last block that starts at or before
-/// `start` to the first block that ends at or after `end`. Where the recorder's clock was set back in
-/// between, so that these are in the wrong order: all blocks from the first to the last one whose
-/// time overlaps the range; when there is none, the two the other way round.
+/// `start` to the first block that ends at or after `end`. Where the recorder's clock was set back
+/// in between, so that these are in the wrong order: all blocks from the first to the last one
+/// whose time overlaps the range; when there is none, the two the other way round.
 BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std::int64_t end);
