@@ -16,13 +16,11 @@ void Demand(bool done) {
 
 }  // namespace
 
-BareSave::BareSave(platform::Files& files, const std::string& source, std::int32_t cameras,
-                   std::int32_t count) {
-  IndexBlockRange(files, source, 1, count);
+BareSave::BareSave(const CameraIndex& index, std::int32_t cameras) {
   constexpr std::int64_t kTrailer = format::kVariant60D.trailerOffset;
-  for (std::int32_t b = 1; b <= count; ++b) {
+  for (std::int32_t b = 1; b <= index.blocks.UpperBound(); ++b) {
     const std::int64_t block = (b - 1) * std::int64_t{format::kBlockSize};
-    const auto& indexed = cameraIndex.blocks[b].images;
+    const auto& indexed = index.blocks[b].images;
     const auto entries = static_cast<std::uint32_t>(indexed.size()) * format::entry30::kSize;
     lists_.emplace_back(block + kTrailer + format::trailer30::kImageCount, 3);
     lists_.emplace_back(block + kTrailer + format::trailer30::kEntryList,
@@ -34,7 +32,6 @@ BareSave::BareSave(platform::Files& files, const std::string& source, std::int32
       AddImage(block + sector * format::kSectorSize, sectors * format::kSectorSize);
     }
   }
-  cameraIndex = CameraIndex();
 }
 
 void BareSave::AddImage(std::int64_t offset, std::uint32_t bytes) {

@@ -6,15 +6,15 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "save/camera_index.h"
 
 /// What a chosen-camera save cannot do without: reading the lists and the chosen images, those that
 /// follow each other in one read, and writing these images' bytes in whole blocks.
 class BareSave {
  public:
-  /// Works out the reads of a save of the cameras in `cameras` from the first `count` blocks of the
-  /// recording that was scanned last.
-  BareSave(platform::Files& files, const std::string& source, std::int32_t cameras,
-           std::int32_t count);
+  /// Works out the reads of a save of the cameras in `cameras` from the blocks of an index that
+  /// begins with the recording's first.
+  BareSave(const CameraIndex& index, std::int32_t cameras);
 
   /// Does the reads and writes. Ends the program when one fails.
   void Run(platform::Files& files, const std::string& source, const std::string& target) const;

@@ -31,10 +31,10 @@ namespace {
 class Progress : public SaveProgress {
  public:
   void ShowBlocksDone(std::int32_t, std::int32_t) override {}
-  void ShowMessage(const std::string& text) override { std::fprintf(stderr, "%s\n", text.c_str()); }
+  void ShowBlockMessage(const std::string& text) override {
+    std::fprintf(stderr, "%s\n", text.c_str());
+  }
   void ShowHourglass(bool) override {}
-  void ShowFinished() override {}
-  void ShowFailed() override { std::exit(1); }
   void LetMessagesRun() override {}
   bool StillSaving() override { return true; }
 };
@@ -49,11 +49,11 @@ class Worker {
   void Do(const std::string& job) {
     if (job == "scan") mdlFileProcessing::ScanSourceFile(system_.files, system_.dates, source_);
     if (job == "index") Index(Argument());
-    if (job == "forget") cameraIndex = CameraIndex();
-    if (job == "range") SaveRange(system_.files);
+    if (job == "forget") index_ = CameraIndex();
+    if (job == "range") Save(system_.files, SaveJob::Mode::kWholeBlocks);
     if (job == "discard") {
       DiscardingFiles discarding(system_.files);
-      SaveRange(discarding);
+      Save(discarding, SaveJob::Mode::kWholeBlocks);
     }
     if (job == "cameras") SaveCameras();
     if (job == "plan") Plan();
@@ -67,31 +67,40 @@ class Worker {
     return value;
   }
 
-  void Index(std::int32_t blocks) { IndexBlockRange(system_.files, source_, 1, blocks); }
+  void Index(std::int32_t blocks) {
+    index_ = IndexBlockRange(system_, progress_, source_, 1, blocks);
+  }
 
-  void SaveRange(platform::Files& files) {
+  void Save(platform::Files& files, SaveJob::Mode mode) {
     platform::Platform system{files,           system_.names,         system_.registry,
                               system_.desktop, system_.drives,        system_.dates,
                               system_.clock,   system_.programFolder, system_.programName};
-    SaveBlockRange(system, progress_, source_, target_, 1, Argument());
+    const SaveResult result = RunSave(system, progress_,
+                                      {.sourcePath = source_,
+                                       .targetPath = target_,
+                                       .firstBlock = 1,
+                                       .lastBlock = Argument(),
+                                       .mode = mode});
+    if (result.end != SaveEnd::kSaved) std::exit(1);
   }
 
   void SaveCameras() {
     mdlSave::lngCamSelLow = Argument();
-    const std::int32_t blocks = Argument();
-    Index(blocks);
-    SaveChosenCameras(system_, progress_, source_, target_, 1, blocks);
+    Save(system_.files, SaveJob::Mode::kChosenCameras);
   }
 
   void Plan() {
     const std::int32_t cameras = Argument();
-    bare_.emplace(system_.files, source_, cameras, Argument());
+    Index(Argument());
+    bare_.emplace(index_, cameras);
+    index_ = CameraIndex();
   }
 
   std::string source_;
   std::string target_;
   platform::Platform& system_;
   std::optional<BareSave> bare_;
+  CameraIndex index_;
   Progress progress_;
 };
 

@@ -11,25 +11,21 @@ constexpr std::int32_t kSmallGap = 256 * 1024;
 
 }  // namespace
 
-clsCreate60D::clsCreate60D(platform::Files& files) : files_(files) {
+clsCreate60D::clsCreate60D(NewFile& file)
+    : file_(file), variant_(&format::VariantOf(mdlFileProcessing::bln20D)) {
   ChangeBlock();
 }
 
-clsCreate60D::~clsCreate60D() {
-  Close60dFile();
-}
-
 bool clsCreate60D::Create60DFile(const std::string& Filename) {
-  Close60dFile();
   variant_ = &format::VariantOf(mdlFileProcessing::bln20D);
   block_.ResetTrailer(*variant_);
-  handle_ = files_.Open(Filename, platform::OpenMode::kWriteNew);
+  ready_ = file_.Create(Filename);
   fileSize_ = 0;
-  return FileIsReady();
+  return ready_;
 }
 
 bool clsCreate60D::FileIsReady() const {
-  return handle_ != platform::FileHandle::kInvalid;
+  return ready_;
 }
 
 void clsCreate60D::SetVideoStandardToPAL(bool vsPAL) {
@@ -44,6 +40,10 @@ bool clsCreate60D::HasFailed() const {
   return failed_;
 }
 
+bool clsCreate60D::CanHold(const mdlCreate60DFile::NewImage& image) const {
+  return block_.CanHold(image);
+}
+
 void clsCreate60D::AddDataTo60DFile(const std::uint8_t* Image, std::int32_t StartPosition,
                                     std::int32_t ImageSize, std::int16_t Flags,
                                     const std::string& Title, const std::string& atmText,
@@ -54,7 +54,7 @@ void clsCreate60D::AddDataTo60DFile(const std::uint8_t* Image, std::int32_t Star
   const mdlCreate60DFile::NewImage image = {
       Image + StartPosition, ImageSize,    Flags,   Title, atmText, Seconds,
       CameraNumber,          AudioSectNum, AudioArr};
-  block_.Check(image);
+  if (!CanHold(image)) throw RuntimeError::Overflow("clsCreate60D");
   if (!block_.HasRoomFor(image)) ChangeBlock();
   block_.Add(image);
 }
@@ -77,22 +77,17 @@ void clsCreate60D::WriteBlock(std::int32_t trailerOffset) {
     WriteAt(trailerOffset, block_.trailer().data(), variant_->trailerLength);
   }
   ++blockPosition_;
-  fileSize_ = mdlFileProcessing::FileSize64(files_, handle_);
+  fileSize_ = static_cast<double>(file_.size());
 }
 
 void clsCreate60D::WriteAt(std::int32_t offset, const std::uint8_t* bytes, std::int32_t count) {
   const std::int64_t position = std::int64_t{blockPosition_} * format::kBlockSize + offset;
-  const auto wanted = static_cast<std::uint32_t>(count);
-  std::uint32_t written = 0;
-  // Without its place a write would destroy what was written before.
-  const bool whole = files_.Seek(handle_, position) &&
-                     files_.Write(handle_, bytes, wanted, written) && written == wanted;
-  failed_ = failed_ || !whole;
+  if (!file_.WriteAt(position, bytes, static_cast<std::uint32_t>(count))) failed_ = true;
 }
 
 void clsCreate60D::Close60dFile() {
   if (!FileIsReady()) return;
   WriteBlock(block_.dataLength());
-  if (!files_.Close(handle_)) failed_ = true;
-  handle_ = platform::FileHandle::kInvalid;
+  ready_ = false;
+  if (!file_.Finish()) failed_ = true;
 }

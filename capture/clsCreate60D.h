@@ -5,15 +5,15 @@
 
 #include "capture/format.h"
 #include "capture/mdlCreate60DFile.h"
-#include "platform/files.h"
+#include "capture/new_file.h"
 
 /// Writes a new capture file image by image, in the order given: fills a block, writes it when it
 /// is full, and writes the last one compactly, its trailer right behind its data. The kind of file
 /// follows the source's (`mdlFileProcessing::bln20D`). One object writes one file.
 class clsCreate60D {
  public:
-  explicit clsCreate60D(platform::Files& files);
-  ~clsCreate60D();
+  /// Writes into `file`, which outlives it.
+  explicit clsCreate60D(NewFile& file);
   clsCreate60D(const clsCreate60D&) = delete;
   clsCreate60D& operator=(const clsCreate60D&) = delete;
 
@@ -26,17 +26,19 @@ class clsCreate60D {
                         std::int32_t ImageSize, std::int16_t Flags, const std::string& Title,
                         const std::string& atmText, std::int32_t Seconds, std::int32_t CameraNumber,
                         std::int32_t AudioSectNum, const std::uint8_t* AudioArr);
-  /// Writes the last block and closes the file.
+  /// Whether an image can be added: its fields can hold its values, and a block the image.
+  bool CanHold(const mdlCreate60DFile::NewImage& image) const;
+  /// Writes the last block and finishes the file, which can take a while: see `NewFile`.
   void Close60dFile();
-  /// Whether a file is open.
+  /// Whether a file was created and not closed yet.
   bool FileIsReady() const;
-  /// Creates the target file; an old one is cut to nothing. False when that fails.
+  /// Creates the target file. False when that fails.
   bool Create60DFile(const std::string& Filename);
   /// Sets the video standard: PAL, or NTSC as at the start.
   void SetVideoStandardToPAL(bool vsPAL);
   /// Size of the file in bytes after the last block that was written; 0 before.
   double GetCurrentFileSize() const;
-  /// Whether a seek, a write or the close has failed or was short: the file is not whole then.
+  /// Whether a write or the finish has failed: the file has not come to be then.
   bool HasFailed() const;
 
  private:
@@ -47,13 +49,13 @@ class clsCreate60D {
   /// Writes at `offset` of the block's place in the file.
   void WriteAt(std::int32_t offset, const std::uint8_t* bytes, std::int32_t count);
 
-  platform::Files& files_;
-  platform::FileHandle handle_ = platform::FileHandle::kInvalid;
-  const format::Variant* variant_ = &format::kVariant60D;
+  NewFile& file_;
+  bool ready_ = false;
+  const format::Variant* variant_;
   mdlCreate60DFile::BlockBuilder block_;
   std::int32_t blockPosition_ = 0;  // 2 MiB slot of the next block write, from 0.
   std::int32_t blockSequence_ = 0;
   bool isPal_ = false;
   bool failed_ = false;
-  double fileSize_ = 0;
+  double fileSize_ = 0;  // After the last block that was written.
 };

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "capture/mdlFileProcessing.h"
-#include "platform/runtime_error.h"
 
 namespace mdlCreate60DFile {
 
@@ -11,8 +10,6 @@ using format::kSectorSize;
 using mdlFileProcessing::PutBigEndian;
 
 namespace {
-
-constexpr char kSource[] = "clsCreate60D";
 
 /// Where the sector ends that holds the tail of an image whose bytes end at `imageEnd`. At least
 /// one zero stands before a tail: an image that leaves exactly its length takes a further sector.
@@ -54,13 +51,11 @@ void BlockBuilder::ResetData() {
   std::fill(std::begin(tail_), std::end(tail_), std::uint8_t{0});
 }
 
-void BlockBuilder::Check(const NewImage& image) const {
-  const bool holds = image.size >= 0 && image.camera >= 0 && image.camera < format::kCameras &&
-                     image.soundSectors >= 0 && image.soundSectors <= format::kMostSoundSectors &&
-                     image.title.size() <= format::tail::kTitleRoom &&
-                     image.text.size() <= format::text::kRoom &&
-                     StoredSize(image) <= variant_->trailerOffset;
-  if (!holds) throw RuntimeError::Overflow(kSource);
+bool BlockBuilder::CanHold(const NewImage& image) const {
+  return image.size >= 0 && image.camera >= 0 && image.camera < format::kCameras &&
+         image.soundSectors >= 0 && image.soundSectors <= format::kMostSoundSectors &&
+         image.title.size() <= format::tail::kTitleRoom &&
+         image.text.size() <= format::text::kRoom && StoredSize(image) <= variant_->trailerOffset;
 }
 
 bool BlockBuilder::HasRoomFor(const NewImage& image) const {

@@ -32,11 +32,11 @@ class BlockBuilder {
   /// Empties the data area and the buffer of image tails.
   void ResetData();
 
-  /// Raises an overflow when a field cannot hold a value of the image, or no block the image.
-  void Check(const NewImage& image) const;
+  /// Whether the fields can hold the values of the image, and a block the image.
+  bool CanHold(const NewImage& image) const;
   /// Whether the image goes into this block, or into the next.
   bool HasRoomFor(const NewImage& image) const;
-  /// Adds an image that has passed `Check` and for which there is room.
+  /// Adds an image that it can hold and for which there is room.
   void Add(const NewImage& image);
   /// Completes the trailer: the end entry and the header. Bit 15 of `videoStandard` is not PAL.
   void Seal(std::int32_t sequence, int videoStandard);

@@ -5,15 +5,18 @@
 using mdlFileProcessing::hSourceFile;
 using platform::FileHandle;
 
-SourceFile::SourceFile(platform::Files& files, const std::string& path) : files_(files) {
-  hSourceFile = files.Open(path, platform::OpenMode::kReadExisting);
+SourceFile::SourceFile(platform::Files& files, const std::string& path)
+    : files_(files),
+      opened_(files.Open(path, platform::OpenMode::kReadExisting)),
+      outer_(hSourceFile) {
+  hSourceFile = opened_;
 }
 
 SourceFile::~SourceFile() {
-  if (IsOpen()) files_.Close(hSourceFile);
-  hSourceFile = FileHandle::kInvalid;
+  if (IsOpen()) files_.Close(opened_);
+  hSourceFile = outer_;
 }
 
 bool SourceFile::IsOpen() const {
-  return hSourceFile != FileHandle::kInvalid;
+  return opened_ != FileHandle::kInvalid;
 }

@@ -5,7 +5,7 @@
 #include "platform/files.h"
 
 /// The capture file that is being read: open as `mdlFileProcessing::hSourceFile` while this object
-/// lives.
+/// lives. Where another is open already, that one is read again afterwards.
 class SourceFile {
  public:
   SourceFile(platform::Files& files, const std::string& path);
@@ -17,4 +17,6 @@ class SourceFile {
 
  private:
   platform::Files& files_;
+  platform::FileHandle opened_;
+  platform::FileHandle outer_;
 };

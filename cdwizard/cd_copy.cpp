@@ -2,18 +2,15 @@
 
 #include <algorithm>
 #include <exception>
-#include <optional>
 
-#include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
+#include "capture/new_file.h"
 #include "capture/source_file.h"
-#include "save/camera_index.h"
 #include "save/last_file_part.h"
-#include "save/operations.h"
-#include "save/save_run.h"
+#include "save/save_messages.h"
 #include "save/save_state.h"
 
-using mdlFileProcessing::bytRecord;
+using platform::FileHandle;
 
 namespace {
 
@@ -24,6 +21,7 @@ constexpr std::int32_t kPlayerPercent = 16;
 constexpr std::int32_t kClosingPercent = 3;
 // The first player files go to the disc's root, the others into the player's folder.
 constexpr int kPlayerFilesInRoot = 3;
+constexpr std::uint32_t kChunk = 256 * 1024;
 
 std::int64_t RoundedUp(std::int64_t bytes, std::int64_t unit) {
   return (bytes + unit - 1) / unit * unit;
@@ -59,32 +57,36 @@ double Percent(std::int32_t done, std::int32_t total, std::int32_t base) {
   return static_cast<double>(done) / total * (100 - base) + base;
 }
 
-/// Shows a chosen-camera save on the wizard's page. Nothing but the session's end stops it there,
-/// and what comes after it is the wizard's own business.
-class CameraProgress : public SaveProgress {
+/// Shows a save on the wizard's page. Nothing but the session's end stops it there.
+class CopyProgress : public SaveProgress {
  public:
-  CameraProgress(CopyView& view, std::int32_t base) : view_(view), base_(base) {}
+  /// `base` percent are the player's files', `closing` percent are left for the file's close.
+  CopyProgress(CopyView& view, std::int32_t base, std::int32_t closing)
+      : view_(view), base_(base), closing_(closing) {}
 
   void ShowBlocksDone(std::int32_t done, std::int32_t total) override {
-    view_.ShowPercent(std::max(Percent(done, total, base_) - kClosingPercent, 0.0));
+    view_.ShowPercent(std::max(Percent(done, total, base_) - closing_, 0.0));
   }
-  // Of a disc that cannot be written the wizard itself tells after a copy that failed.
-  void ShowMessage(const std::string& text) override {
-    if (text != save_text::kWriteError) view_.ShowApplicationMessage(text);
-    if (text == save_text::kNoImages) goesOn_ = false;
-  }
+  void ShowBlockMessage(const std::string& text) override { view_.ShowApplicationMessage(text); }
   void ShowHourglass(bool) override {}
-  void ShowFinished() override { view_.ShowPercent(100); }
-  void ShowFailed() override {}
   void LetMessagesRun() override { goesOn_ = view_.LetMessagesRun(); }
-  /// False once the session ends, or when there is nothing to save.
   bool StillSaving() override { return goesOn_; }
 
  private:
   CopyView& view_;
   std::int32_t base_;
+  std::int32_t closing_;
   bool goesOn_ = true;
 };
+
+bool CopyBytes(platform::Files& files, FileHandle from, NewFile& to) {
+  std::vector<std::uint8_t> chunk(kChunk);
+  for (std::uint32_t bytesRead = kChunk; bytesRead > 0;) {
+    if (!files.Read(from, chunk.data(), kChunk, bytesRead)) return false;
+    if (!to.Append(chunk.data(), bytesRead)) return false;
+  }
+  return to.Finish();
+}
 
 }  // namespace
 
@@ -156,18 +158,15 @@ CopyEnd CdCopy::CopyFiles(bool blnQW, const std::string& drive, const std::strin
 
 // The source stays open while the disc is cleared: Windows deletes no file that is open.
 bool CdCopy::CopyAll(Job& job) {
-  std::optional<SourceFile> source(std::in_place, system_.files, mainWindow_.SourcePath());
-  if (!source->IsOpen() || !HasBlocks(mainWindow_.FirstBlock(), mainWindow_.LastBlock()))
-    return false;
+  const SourceFile source(system_.files, mainWindow_.SourcePath());
+  const SaveJob recording = RecordingJob(job.targetPath);
+  if (!source.IsOpen() || !recording.HasBlocks()) return false;
   if (!SparesSources(job)) return false;
   if (job.withPlayer && !ClearDisc(job.disc)) return false;
   view_.ShowProgress();
   if (!GoesOn()) return false;
   if (job.withPlayer && !CopyPlayerFiles(job.disc)) return false;
-  if (!mdlSave::blnSomeCameras) return CopyBlocks(job.targetPath);
-  source.reset();  // The camera index and the save open it themselves.
-  return SendDataToClassCD(mainWindow_.SourcePath(), job.targetPath, mainWindow_.FirstBlock(),
-                           mainWindow_.LastBlock());
+  return CopyRecording(recording);
 }
 
 bool CdCopy::SparesSources(Job& job) {
@@ -187,7 +186,7 @@ bool CdCopy::ClearDisc(Disc& disc) {
 bool CdCopy::CopyPlayerFiles(const Disc& disc) {
   const std::vector<std::string> targets = PlayerFilesOn(disc, strPlayerFiles);
   for (std::size_t i = 0; i < targets.size(); ++i) {
-    if (!CopyWholeFile(system_.files, system_.names, strPlayerFiles[i], targets[i])) return false;
+    if (!CopyPlayerFile(strPlayerFiles[i], targets[i])) return false;
     view_.ShowPercent(PlayerPercent(static_cast<int>(i)));
     if (!GoesOn()) return false;
   }
@@ -195,39 +194,44 @@ bool CdCopy::CopyPlayerFiles(const Disc& disc) {
   return true;
 }
 
-bool CdCopy::CopyBlocks(const std::string& targetPath) {
-  WholeFile target(system_.files, system_.names, targetPath);
-  if (!target.IsOpen()) return false;
-  const std::int32_t first = mainWindow_.FirstBlock();
-  const std::int32_t blocks = mainWindow_.LastBlock() - first + 1;
-  if (!mdlFileProcessing::SeekBlock(system_.files, first - 1, 0)) return false;
-  bytRecord.Redimension(format::kBlockSize);
-  for (std::int32_t i = 1; i <= blocks; ++i) {
-    if (!CopyBlock(target)) return false;
-    view_.ShowPercent(Percent(i, blocks, intProgressBase));
-    if (!GoesOn()) return false;
-  }
-  return target.Finish();
+bool CdCopy::CopyPlayerFile(const std::string& from, const std::string& to) {
+  const FileHandle source = system_.files.Open(from, platform::OpenMode::kReadExisting);
+  if (source == FileHandle::kInvalid) return false;
+  NewFile target(system_, NewFile::Place::kOwnName, [this] { return GoesOn(); });
+  const bool isCopied = target.Create(to) && CopyBytes(system_.files, source, target);
+  system_.files.Close(source);
+  return isCopied;
 }
 
-// A block that the source does not hold whole is told and written all the same.
-bool CdCopy::CopyBlock(WholeFile& target) {
-  std::uint32_t lngBytesDone = 0;
-  const bool isRead = system_.files.Read(mdlFileProcessing::hSourceFile, bytRecord.data(),
-                                         format::kBlockSize, lngBytesDone);
-  if (lngBytesDone != format::kBlockSize) view_.ShowApplicationMessage(save_text::kReadError);
-  return isRead && target.Write(bytRecord.data(), format::kBlockSize);
+SaveJob CdCopy::RecordingJob(const std::string& targetPath) {
+  return {
+      .sourcePath = mainWindow_.SourcePath(),
+      .targetPath = targetPath,
+      .firstBlock = mainWindow_.FirstBlock(),
+      .lastBlock = mainWindow_.LastBlock(),
+      .mode = mdlSave::blnSomeCameras ? SaveJob::Mode::kChosenCameras : SaveJob::Mode::kWholeBlocks,
+      .place = NewFile::Place::kOwnName};
 }
 
-bool CdCopy::SendDataToClassCD(const std::string& Filename, const std::string& TargetFilename,
-                               std::int32_t SPoint, std::int32_t EPoint) {
-  CameraProgress progress(view_, intProgressBase);
-  // What keeps the pass from its end is told by the save.
-  IndexBlockRange(system_.files, Filename, SPoint, EPoint);
-  const SaveOutcome outcome =
-      SaveChosenCameras(system_, progress, Filename, TargetFilename, SPoint, EPoint);
-  isOver_ = !progress.StillSaving();
-  return outcome == SaveOutcome::kSaved;
+bool CdCopy::CopyRecording(const SaveJob& job) {
+  const bool isRebuilt = job.mode == SaveJob::Mode::kChosenCameras;
+  CopyProgress progress(view_, intProgressBase, isRebuilt ? kClosingPercent : 0);
+  const SaveResult result = RunSave(system_, progress, job);
+  TellEnd(result);
+  const bool isSaved = result.end == SaveEnd::kSaved;
+  if (isSaved && isRebuilt) view_.ShowPercent(100);
+  return isSaved;
+}
+
+void CdCopy::TellEnd(const SaveResult& result) {
+  const std::string losses = MessageOfLosses(result);
+  if (!losses.empty()) view_.ShowMessage(losses);
+  // Of a disc that cannot be written the wizard itself tells.
+  const SaveMessage message = MessageOfEnd(result);
+  if (result.end != SaveEnd::kNotWritten && !message.text.empty())
+    message.isOnChoice ? view_.ShowMessage(message.text)
+                       : view_.ShowApplicationMessage(message.text);
+  isOver_ = message.isOnChoice || result.end == SaveEnd::kCancelled;
 }
 
 bool CdCopy::GoesOn() {

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "cdwizard/disc.h"
-#include "cdwizard/whole_file.h"
 #include "platform/platform.h"
 #include "save/main_window_view.h"
+#include "save/operations.h"
 
 /// What copying to the disc shows of itself.
 class CopyView {
@@ -20,6 +20,7 @@ class CopyView {
   virtual void ShowPercent(double percent) = 0;
   /// Shows a message under the application's title and waits until it is answered.
   virtual void ShowApplicationMessage(const std::string& text) = 0;
+  virtual void ShowMessage(const std::string& text) = 0;
   /// Asks a question; true for Yes.
   virtual bool AskYesNo(const std::string& text) = 0;
   /// Lets the messages that wait for the program's windows be handled. False once the Windows
@@ -65,6 +66,8 @@ class CdCopy {
     std::string targetPath;
   };
 
+  /// What is saved of the open recording.
+  SaveJob RecordingJob(const std::string& targetPath);
   bool HasPlayerFile(const std::string& path);
   std::int32_t PlayerBytes(const std::string& path);
   bool MayGoOnWithout(const std::string& path);
@@ -74,10 +77,9 @@ class CdCopy {
   bool SparesSources(Job& job);
   bool ClearDisc(Disc& disc);
   bool CopyPlayerFiles(const Disc& disc);
-  bool CopyBlocks(const std::string& targetPath);
-  bool CopyBlock(WholeFile& target);
-  bool SendDataToClassCD(const std::string& Filename, const std::string& TargetFilename,
-                         std::int32_t SPoint, std::int32_t EPoint);
+  bool CopyPlayerFile(const std::string& from, const std::string& to);
+  bool CopyRecording(const SaveJob& job);
+  void TellEnd(const SaveResult& result);
   bool GoesOn();
 
   platform::Platform& system_;

@@ -22,7 +22,6 @@ class WizardView : public CopyView {
   virtual void ShowDrives(const std::vector<std::string>& drives) = 0;
   virtual WizardInput Input() = 0;
   virtual void SetFileName(const std::string& name) = 0;
-  virtual void ShowMessage(const std::string& text) = 0;
   /// Shows the hourglass, or the usual pointer again, at once.
   virtual void ShowHourglass(bool on) = 0;
   /// The copy begins, or has ended: then its progress is hidden again.

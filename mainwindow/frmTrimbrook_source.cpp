@@ -13,7 +13,7 @@
 #include "mainwindow/file_kind.h"
 #include "mainwindow/frmTrimbrook.h"
 #include "platform/scoped_flag.h"
-#include "save/operations.h"
+#include "save/save_messages.h"
 
 using namespace mdlFileProcessing;
 

@@ -2,15 +2,14 @@
 
 #include <algorithm>
 
+#include "capture/breathing.h"
 #include "capture/mdlFileProcessing.h"
 #include "capture/source_file.h"
-#include "save/save_run.h"
 
 using format::BlockType;
 using mdlFileProcessing::bytRecord;
 using mdlFileProcessing::lngRecordOffset;
 
-CameraIndex cameraIndex;
 bool blnSourceNotPAL = false;
 
 namespace {
@@ -118,27 +117,31 @@ class IndexPass {
   std::shared_ptr<const CameraTitles> titles_;  // The last block's.
 };
 
-CameraIndex::State FillIndex(platform::Files& files, const std::string& sourcePath,
-                             std::int32_t firstBlock, std::int32_t lastBlock) {
-  if (!HasBlocks(firstBlock, lastBlock)) return CameraIndex::State::kUnreadable;
-  if (!mdlFileProcessing::SourceType()) return CameraIndex::State::kNotValid;
-  const SourceFile source(files, sourcePath);
-  if (!source.IsOpen()) return CameraIndex::State::kUnreadable;
-
-  const std::int32_t count = lastBlock - firstBlock + 1;
-  cameraIndex.blocks.Redimension(static_cast<std::size_t>(count));
+/// Fills the blocks of the index. Anything but `kSaved` tells why that was not done to the end.
+SaveEnd Fill(OneBased<IndexedBlock>& blocks, platform::Files& files, Breathing& breathing,
+             std::int32_t firstBlock) {
   IndexPass pass(files);
-  for (std::int32_t b = 1; b <= count; ++b)
-    if (!pass.Index(firstBlock + b - 1, cameraIndex.blocks[b]))
-      return CameraIndex::State::kUnreadable;
-  return CameraIndex::State::kFilled;
+  const std::int32_t count = blocks.UpperBound();
+  for (std::int32_t b = 1; b <= count; ++b) {
+    if (!pass.Index(firstBlock + b - 1, blocks[b])) return SaveEnd::kNotRead;
+    if (!breathing.GoOn(b, count)) return SaveEnd::kCancelled;
+  }
+  return SaveEnd::kSaved;
 }
 
 }  // namespace
 
-bool IndexBlockRange(platform::Files& files, const std::string& sourcePath, std::int32_t firstBlock,
-                     std::int32_t lastBlock) {
-  cameraIndex = CameraIndex();
-  cameraIndex.state = FillIndex(files, sourcePath, firstBlock, lastBlock);
-  return cameraIndex.state == CameraIndex::State::kFilled;
+CameraIndex IndexBlockRange(platform::Platform& system, SaveProgress& progress,
+                            const std::string& sourcePath, std::int32_t firstBlock,
+                            std::int32_t lastBlock) {
+  const SourceFile source(system.files, sourcePath);
+  if (!source.IsOpen()) return {.end = SaveEnd::kNotRead};
+  Breathing breathing(system.clock, [&progress](std::int32_t, std::int32_t) {
+    progress.LetMessagesRun();
+    return progress.StillSaving();
+  });
+  CameraIndex index;
+  index.blocks.Redimension(static_cast<std::size_t>(lastBlock - firstBlock + 1));
+  index.end = Fill(index.blocks, system.files, breathing, firstBlock);
+  return index;
 }

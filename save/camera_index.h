@@ -7,7 +7,9 @@
 
 #include "capture/block_type.h"
 #include "capture/one_based.h"
-#include "platform/files.h"
+#include "platform/platform.h"
+#include "save/operations.h"
+#include "save/save_progress.h"
 
 /// The camera index pass: reads the image list of every block of a range, so that a save can pick
 /// the images of chosen cameras without reading the others.
@@ -37,23 +39,15 @@ struct IndexedBlock {
 
 /// What the pass has found.
 struct CameraIndex {
-  enum class State {
-    kNone,        ///< No pass was made, or its result is used up.
-    kUnreadable,  ///< The source could not be opened or read.
-    kNotValid,    ///< The source has a block type without an image list that is known.
-    kFilled,
-  };
-  State state = State::kNone;
-  OneBased<IndexedBlock> blocks;  ///< The range's blocks.
+  SaveEnd end = SaveEnd::kSaved;       ///< Anything else: why the index is not complete.
+  OneBased<IndexedBlock> blocks = {};  ///< The range's blocks.
 };
-
-extern CameraIndex cameraIndex;
 
 /// The source's video standard bit: not PAL. Set by the pass; the last good block wins.
 extern bool blnSourceNotPAL;
 
-/// Fills the camera index from blocks `firstBlock` to `lastBlock` (from 1, inclusive) of the file
-/// that was scanned last. False when the source cannot be opened or read, or has no image lists;
-/// `SaveChosenCameras`, called next, tells the user which.
-bool IndexBlockRange(platform::Files& files, const std::string& sourcePath, std::int32_t firstBlock,
-                     std::int32_t lastBlock);
+/// Reads the lists of blocks `firstBlock` to `lastBlock` (from 1, inclusive) of the file that was
+/// scanned last. Lets messages run on the way, and stops when the user has cancelled.
+CameraIndex IndexBlockRange(platform::Platform& system, SaveProgress& progress,
+                            const std::string& sourcePath, std::int32_t firstBlock,
+                            std::int32_t lastBlock);

@@ -5,9 +5,8 @@
 #include "forms/application.h"
 #include "forms/dialogs.h"
 #include "forms/input.h"
-#include "save/camera_index.h"
 #include "save/last_file_part.h"
-#include "save/operations.h"
+#include "save/save_messages.h"
 #include "save/save_state.h"
 
 using forms::Event;
@@ -66,23 +65,37 @@ void frmSaveFile::Timer1_Timer() {
   Timer1.SetEnabled(false);
   blnSaving = true;
   taskbar_.emplace(window());
-  RunSave();
+  ShowEnd(SaveAsChosen());
 }
 
-void frmSaveFile::RunSave() {
+SaveResult frmSaveFile::SaveAsChosen() {
   const forms::KeepAwake awake;
   const forms::ShutdownBlock block(window());
-  const std::string source = mainWindow_.SourcePath();
-  const std::string target = mainWindow_.TargetPath();
-  const std::int32_t first = mainWindow_.FirstBlock();
-  const std::int32_t last = mainWindow_.LastBlock();
-  if (!blnSomeCameras) {
-    SaveBlockRange(system_, *this, source, target, first, last);
-    return;
+  return RunSave(
+      system_, *this,
+      {.sourcePath = mainWindow_.SourcePath(),
+       .targetPath = mainWindow_.TargetPath(),
+       .firstBlock = mainWindow_.FirstBlock(),
+       .lastBlock = mainWindow_.LastBlock(),
+       .mode = blnSomeCameras ? SaveJob::Mode::kChosenCameras : SaveJob::Mode::kWholeBlocks});
+}
+
+/// The save's files are closed and what is half done is removed: a box may stay up for hours, and
+/// nothing depends on its being answered.
+void frmSaveFile::ShowEnd(const SaveResult& result) {
+  ShowPercent();
+  const std::string losses = MessageOfLosses(result);
+  if (!losses.empty()) ShowMessage(losses);
+  const SaveMessage message = MessageOfEnd(result);
+  if (!message.text.empty())
+    message.isOnChoice ? ShowMessage(message.text) : ShowApplicationMessage(message.text);
+  if (result.end == SaveEnd::kSaved) {
+    ShowFinished();
+  } else if (result.end == SaveEnd::kCancelled) {
+    forms::DoEvents();
+  } else {
+    ShowFailed();
   }
-  // What keeps the pass from its end is told by the save.
-  IndexBlockRange(system_.files, source, first, last);
-  SaveChosenCameras(system_, *this, source, target, first, last);
 }
 
 void frmSaveFile::OnUnload() {
@@ -91,9 +104,9 @@ void frmSaveFile::OnUnload() {
   Timer1.SetEnabled(false);
 }
 
-/// A save that runs has let this message in: it goes on next, finds itself cancelled and removes
-/// its file.
+/// A save that runs has let this message in, but may not come to its next step any more.
 void frmSaveFile::OnEndSession() {
+  NewFile::RemoveUnfinished();
   Unload();
 }
 
@@ -155,7 +168,7 @@ void frmSaveFile::ShowBlocksDone(std::int32_t done, std::int32_t total) {
   ShowTimeLeft(now, share);
 }
 
-void frmSaveFile::ShowMessage(const std::string& text) {
+void frmSaveFile::ShowBlockMessage(const std::string& text) {
   ShowPercent();
   ShowApplicationMessage(text);
 }

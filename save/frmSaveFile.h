@@ -12,6 +12,7 @@
 #include "resources/layouts.h"
 #include "resources/resource.h"
 #include "save/main_window_view.h"
+#include "save/operations.h"
 #include "save/save_progress.h"
 #include "save/time_left.h"
 
@@ -31,7 +32,10 @@ class frmSaveFile : public forms::Form, private SaveProgress {
   void cmdOpen_Click();
   void cmdOpenFolder_Click();
   void cmdCancel_Click();
-  void RunSave();
+  SaveResult SaveAsChosen();
+  void ShowEnd(const SaveResult& result);
+  void ShowFinished();
+  void ShowFailed();
   void OpenInShell(const std::string& path);
   /// Shows how far the save is, as far as that is not to be seen yet.
   void ShowPercent();
@@ -41,10 +45,8 @@ class frmSaveFile : public forms::Form, private SaveProgress {
 
   // SaveProgress
   void ShowBlocksDone(std::int32_t done, std::int32_t total) override;
-  void ShowMessage(const std::string& text) override;
+  void ShowBlockMessage(const std::string& text) override;
   void ShowHourglass(bool on) override;
-  void ShowFinished() override;
-  void ShowFailed() override;
   void LetMessagesRun() override;
   bool StillSaving() override;
 

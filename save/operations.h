@@ -3,32 +3,57 @@
 #include <cstdint>
 #include <string>
 
+#include "capture/new_file.h"
 #include "platform/platform.h"
 #include "save/save_progress.h"
 
-/// The operations that write the chosen part of a recording into a new capture file. Block numbers
-/// count from 1, both ends included.
+/// The operations that write the chosen part of a recording into a new capture file.
 
-/// How a save has ended. Anything but `kSaved` leaves no file that this save has made.
-enum class SaveOutcome { kSaved, kCancelled, kFailed };
+/// What is to be saved, and how.
+struct SaveJob {
+  enum class Mode {
+    kWholeBlocks,    ///< All cameras: the blocks are copied as they are.
+    kChosenCameras,  ///< The cameras of `mdlSave::lngCamSelLow`: the file is rebuilt from images.
+  };
 
-/// The messages of the save operations.
-namespace save_text {
-inline constexpr char kReadError[] = "Error reading file ...";
-inline constexpr char kWriteError[] = "Error writing file ...";
-inline constexpr char kNotValid[] = "This file is not a valid source file!";
-inline constexpr char kNoImages[] =
-    "The selected cameras have no images in the selected time range!";
-}  // namespace save_text
+  std::string sourcePath;
+  std::string targetPath;
+  std::int32_t firstBlock = 0;  ///< From 1, like the last; both are saved.
+  std::int32_t lastBlock = 0;
+  Mode mode = Mode::kWholeBlocks;
+  NewFile::Place place = NewFile::Place::kTemporary;
 
-/// Copies whole blocks, unchanged, into a temporary file in the program's folder and moves it onto
-/// the target when it is complete.
-SaveOutcome SaveBlockRange(platform::Platform& system, SaveProgress& progress,
-                           const std::string& sourcePath, const std::string& targetPath,
-                           std::int32_t firstBlock, std::int32_t lastBlock);
+  bool HasBlocks() const { return firstBlock >= 1 && firstBlock <= lastBlock; }
+  std::int32_t BlockCount() const { return lastBlock - firstBlock + 1; }
+};
 
-/// Rebuilds a capture file from the images of the chosen cameras (`mdlSave::lngCamSelLow`). Must
-/// run right after `IndexBlockRange` over the same range.
-SaveOutcome SaveChosenCameras(platform::Platform& system, SaveProgress& progress,
-                              const std::string& sourcePath, const std::string& targetPath,
-                              std::int32_t firstBlock, std::int32_t lastBlock);
+/// How a save has ended. Anything but `kSaved` leaves nothing under the target's name that this
+/// save has made.
+enum class SaveEnd {
+  kSaved,
+  kCancelled,
+  kNotRead,     ///< The source could not be read.
+  kNotWritten,  ///< The target could not be written.
+  kNotNamed,    ///< The new file is whole but could not get the target's name; it is kept.
+  kNotValid,    ///< The source is no recording.
+  kNoImages,    ///< The chosen cameras have no image that can be kept.
+  kFault,       ///< Something that no one foresaw.
+};
+
+/// What a save answers.
+struct SaveResult {
+  SaveEnd end = SaveEnd::kSaved;
+  std::string detail = {};      ///< `kNotNamed`: path of the whole copy; `kFault`: what it was.
+  std::int64_t lostImages = 0;  ///< Images of chosen cameras that could not be kept.
+  std::int64_t lostBlocks = 0;  ///< Blocks whose lists could not be read.
+};
+
+/// Runs a job to its end, whatever happens. The file is on the medium when this answers `kSaved`.
+SaveResult RunSave(platform::Platform& system, SaveProgress& progress, const SaveJob& job);
+
+/// Copies whole blocks, unchanged.
+SaveResult SaveBlockRange(platform::Platform& system, SaveProgress& progress, const SaveJob& job);
+
+/// Rebuilds a capture file from the images of the chosen cameras.
+SaveResult SaveChosenCameras(platform::Platform& system, SaveProgress& progress,
+                             const SaveJob& job);

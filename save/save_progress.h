@@ -3,22 +3,18 @@
 #include <cstdint>
 #include <string>
 
-/// What a save operation shows of itself, and whom it asks whether to go on. The windows that run
-/// saves implement it, each with its own percentages.
+/// What a save operation shows while it runs, and whom it asks whether to go on. The windows that
+/// run saves implement it, each with its own percentages.
 class SaveProgress {
  public:
   virtual ~SaveProgress() = default;
 
   /// Shows that `done` of `total` blocks are saved.
   virtual void ShowBlocksDone(std::int32_t done, std::int32_t total) = 0;
-  /// Shows a message and waits until it is answered.
-  virtual void ShowMessage(const std::string& text) = 0;
+  /// Shows a message about a block and waits until it is answered.
+  virtual void ShowBlockMessage(const std::string& text) = 0;
   /// Shows the hourglass, or the usual pointer again.
   virtual void ShowHourglass(bool on) = 0;
-  /// The save is done: the bar is full, and what comes after a save is offered.
-  virtual void ShowFinished() = 0;
-  /// The save has ended without a result, after its message.
-  virtual void ShowFailed() = 0;
   /// Lets the messages that wait for the program's windows be handled.
   virtual void LetMessagesRun() = 0;
   /// False once the user has cancelled.

@@ -8,7 +8,6 @@
 #include "attacks/fuzz/check.h"
 #include "attacks/fuzz/hostile_recording.h"
 #include "capture/mdlFileProcessing.h"
-#include "save/camera_index.h"
 #include "save/operations.h"
 #include "save/save_state.h"
 #include "tests/save/fake_progress.h"
@@ -111,11 +110,22 @@ void DemandChosenImages(const Run& run, const std::vector<tools::Image>& stored)
   for (std::size_t i = 0; i < chosen.size(); ++i) DemandSame(stored[i], chosen[i]);
 }
 
+SaveEnd Save(Run& run, SaveJob::Mode mode) {
+  const SaveResult result = RunSave(run.world.system, run.progress,
+                                    {.sourcePath = kSource,
+                                     .targetPath = kTarget,
+                                     .firstBlock = run.first,
+                                     .lastBlock = run.last,
+                                     .mode = mode});
+  Demand(result.end != SaveEnd::kFault, "nothing happens that no one foresaw");
+  Demand(run.world.disk.Bytes(result.detail).has_value() == (result.end == SaveEnd::kNotNamed),
+         "a whole copy is where it is said to be");
+  if (result.end == SaveEnd::kNotNamed) run.world.disk.Take(result.detail);
+  return result.end;
+}
+
 void SaveChosen(Run& run) {
-  IndexBlockRange(run.world.disk, kSource, run.first, run.last);
-  const SaveOutcome outcome =
-      SaveChosenCameras(run.world.system, run.progress, kSource, kTarget, run.first, run.last);
-  if (outcome != SaveOutcome::kSaved) return run.DemandNoHalfFile();
+  if (Save(run, SaveJob::Mode::kChosenCameras) != SaveEnd::kSaved) return run.DemandNoHalfFile();
   const std::vector<tools::Image> stored =
       ImagesOf(run.world.disk.View(kTarget), run.recording.Is20D());
   for (const tools::Image& image : stored)
@@ -124,9 +134,7 @@ void SaveChosen(Run& run) {
 }
 
 void SaveBlocks(Run& run) {
-  const SaveOutcome outcome =
-      SaveBlockRange(run.world.system, run.progress, kSource, kTarget, run.first, run.last);
-  if (outcome != SaveOutcome::kSaved) return run.DemandNoHalfFile();
+  if (Save(run, SaveJob::Mode::kWholeBlocks) != SaveEnd::kSaved) return run.DemandNoHalfFile();
   const std::string_view target = run.world.disk.View(kTarget);
   const std::size_t begin = static_cast<std::size_t>(run.first - 1) * kBlock;
   const std::size_t length = static_cast<std::size_t>(run.last - run.first + 1) * kBlock;

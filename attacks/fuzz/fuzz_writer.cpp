@@ -10,10 +10,12 @@
 #include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
 #include "platform/runtime_error.h"
-#include "tests/support/memory_disk.h"
+#include "tests/support/fake_platform.h"
 #include "tests/support/recording_reader.h"
 
 namespace {
+
+constexpr char kTarget[] = "C:\\new.60D";
 
 /// Sizes around the places where a sector, a block or a number ends.
 std::int32_t SizeOf(FuzzedDataProvider& data) {
@@ -110,14 +112,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   FuzzedDataProvider data(bytes, size);
   const bool is20D = data.ConsumeBool();
   mdlFileProcessing::bln20D = is20D;
-  MemoryDisk disk;
+  FakePlatform world;
+  MemoryDisk& disk = world.disk;
   static std::string room;  // Kept from run to run: fresh pages are what a run would wait for.
-  disk.Put("t", std::move(room));
-  clsCreate60D writer(disk);
-  Demand(writer.Create60DFile("t"), "the file is created");
+  disk.Put(kTarget, std::move(room));
+  NewFile file(world.system, NewFile::Place::kOwnName, [] { return true; });
+  clsCreate60D writer(file);
+  Demand(writer.Create60DFile(kTarget), "the file is created");
   std::vector<Call> given;
   constexpr std::uint64_t kTwoBlocks = 2ull * format::kBlockSize;
-  const auto writes = [&] { return disk.FileBytes("t").value_or(0) < kTwoBlocks; };
+  const auto writes = [&] { return disk.FileBytes(kTarget).value_or(0) < kTwoBlocks; };
   while (data.remaining_bytes() > 0 && writes()) {
     Call call = NextCall(data);
     call.start = given.size();
@@ -130,9 +134,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   writer.Close60dFile();
   Demand(!writer.HasFailed() && disk.OpenHandles() == 0, "the file is closed and whole");
   std::size_t next = 0;
-  for (const StoredBlock& block : ReadRecording(disk.View("t"), is20D))
+  for (const StoredBlock& block : ReadRecording(disk.View(kTarget), is20D))
     for (const tools::Image& image : block.images) DemandSame(image, given.at(next++));
   Demand(next == given.size(), "no image is missing");
-  room = disk.Take("t");
+  room = disk.Take(kTarget);
   return 0;
 }

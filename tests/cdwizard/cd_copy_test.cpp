@@ -8,8 +8,7 @@
 #include <vector>
 
 #include "capture/mdlFileProcessing.h"
-#include "save/camera_index.h"
-#include "save/operations.h"
+#include "save/save_messages.h"
 #include "save/save_state.h"
 #include "tests/cdwizard/fake_wizard_view.h"
 #include "tests/save/fake_progress.h"
@@ -272,9 +271,12 @@ TEST(CopyFiles, WritesTheChosenCameras) {
   EXPECT_THAT(world.view.log,
               ElementsAre("progress", "percent 30", "percent 64", "percent 97", "percent 100"));
   FakeProgress progress;
-  ASSERT_TRUE(IndexBlockRange(world.disk(), kSource, 1, 3));
-  ASSERT_EQ(SaveChosenCameras(world.outside.system, progress, kSource, "C:\\Rec\\same.60D", 1, 3),
-            SaveOutcome::kSaved);
+  const SaveJob same = {.sourcePath = kSource,
+                        .targetPath = "C:\\Rec\\same.60D",
+                        .firstBlock = 1,
+                        .lastBlock = 3,
+                        .mode = SaveJob::Mode::kChosenCameras};
+  ASSERT_EQ(RunSave(world.outside.system, progress, same).end, SaveEnd::kSaved);
   EXPECT_EQ(world.disk().Bytes("E:\\Part.60D"), world.disk().Bytes("C:\\Rec\\same.60D"));
 }
 

@@ -13,6 +13,7 @@
 #include "cdwizard/wizard_flow.h"
 #include "platform/runtime_error.h"
 #include "save/operations.h"
+#include "save/save_messages.h"
 #include "save/save_state.h"
 #include "tests/cdwizard/fake_wizard_view.h"
 #include "tests/support/fake_platform.h"
@@ -302,7 +303,7 @@ TEST_F(Wizard, ClosesWhenTheCamerasHaveNoImages) {
   mainWindow.last = 1;
   GoTo({0, 1});
   const auto log = Click(2);
-  EXPECT_THAT(log, Contains(std::string("tell as application ") + save_text::kNoImages));
+  EXPECT_THAT(log, Contains(std::string("tell ") + save_text::kNoImages));
   EXPECT_EQ(log.back(), "close");
   EXPECT_THAT(log, Not(Contains(kNotReady)));
 }

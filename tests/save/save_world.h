@@ -7,8 +7,7 @@
 #include <utility>
 
 #include "capture/mdlFileProcessing.h"
-#include "save/camera_index.h"
-#include "save/operations.h"
+#include "save/save_messages.h"
 #include "save/save_state.h"
 #include "tests/save/fake_progress.h"
 #include "tests/support/fake_platform.h"
@@ -32,13 +31,17 @@ struct SaveWorld {
     world.disk.fault = fault;
   }
 
-  SaveOutcome Run(int first, int last, std::int32_t cameras, const std::string& target = kTarget,
-                  const std::string& from = kSource) {
-    if (cameras == kWholeBlocks)
-      return SaveBlockRange(world.system, progress, from, target, first, last);
+  SaveEnd Run(int first, int last, std::int32_t cameras, const std::string& target = kTarget,
+              const std::string& from = kSource) {
     mdlSave::lngCamSelLow = cameras;
-    IndexBlockRange(world.disk, from, first, last);
-    return SaveChosenCameras(world.system, progress, from, target, first, last);
+    result = RunSave(world.system, progress,
+                     {.sourcePath = from,
+                      .targetPath = target,
+                      .firstBlock = first,
+                      .lastBlock = last,
+                      .mode = cameras == kWholeBlocks ? SaveJob::Mode::kWholeBlocks
+                                                      : SaveJob::Mode::kChosenCameras});
+    return result.end;
   }
   /// Ends the fault, so that it strikes no check of what it has done.
   Fault TakeFault() { return std::exchange(world.disk.fault, {}); }
@@ -56,8 +59,8 @@ struct SaveWorld {
   /// What holds when a save has failed or was cancelled.
   void ExpectNoHalfTarget() { EXPECT_EQ(world.disk.Bytes(kTarget).value_or("old"), "old"); }
   void ExpectOneRefusal(const std::string& message) {
-    EXPECT_THAT(progress.messages, testing::ElementsAre(message));
-    EXPECT_EQ(progress.log.back(), "failed");
+    EXPECT_THAT(progress.messages, testing::IsEmpty());
+    EXPECT_EQ(MessageOfEnd(result).text, message);
   }
   bool TargetIsBlocks(std::size_t first, std::size_t count) const {
     return world.disk.View(kTarget) ==
@@ -68,4 +71,5 @@ struct SaveWorld {
   bool is20D;
   std::string source;
   FakeProgress progress;
+  SaveResult result;
 };

@@ -98,12 +98,13 @@ FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
   if (Fails("open")) return FileHandle::kInvalid;
   auto file = At(path);
   const bool anew = mode == OpenMode::kWriteNew;
-  if (!file && (!anew || !IsFolder(ParentOf(path)))) return FileHandle::kInvalid;
+  if (!file && (!anew || !TakesNewFiles(ParentOf(path)))) return FileHandle::kInvalid;
   if (file && file->handles > 0 && (anew || file->mode != mode)) return FileHandle::kInvalid;
   if (!file) Put(path, ""), file = At(path);
   if (anew) {
     Room(path) += file->bytes.size();
     file->bytes.clear();
+    file->unflushed = 0;
   }
   file->mode = mode;
   ++file->handles;
@@ -151,6 +152,7 @@ void MemoryDisk::Grow(Handle& handle, std::uint64_t size) {
   std::uint64_t& room = Room(handle.volume);
   const std::uint64_t more = std::min<std::uint64_t>(size - content.size(), room);
   content.resize(content.size() + more);
+  handle.file->unflushed += more;
   room -= more;
 }
 
@@ -169,7 +171,9 @@ std::optional<std::uint64_t> MemoryDisk::Size(FileHandle file) {
 
 bool MemoryDisk::Flush(FileHandle file) {
   const Handle* handle = Of(file);
-  return handle && Keeps("flush", *handle);
+  if (!handle || !Keeps("flush", *handle)) return false;
+  handle->file->unflushed = 0;
+  return true;
 }
 
 bool MemoryDisk::Rename(FileHandle file, const std::string& from, const std::string& to) {
@@ -197,8 +201,17 @@ bool MemoryDisk::Close(FileHandle file) {
 
 bool MemoryDisk::Keeps(const char* operation, const Handle& handle) {
   if (!Fails(operation)) return true;
-  if (handle.Writes()) handle.file->bytes.resize(handle.file->bytes.size() / 2);
+  File& file = *handle.file;
+  if (handle.Writes()) file.bytes.resize(file.bytes.size() - (file.unflushed + 1) / 2);
+  file.unflushed = 0;
   return false;
+}
+
+void MemoryDisk::LoseUnflushed() {
+  for (const auto& [path, file] : files_) {
+    file->bytes.resize(file->bytes.size() - file->unflushed);
+    file->unflushed = 0;
+  }
 }
 
 std::optional<platform::FileIdentity> MemoryDisk::Identity(FileHandle file) {
@@ -225,7 +238,7 @@ bool MemoryDisk::Delete(const std::string& path) {
 }
 
 std::string MemoryDisk::MakeTemporary(const std::string& folder, const std::string& prefix) {
-  if (Fails("temporary name") || !IsFolder(folder)) return "";
+  if (Fails("temporary name") || !TakesNewFiles(folder)) return "";
   const std::string path =
       Trimmed(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
   Put(path, "");

@@ -18,8 +18,8 @@
 /// compared without regard to case. A new file is nobody else's while it is open, what is open for
 /// renaming cannot be read and the other way round, an open file cannot be deleted, and a full
 /// volume shows as a short write. A fault strikes the calls of the three interfaces. A flush or
-/// close that fails loses half of what was written, and a close that fails has closed the file all
-/// the same.
+/// close that fails loses half of what was written since the last flush, and a close that fails has
+/// closed the file all the same.
 class MemoryDisk : public platform::Files, public platform::FileNames, public platform::Drives {
  public:
   /// Strikes nothing unless a test sets it.
@@ -43,6 +43,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   void Mount(const std::string& folder, const std::string& volume) { mounts_[folder] = volume; }
   /// The most bytes that a file on a volume ("C:") can have; unlimited at first.
   void SetLargestFile(const std::string& volume, std::uint64_t bytes) { largest_[volume] = bytes; }
+  /// Lets no new file be made in a folder.
+  void Protect(const std::string& folder) { protected_.insert(folder); }
   /// Lets the next calls of `Rename` fail, and their files stay as they are.
   void RefuseRenames(int times = kForGood) { refusedRenames_ = times; }
   static constexpr int kForGood = -1;
@@ -53,6 +55,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   /// Makes a file hidden, which `Find` does not answer.
   void Hide(const std::string& path) { At(path)->hidden = true; }
   bool IsTemporary(const std::string& path) const { return At(path)->temporary; }
+  /// What a loss of power does: what was written since the last flush is gone.
+  void LoseUnflushed();
   /// Number of handles that are open.
   std::size_t OpenHandles() const { return handles_.size(); }
   /// Bytes read and calls of `Read` so far.
@@ -99,6 +103,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     bool temporary = false;
     int handles = 0;
     OpenMode mode = OpenMode::kReadExisting;  ///< Of the handles that are open.
+    std::uint64_t unflushed = 0;              ///< Bytes at the end.
     std::string permissions;                  ///< The folder that has handed them down.
   };
   struct Handle {
@@ -120,6 +125,9 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     return fault.Strikes(operation, Fault::Kind::kShortTransfer) ? bytes / 2 : bytes;
   }
   bool IsFolder(const std::string& path) const;
+  bool TakesNewFiles(const std::string& folder) const {
+    return IsFolder(folder) && !protected_.contains(folder);
+  }
   bool Delete(const std::string& path);
   std::shared_ptr<File> At(const std::string& path) const;
   /// Makes an empty file, its folders included, and answers its bytes.
@@ -139,6 +147,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
 
   std::map<std::string, std::shared_ptr<File>, CaseBlind> files_;
   std::set<std::string, CaseBlind> folders_;
+  std::set<std::string, CaseBlind> protected_;
   std::map<std::string, std::uint64_t, CaseBlind> room_;
   std::map<std::string, std::uint64_t, CaseBlind> largest_;
   std::map<std::string, std::string, CaseBlind> mounts_;

@@ -12,24 +12,25 @@
 
 #include "capture/mdlFileProcessing.h"
 #include "platform/posix/posix_disk.h"
-#include "save/camera_index.h"
-#include "save/operations.h"
+#include "save/save_messages.h"
 #include "save/save_state.h"
 #include "tests/support/fake_platform.h"
 #include "tools/recording_reader.h"
 
 namespace {
 
-/// Shows nothing but the messages.
+/// Shows nothing but what it must.
 class PrintedProgress : public SaveProgress {
  public:
   void ShowBlocksDone(std::int32_t, std::int32_t) override {}
-  void ShowMessage(const std::string& text) override { std::printf("message: %s\n", text.c_str()); }
+  void ShowBlockMessage(const std::string& text) override { Print(text); }
   void ShowHourglass(bool) override {}
-  void ShowFinished() override {}
-  void ShowFailed() override {}
   void LetMessagesRun() override {}
   bool StillSaving() override { return true; }
+
+  static void Print(const std::string& text) {
+    if (!text.empty()) std::printf("message: %s\n", text.c_str());
+  }
 };
 
 double SecondsNow() {
@@ -79,17 +80,19 @@ void ListCameras(PosixDisk& disk, const Job& job) {
 
 bool Save(platform::Platform& system, const Job& job) {
   PrintedProgress progress;
-  double begin = SecondsNow();
-  if (job.cameras != 0) {
-    mdlSave::lngCamSelLow = job.cameras;
-    IndexBlockRange(system.files, job.source, job.first, job.last);
-    Report("index", begin);
-    begin = SecondsNow();
-  }
-  const auto save = job.cameras == 0 ? SaveBlockRange : SaveChosenCameras;
-  const SaveOutcome outcome = save(system, progress, job.source, job.target, job.first, job.last);
+  const double begin = SecondsNow();
+  mdlSave::lngCamSelLow = job.cameras;
+  const SaveResult result = RunSave(
+      system, progress,
+      {.sourcePath = job.source,
+       .targetPath = job.target,
+       .firstBlock = job.first,
+       .lastBlock = job.last,
+       .mode = job.cameras == 0 ? SaveJob::Mode::kWholeBlocks : SaveJob::Mode::kChosenCameras});
   Report("save", begin);
-  return outcome == SaveOutcome::kSaved;
+  PrintedProgress::Print(MessageOfLosses(result));
+  PrintedProgress::Print(MessageOfEnd(result).text);
+  return result.end == SaveEnd::kSaved;
 }
 
 }  // namespace

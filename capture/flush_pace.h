@@ -1,0 +1,26 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+#include "capture/format.h"
+
+/// How much is written between two flushes: what the medium takes in about a tenth of a second. So
+/// a percentage tells the truth on a slow stick, and nobody waits there for long; a fast disk is
+/// asked seldom enough that it costs nothing.
+class FlushPace {
+ public:
+  using Duration = std::chrono::steady_clock::duration;
+
+  /// How many of `bytes` bytes are to be written at once. A medium that takes a whole block in a
+  /// slice gets it whole.
+  std::uint32_t Piece(std::uint32_t bytes) const;
+  /// Takes down that so many bytes were written; true when it is time for a flush.
+  bool Wrote(std::uint32_t bytes);
+  /// Takes down how long a flush of what was written since the last took.
+  void Flushed(Duration took);
+
+ private:
+  std::uint32_t slice_ = format::kBlockSize;
+  std::uint32_t written_ = 0;
+};

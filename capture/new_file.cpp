@@ -1,0 +1,145 @@
+#include "capture/new_file.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+using platform::FileHandle;
+using platform::OpenMode;
+
+namespace {
+
+constexpr char kTemporaryPrefix[] = "WAV";
+/// How long a file that has something else reading it is tried to be renamed, and how often.
+constexpr std::chrono::seconds kPatience{10};
+constexpr std::chrono::milliseconds kPause{50};
+
+std::vector<NewFile*>& Unfinished() {
+  static std::vector<NewFile*> files;
+  return files;
+}
+
+/// The folder of a path, with its last backslash where it is a drive's root.
+std::string FolderOf(const std::string& path) {
+  const std::size_t slash = path.rfind('\\');
+  if (slash == std::string::npos) return ".";
+  const bool isRoot = slash > 0 && path[slash - 1] == ':';
+  return path.substr(0, slash + (isRoot ? 1 : 0));
+}
+
+}  // namespace
+
+NewFile::NewFile(platform::Platform& system, Place place, LetMessagesRun letMessagesRun)
+    : system_(system), place_(place), letMessagesRun_(std::move(letMessagesRun)) {
+  Unfinished().push_back(this);
+}
+
+NewFile::~NewFile() {
+  Discard();
+  std::erase(Unfinished(), this);
+}
+
+void NewFile::RemoveUnfinished() {
+  for (NewFile* file : Unfinished()) file->Discard();
+}
+
+bool NewFile::Create(const std::string& target) {
+  target_ = target;
+  if (place_ == Place::kTemporary) return CreateTemporary();
+  hTargetFile = system_.files.Open(target, OpenMode::kWriteNew);
+  if (!IsOpen()) return false;
+  strTempFile = target;
+  // A device takes every byte and keeps none.
+  return system_.files.Identity(hTargetFile).has_value();
+}
+
+bool NewFile::CreateTemporary() {
+  const std::string folder = FolderOf(target_);
+  return (system_.names.OnSameVolume(system_.programFolder, folder) &&
+          OpenTemporary(system_.programFolder)) ||
+         OpenTemporary(folder);
+}
+
+bool NewFile::OpenTemporary(const std::string& folder) {
+  strTempFile = system_.names.MakeTemporary(folder, kTemporaryPrefix);
+  if (strTempFile.empty()) return false;
+  system_.names.SetTemporary(strTempFile, true);
+  hTargetFile = system_.files.Open(strTempFile, OpenMode::kWriteExisting);
+  if (!IsOpen()) Discard();
+  return IsOpen();
+}
+
+bool NewFile::WriteAt(std::int64_t position, const void* bytes, std::uint32_t count) {
+  // Without its place a write would destroy what was written before.
+  const bool placed =
+      IsOpen() && (position == position_ || system_.files.Seek(hTargetFile, position));
+  position_ = position;
+  const auto* from = static_cast<const std::uint8_t*>(bytes);
+  while (placed && !failed_ && count > 0) {
+    const std::uint32_t piece = pace_.Piece(count);
+    failed_ = !WritePiece(from, piece);
+    from += piece;
+    count -= piece;
+  }
+  failed_ = failed_ || !placed;
+  size_ = std::max(size_, position_);
+  return !failed_;
+}
+
+bool NewFile::WritePiece(const std::uint8_t* bytes, std::uint32_t count) {
+  std::uint32_t written = 0;
+  if (!system_.files.Write(hTargetFile, bytes, count, written) || written != count) return false;
+  position_ += count;
+  return !pace_.Wrote(count) || (Flush() && letMessagesRun_() && IsOpen());
+}
+
+bool NewFile::Flush() {
+  const auto begun = system_.clock.Now();
+  const bool flushed = system_.files.Flush(hTargetFile);
+  pace_.Flushed(system_.clock.Now() - begun);
+  return flushed;
+}
+
+bool NewFile::Finish() {
+  if (!IsOpen() || failed_) return false;
+  // Backup tools leave out temporary files.
+  if (place_ == Place::kTemporary) system_.names.SetTemporary(strTempFile, false);
+  if (!Flush()) return false;
+  if (place_ == Place::kTemporary && !TakeName()) return false;
+  // What is on the medium stays, whatever its close answers.
+  const bool closed = Close();
+  if (place_ == Place::kOwnName && !closed) return false;
+  strTempFile.clear();
+  return true;
+}
+
+/// The file stays open meanwhile, with the right to rename it: so nothing that denies this can open
+/// it any more, and what had opened it before will let it go.
+bool NewFile::TakeName() {
+  const auto begun = system_.clock.Now();
+  while (!system_.files.Rename(hTargetFile, strTempFile, target_)) {
+    if (system_.clock.Now() - begun >= kPatience) {
+      Close();
+      wholeCopy_ = std::exchange(strTempFile, {});
+      return false;
+    }
+    system_.clock.Sleep(kPause);
+    if (!letMessagesRun_() || !IsOpen()) return false;
+  }
+  // Renamed, it would keep the permissions of the program's folder.
+  if (FolderOf(strTempFile) != FolderOf(target_)) system_.names.InheritPermissions(target_);
+  return true;
+}
+
+bool NewFile::Close() {
+  if (!IsOpen()) return true;
+  return system_.files.Close(std::exchange(hTargetFile, FileHandle::kInvalid));
+}
+
+void NewFile::Discard() {
+  Close();
+  if (strTempFile.empty()) return;
+  // A virus scanner may have the new file open for a moment.
+  const std::string path = std::exchange(strTempFile, {});
+  if (!system_.names.Remove(path)) system_.names.Remove(path);
+}

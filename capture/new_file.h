@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "capture/flush_pace.h"
+#include "platform/platform.h"
+
+/// A file that is being made. It stays only when it is whole and on the medium: until `Finish` has
+/// succeeded the destructor removes it.
+class NewFile {
+ public:
+  /// Where the file lies until it is whole.
+  enum class Place {
+    /// Under a temporary name on the target's volume, so that under the target's name there is at
+    /// any moment a whole file or none: in the program's folder where that will do, otherwise in
+    /// the target's.
+    kTemporary,
+    /// Under its own name, for discs on which a file cannot be renamed.
+    kOwnName,
+  };
+  /// Lets the messages that wait be handled; false when the file is not wanted any more.
+  using LetMessagesRun = std::function<bool()>;
+
+  NewFile(platform::Platform& system, Place place, LetMessagesRun letMessagesRun);
+  ~NewFile();
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+
+  /// Makes the file that is to have the name `target`. False when that cannot be, or would be no
+  /// file on a disk. A file that has the name already is cut to nothing with `kOwnName` and left
+  /// alone otherwise.
+  bool Create(const std::string& target);
+  bool IsOpen() const { return hTargetFile != platform::FileHandle::kInvalid; }
+  /// Writes at `position` bytes from the start. What is written is handed to the medium as the file
+  /// grows, and messages run in between on a slow one. False when not all was written: the file
+  /// cannot be finished any more.
+  bool WriteAt(std::int64_t position, const void* bytes, std::uint32_t count);
+  /// Writes behind all that was written so far.
+  bool Append(const void* bytes, std::uint32_t count) { return WriteAt(size_, bytes, count); }
+  /// Size in bytes.
+  std::int64_t size() const { return size_; }
+  bool HasFailed() const { return failed_; }
+
+  /// Hands the file to the medium and gives it its name. False when it is not whole, or got no name
+  /// though that was tried for ten seconds (something else reads the new file, or has taken its
+  /// name): then the whole copy stays where `WholeCopy` tells.
+  bool Finish();
+  /// Path of a file that is whole and on the medium, but has not got its name; otherwise empty.
+  const std::string& WholeCopy() const { return wholeCopy_; }
+
+  /// Closes and removes every file that is being made, at once: the program is about to be ended.
+  static void RemoveUnfinished();
+
+ private:
+  bool CreateTemporary();
+  bool OpenTemporary(const std::string& folder);
+  bool WritePiece(const std::uint8_t* bytes, std::uint32_t count);
+  bool Flush();
+  bool TakeName();
+  bool Close();
+  void Discard();
+
+  platform::Platform& system_;
+  Place place_;
+  LetMessagesRun letMessagesRun_;
+  std::string target_;
+  std::string
+      strTempFile;  ///< Where the file lies until it has its name; empty when it is no more.
+  platform::FileHandle hTargetFile = platform::FileHandle::kInvalid;
+  FlushPace pace_;
+  std::int64_t position_ = 0;
+  std::int64_t size_ = 0;
+  bool failed_ = false;
+  std::string wholeCopy_;
+};

@@ -1,0 +1,44 @@
+#include "save/save_messages.h"
+
+namespace {
+
+/// "1 image", "2 images"; empty for none.
+std::string Counted(std::int64_t count, const std::string& what) {
+  if (count == 0) return "";
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+SaveMessage MessageOfEnd(const SaveResult& result) {
+  switch (result.end) {
+    case SaveEnd::kSaved:
+    case SaveEnd::kCancelled:
+      return {};
+    case SaveEnd::kNotRead:
+      return {save_text::kReadError};
+    case SaveEnd::kNotWritten:
+      return {save_text::kWriteError};
+    case SaveEnd::kNotNamed:
+      return {std::string(save_text::kWriteError) +
+              "\r\n\r\nThe new file is whole, but another program keeps it from getting its name. "
+              "It stays here:\r\n" +
+              result.detail};
+    case SaveEnd::kNotValid:
+      return {save_text::kNotValid, true};
+    case SaveEnd::kNoImages:
+      return {save_text::kNoImages, true};
+    case SaveEnd::kFault:
+      return {result.detail};
+  }
+  return {};
+}
+
+std::string MessageOfLosses(const SaveResult& result) {
+  if (result.end != SaveEnd::kSaved && result.end != SaveEnd::kNoImages) return "";
+  const std::string images = Counted(result.lostImages, "image");
+  const std::string blocks = Counted(result.lostBlocks, "block");
+  if (images.empty() && blocks.empty()) return "";
+  return "The recording is damaged: " + images + (images.empty() || blocks.empty() ? "" : " and ") +
+         blocks + " could not be kept.";
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "save/operations.h"
+
+/// What the user is told about a save.
+
+/// The messages that have one text.
+namespace save_text {
+inline constexpr char kReadError[] = "Error reading file ...";
+inline constexpr char kWriteError[] = "Error writing file ...";
+inline constexpr char kNotValid[] = "This file is not a valid source file!";
+inline constexpr char kNoImages[] =
+    "The selected cameras have no images in the selected time range!";
+}  // namespace save_text
+
+/// A message and the title of its box.
+struct SaveMessage {
+  std::string text;         ///< Empty when there is nothing to say.
+  bool isOnChoice = false;  ///< It is about what the user has chosen, not about files and disks.
+};
+
+/// Why a save has not ended as wished.
+SaveMessage MessageOfEnd(const SaveResult& result);
+
+/// What damage to the recording has cost; empty when it has cost nothing, and when the save has
+/// ended before it could be told.
+std::string MessageOfLosses(const SaveResult& result);

@@ -1,0 +1,56 @@
+#include "save/target.h"
+
+#include "capture/mdlFileProcessing.h"
+#include "save/last_file_part.h"
+
+using mdlFileProcessing::hSourceFile;
+using platform::FileHandle;
+
+namespace {
+
+bool IsSource(platform::Files& files, const std::string& path) {
+  const FileHandle file = files.Open(path, platform::OpenMode::kReadExisting);
+  if (file == FileHandle::kInvalid) return false;
+  const auto identity = files.Identity(file);
+  const bool same = identity.has_value() && identity == files.Identity(hSourceFile);
+  files.Close(file);
+  return same;
+}
+
+/// Whether a file can have this path: its folder is there, and no folder has its name.
+bool CanBeFile(platform::Drives& drives, const std::string& path) {
+  const std::string folder = path.substr(0, path.size() - LastFilePart(path).size());
+  return (folder.empty() || drives.HasFolder(folder)) && !drives.HasFolder(path);
+}
+
+}  // namespace
+
+bool MayTakePlace(platform::Platform& system, const std::string& targetPath) {
+  // What a search does not show, a hidden or system file, is nobody's old target: it is to stay.
+  const bool isUnseen = system.drives.HasFile(targetPath) && !system.names.Find(targetPath);
+  // Windows refuses by itself to delete a file that is open without delete sharing, but not every
+  // network volume does, nor does POSIX.
+  return CanBeFile(system.drives, targetPath) && !isUnseen && !IsSource(system.files, targetPath);
+}
+
+bool ClearTarget(platform::Platform& system, SaveProgress& progress,
+                 const std::string& targetPath) {
+  if (!MayTakePlace(system, targetPath)) return false;
+  if (!system.names.Find(targetPath)) return true;
+  const bool removed = system.names.Remove(targetPath);
+  progress.LetMessagesRun();
+  return removed;
+}
+
+NewFile::LetMessagesRun MessagesOf(SaveProgress& progress) {
+  return [&progress] {
+    progress.LetMessagesRun();
+    return progress.StillSaving();
+  };
+}
+
+SaveResult EndOfWriting(SaveProgress& progress, const NewFile& file, bool succeeded) {
+  if (succeeded) return {.end = SaveEnd::kSaved};
+  if (!file.WholeCopy().empty()) return {.end = SaveEnd::kNotNamed, .detail = file.WholeCopy()};
+  return {.end = progress.StillSaving() ? SaveEnd::kNotWritten : SaveEnd::kCancelled};
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "capture/new_file.h"
+#include "platform/platform.h"
+#include "save/operations.h"
+#include "save/save_progress.h"
+
+/// The path that a new file is to have, and how its writing ends.
+
+/// Whether a new file may take this path. It may not when the path can be no file's, or when what
+/// has it is hidden, a system file, or the open source itself, under whatever name.
+bool MayTakePlace(platform::Platform& system, const std::string& targetPath);
+
+/// Deletes the file that has the target's name, if there is one. False when that fails, or a new
+/// file may not take its place.
+bool ClearTarget(platform::Platform& system, SaveProgress& progress, const std::string& targetPath);
+
+/// What a new file does between its slices: lets messages run, and asks whether to go on.
+NewFile::LetMessagesRun MessagesOf(SaveProgress& progress);
+
+/// How a save has ended whose last write to `file`, or its finish, has succeeded or not.
+SaveResult EndOfWriting(SaveProgress& progress, const NewFile& file, bool succeeded);

@@ -1,0 +1,59 @@
+#include "capture/new_file.h"
+
+#include <gtest/gtest.h>
+
+#include "capture/flush_pace.h"
+#include "tests/support/fake_platform.h"
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr std::uint32_t kBlock = 2097152;
+
+TEST(FlushPace, WritesWhatTheMediumTakesInATenthOfASecond) {
+  struct Case {
+    const char* medium;
+    double bytesPerSecond;
+    std::uint32_t slice;  ///< What it settles at.
+  };
+  const Case cases[] = {{"a disk in memory", 1e12, 64u << 20}, {"a fast disk", 4e8, 32u << 20},
+                        {"a hard disk", 1e8, 8u << 20},        {"a stick", 1e7, 512u << 10},
+                        {"a worn stick", 2e6, 128u << 10},     {"a floppy disk", 2e4, 64u << 10}};
+  for (const Case& c : cases) {
+    FlushPace pace;
+    std::uint32_t slice = 0;
+    for (int flushes = 0; flushes < 20; ++flushes) {
+      slice = 0;
+      for (bool due = false; !due;) {
+        const std::uint32_t piece = pace.Piece(kBlock);
+        due = pace.Wrote(piece);
+        slice += piece;
+      }
+      const std::chrono::duration<double> took(slice / c.bytesPerSecond);
+      pace.Flushed(std::chrono::duration_cast<FlushPace::Duration>(took));
+    }
+    EXPECT_EQ(slice, c.slice) << c.medium;
+  }
+}
+
+/// On a slow medium a block is written in parts, with messages in between, and given up in its
+/// midst.
+TEST(NewFile, IsGivenUpInTheMidstOfABlockOnASlowMedium) {
+  const std::string block(kBlock, 'x');
+  for (const auto& [flushTakes, breaths] :
+       {std::pair(milliseconds(0), 3), {milliseconds(400), 9}}) {
+    FakePlatform world;
+    world.clock.step = flushTakes;
+    int breathed = 0;
+    NewFile file(world.system, NewFile::Place::kTemporary, [&] { return ++breathed < 9; });
+    ASSERT_TRUE(file.Create("C:\\Trimbrook\\new.60D"));
+    bool written = true;
+    for (int i = 0; i < 8 && written; ++i) written = file.Append(block.data(), kBlock);
+    EXPECT_EQ(breathed, breaths);
+    EXPECT_EQ(written, breaths < 9);
+    EXPECT_EQ(file.Finish(), written);
+  }
+}
+
+}  // namespace
