@@ -83,6 +83,8 @@ void Control::SetHeight(int twips) {
 }
 
 void Control::SetCaption(const std::string& caption) {
+  // What has not changed would be painted again.
+  if (caption == caption_) return;
   caption_ = caption;
   if (window_) SetWindowTextW(window_, Wide(caption).c_str());
 }

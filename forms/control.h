@@ -46,6 +46,7 @@ class Control {
   void SetTop(int twips);
   void SetWidth(int twips);
   void SetHeight(int twips);
+  /// Draws nothing anew when the caption stays the same.
   virtual void SetCaption(const std::string& caption);
   /// The text that shows when the mouse rests on the control; empty for none.
   virtual void SetToolTip(const std::string& text);

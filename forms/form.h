@@ -141,7 +141,7 @@ class Form {
   void OnTimerMessage(WPARAM id);
   void OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam);
   /// A command of the title bar, its menu or the taskbar.
-  std::optional<LRESULT> OnSystemCommand(WPARAM command);
+  std::optional<LRESULT> OnSystemCommand(WPARAM command, LPARAM key);
   void OnDpiChanged(UINT dpi, const RECT& suggested);
   /// Sizes, places and fonts for this DPI and from what the system has now.
   void LayOutAnew(UINT dpi);

@@ -59,7 +59,7 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       OnTimerMessage(wParam);
       return 0;
     case WM_SYSCOMMAND:
-      return OnSystemCommand(wParam & 0xFFF0);
+      return OnSystemCommand(wParam & 0xFFF0, lParam);
     case WM_CLOSE:
       Close();
       return 0;
@@ -68,11 +68,6 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_ENDSESSION:
       if (wParam) Dispatch([this] { OnEndSession(); });
       return 0;
-    case WM_SYSCOMMAND:
-      // These windows have no menu that Alt or F10 alone could open, but their menu mode would hold
-      // up a save until the next key.
-      if ((wParam & 0xFFF0) == SC_KEYMENU && lParam == 0) return 0;
-      return {};
     case DM_SETDEFID:
       state_->defaultButton = static_cast<int>(wParam);
       return {};
@@ -176,7 +171,10 @@ void Form::OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // The program has one button in the taskbar, that of the outermost window. Minimised by itself, a
 // window above would become a stub on the desktop.
-std::optional<LRESULT> Form::OnSystemCommand(WPARAM command) {
+std::optional<LRESULT> Form::OnSystemCommand(WPARAM command, LPARAM key) {
+  // These windows have no menu that Alt or F10 alone could open, but their menu mode would hold up
+  // a save until the next key.
+  if (command == SC_KEYMENU && key == 0) return 0;
   if (command == SC_MINIMIZE && owner_) {
     ShowWindow(GetAncestor(window_, GA_ROOTOWNER), SW_MINIMIZE);
     return 0;

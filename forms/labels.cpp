@@ -4,14 +4,6 @@
 
 namespace forms {
 
-void Label::SetCaption(const std::string& caption) {
-  if (caption != Caption()) Control::SetCaption(caption);
-}
-
-void Frame::SetCaption(const std::string& caption) {
-  if (caption != Caption()) Control::SetCaption(caption);
-}
-
 DWORD Label::WindowStyle() const {
   const DWORD align = HasStyle(layout::kCentered) ? SS_CENTER
                       : HasStyle(layout::kRight)  ? SS_RIGHT

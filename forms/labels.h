@@ -10,9 +10,6 @@ class Label : public Control {
  public:
   using Control::Control;
 
-  /// Draws nothing anew when the caption stays the same.
-  void SetCaption(const std::string& caption) override;
-
  protected:
   const wchar_t* WindowClass() const override { return WC_STATICW; }
   DWORD WindowStyle() const override;
@@ -34,9 +31,6 @@ class Line : public Control {
 class Frame : public Control {
  public:
   using Control::Control;
-
-  /// Draws nothing anew when the caption stays the same.
-  void SetCaption(const std::string& caption) override;
 
  protected:
   const wchar_t* WindowClass() const override { return WC_BUTTONW; }
