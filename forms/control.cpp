@@ -83,8 +83,8 @@ void Control::SetHeight(int twips) {
 }
 
 void Control::SetCaption(const std::string& caption) {
-  // What has not changed would be painted again.
-  if (caption == caption_) return;
+  // What has not changed would be painted again; a text box may have been typed in.
+  if (caption == WindowText()) return;
   caption_ = caption;
   if (window_) SetWindowTextW(window_, Wide(caption).c_str());
 }
