@@ -46,8 +46,16 @@ void MakeFile(const std::string& path, std::uint64_t bytes) {
   Resize(path, bytes);
 }
 
+// The runtime library refuses to make a file larger than the disk's free space, though most of it
+// may be a hole.
 void Resize(const std::string& path, std::uint64_t bytes) {
-  std::filesystem::resize_file(PathOf(path), bytes);
+  const HANDLE file = CreateFileW(forms::Wide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
+                                  nullptr, OPEN_EXISTING, 0, nullptr);
+  LARGE_INTEGER end = {};
+  end.QuadPart = static_cast<LONGLONG>(bytes);
+  const bool done = SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && SetEndOfFile(file);
+  CloseHandle(file);
+  if (!done) throw std::runtime_error("Cannot resize " + path);
 }
 
 void Append(const std::string& path, const std::string& bytes) {
