@@ -90,8 +90,11 @@ VIAddVersionKey ProductVersion "${FILE_VERSION}"
     ${If} $R1 == "yes"
       Return
     ${EndIf}
-    MessageBox MB_OKCANCEL|MB_ICONINFORMATION "Trimbrook is running and will be closed." \
-      /SD IDOK IDOK close IDCANCEL refuse
+    FindWindow $R2 "${MAIN_WINDOW_CLASS}"
+    ${If} $R2 <> 0
+      MessageBox MB_OKCANCEL|MB_ICONINFORMATION "Trimbrook is running and will be closed." \
+        /SD IDOK IDCANCEL refuse
+    ${EndIf}
     close:
     Call ${UN}CloseProgram
     ${For} $R4 1 20

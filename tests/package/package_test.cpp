@@ -95,7 +95,9 @@ TEST(Package, InstallsUpdatesAndGoes) {
   EXPECT_THAT(FilesLike(kFolder + "*"), UnorderedElementsAre(".", "..", "saved Größe.60D"));
   ASSERT_EQ(ExitCodeOf(kSetup), 0u);
   DeleteFileW(forms::Wide(kFolder + "saved Größe.60D").c_str());
+  const Trimbrook program("", kFolder + "Trimbrook.exe");
   Uninstall();
+  EXPECT_EQ(program.AwaitEnd(), 0u);
   EXPECT_FALSE(FileExists(kFolder));
   EXPECT_FALSE(IsInStartMenu());
 }

@@ -4,6 +4,7 @@
 #include "driver/files.h"
 #include "driver/input.h"
 #include "driver/trimbrook.h"
+#include "resources/version.h"
 
 namespace driver {
 namespace {
@@ -22,7 +23,7 @@ class Save : public testing::Test {
     EXPECT_EQ(save.Control(IDC_frmSaveFile_ProgressBar1).Ask(PBM_GETPOS), percent);
   }
   void ExpectWorkingLook(const Window& save, int percent) {
-    EXPECT_EQ(save.Text(), "Trimbrook 4.0");
+    EXPECT_EQ(save.Text(), TRIMBROOK_NAME_AND_VERSION);
     ExpectPercent(save, percent);
     EXPECT_EQ(save.Control(IDC_frmSaveFile_cmdCancel).Text(), "Cancel");
     EXPECT_FALSE(save.Control(IDC_frmSaveFile_cmdOpen).IsEnabled());

@@ -7,6 +7,7 @@
 #include "driver/input.h"
 #include "driver/recording.h"
 #include "driver/trimbrook.h"
+#include "resources/version.h"
 
 namespace driver {
 namespace {
@@ -32,7 +33,7 @@ std::vector<int> ShownCameras(const Trimbrook& program) {
 
 TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
   const Trimbrook program;
-  EXPECT_EQ(program.main().Text(), "Trimbrook 4.0");
+  EXPECT_EQ(program.main().Text(), TRIMBROOK_NAME_AND_VERSION);
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Command7).IsShown());
   AwaitFocus(program.main(), program.At(IDC_frmTrimbrook_Command1));
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider1).IsEnabled());
