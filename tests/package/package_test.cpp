@@ -102,5 +102,13 @@ TEST(Package, InstallsUpdatesAndGoes) {
   EXPECT_FALSE(IsInStartMenu());
 }
 
+// As on a stick that is write-protected.
+TEST(Package, SavesFromAFolderThatCannotBeWritten) {
+  if (!FileExists("Q:\\Trimbrook.exe")) GTEST_SKIP() << "no such drive: mounting takes root";
+  ASSERT_THROW(MakeFile("Q:\\new", 1), std::exception);
+  const Trimbrook program("", "Q:\\Trimbrook.exe");
+  SaveAndCheck("Q:\\", program, InWork("saved.60D"));
+}
+
 }  // namespace
 }  // namespace driver
