@@ -156,6 +156,7 @@ class Form {
   void RunUntilClosed();
   void FocusFirst();
   void MarkDefaultButton(const Control* focused);
+  void OnWheel(int delta);
   void AimWheel(MSG& message) const;
   void PressCancel();
   HWND VisibleWindow() const;
@@ -168,6 +169,7 @@ class Form {
   RECT WorkArea() const;
   void FitWindow();
   void PlaceControls();
+  void FitScrollBars();
   void ScrollTo(int x, int y);
   void ScrollIntoView(const Control& control);
   RECT PixelRect(const Control& control) const;

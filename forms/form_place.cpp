@@ -1,4 +1,4 @@
-// Where a form and its controls stand: twips to pixels, the work area, scrolling. Twips of a layout
+// Where a form and its controls stand: twips to pixels, the work area. Twips of a layout
 // grow with the system's text, as dialog units do.
 #include <algorithm>
 
@@ -24,25 +24,9 @@ RECT WindowRect(HWND window) {
   return rect;
 }
 
-void SetScroll(HWND window, int bar, int content, int page, int at) {
-  SCROLLINFO info = {};
-  info.cbSize = sizeof info;
-  info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-  info.nMax = content - 1;
-  info.nPage = static_cast<UINT>(page);
-  info.nPos = at;
-  SetScrollInfo(window, bar, &info, TRUE);
-}
-
 /// The place nearest to `at` where what has this size stands in [first, last), or begins there.
 int Inside(int at, int size, int first, int last) {
   return std::clamp(at, first, std::max(first, last - size));
-}
-
-/// The scroll position from which [first, last) of the content is seen, the nearest to `at`.
-int PositionToSee(int first, int last, int at, int page) {
-  if (last > at + page) at = last - page;
-  return std::min(at, first);
 }
 
 }  // namespace
@@ -88,7 +72,6 @@ RECT Form::WorkArea() const {
 void Form::FitWindow() {
   if (!window_) return;
   const SIZE wanted = WantedSize();
-  const SIZE frame = FrameSize();
   const RECT area = WorkArea();
   SIZE size = {std::min<LONG>(wanted.cx, WidthOf(area)), std::min<LONG>(wanted.cy, HeightOf(area))};
   // A bar takes room from the content, beside it if the work area has it.
@@ -98,14 +81,7 @@ void Form::FitWindow() {
     size.cy = std::min<LONG>(size.cy + GetSystemMetricsForDpi(SM_CYHSCROLL, dpi_), HeightOf(area));
   SetWindowPos(window_, nullptr, 0, 0, size.cx, size.cy,
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-  // Twice, since showing one bar can make the other needed.
-  for (int pass = 0; pass < 2; ++pass) {
-    RECT client = {};
-    GetClientRect(window_, &client);
-    SetScroll(window_, SB_VERT, wanted.cy - frame.cy, client.bottom, state_->scrolled.y);
-    SetScroll(window_, SB_HORZ, wanted.cx - frame.cx, client.right, state_->scrolled.x);
-  }
-  ScrollTo(state_->scrolled.x, state_->scrolled.y);
+  FitScrollBars();
 }
 
 void Form::PlaceControls() {
@@ -130,33 +106,6 @@ RECT Form::PixelRect(const Control& control) const {
                PixelsDown(top + control.height_)};
   OffsetRect(&rect, -state_->scrolled.x, -state_->scrolled.y);
   return rect;
-}
-
-void Form::ScrollTo(int x, int y) {
-  const SIZE wanted = WantedSize();
-  const SIZE frame = FrameSize();
-  RECT client = {};
-  GetClientRect(window_, &client);
-  x = std::clamp<int>(x, 0, std::max<int>(0, wanted.cx - frame.cx - client.right));
-  y = std::clamp<int>(y, 0, std::max<int>(0, wanted.cy - frame.cy - client.bottom));
-  const POINT before = state_->scrolled;
-  if (x == before.x && y == before.y) return;
-  state_->scrolled = {x, y};
-  SetScrollPos(window_, SB_HORZ, x, TRUE);
-  SetScrollPos(window_, SB_VERT, y, TRUE);
-  ScrollWindowEx(window_, before.x - x, before.y - y, nullptr, nullptr, nullptr, nullptr,
-                 SW_SCROLLCHILDREN | SW_INVALIDATE | SW_ERASE);
-}
-
-void Form::ScrollIntoView(const Control& control) {
-  RECT client = {};
-  GetClientRect(window_, &client);
-  RECT place = PixelRect(control);
-  const int margin = PixelsDown(kTwipsPerInch / 12);
-  InflateRect(&place, margin, margin);
-  OffsetRect(&place, state_->scrolled.x, state_->scrolled.y);
-  ScrollTo(PositionToSee(place.left, place.right, state_->scrolled.x, client.right),
-           PositionToSee(place.top, place.bottom, state_->scrolled.y, client.bottom));
 }
 
 void Form::TakeDpi(UINT dpi) {

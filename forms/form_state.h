@@ -31,7 +31,8 @@ struct Form::State {
   ToolTips toolTips;
 
   std::optional<int> outerHeight;  ///< Twips, once set; until then the layout's client size holds.
-  POINT scrolled = {};             ///< Pixels that the content is scrolled by.
+  bool outdated = false;  ///< The system's settings changed while the window was minimised.
+  POINT scrolled = {};    ///< Pixels that the content is scrolled by.
 
   int running = 0;                ///< Handlers of this form that are on the stack.
   bool failed = false;            ///< The load was left by a fault.

@@ -1,5 +1,5 @@
 // The window of a form: its messages, and how the keyboard reaches it.
-#include <windowsx.h>
+#include <utility>
 
 #include "forms/application.h"
 #include "forms/busy.h"
@@ -10,7 +10,6 @@
 namespace forms {
 namespace {
 
-constexpr int kTwipsPerNotch = 900;  // What a notch of the mouse's wheel scrolls by.
 constexpr LRESULT kPushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
 
 }  // namespace
@@ -48,9 +47,7 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       OnScrollMessage(message, wParam, lParam);
       return 0;
     case WM_MOUSEWHEEL:
-      ScrollTo(state_->scrolled.x,
-               state_->scrolled.y -
-                   PixelsDown(MulDiv(GET_WHEEL_DELTA_WPARAM(wParam), kTwipsPerNotch, WHEEL_DELTA)));
+      OnWheel(GET_WHEEL_DELTA_WPARAM(wParam));
       return 0;
     case WM_DROPFILES:
       OnDropMessage(reinterpret_cast<HDROP>(wParam));
@@ -79,9 +76,15 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
     case WM_SETTINGCHANGE:
-      if (IsIconic(window_)) return {};
-      if (wParam == SPI_SETNONCLIENTMETRICS) OnTextSizeChanged();
-      if (wParam == SPI_SETWORKAREA) FitWindow();
+      if (IsIconic(window_))
+        state_->outdated = true;
+      else if (wParam == SPI_SETNONCLIENTMETRICS)
+        OnTextSizeChanged();
+      else if (wParam == SPI_SETWORKAREA)
+        FitWindow();
+      return {};
+    case WM_SIZE:
+      if (wParam == SIZE_RESTORED && std::exchange(state_->outdated, false)) OnTextSizeChanged();
       return {};
     case WM_SYSCOLORCHANGE:
       // Windows tells the outer window only, but controls keep brushes of the old colours.
@@ -126,47 +129,6 @@ LRESULT Form::OnNotifyMessage(const NMHDR& header) {
 void Form::OnTimerMessage(WPARAM id) {
   const auto found = state_->byId.find(static_cast<int>(id));
   if (found != state_->byId.end()) found->second->OnTimer();
-}
-
-void Form::OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (lParam) {
-    const auto found = state_->byId.find(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)));
-    if (found != state_->byId.end()) found->second->OnScroll(LOWORD(wParam));
-    return;
-  }
-  const bool vertical = message == WM_VSCROLL;
-  SCROLLINFO bar = {};
-  bar.cbSize = sizeof bar;
-  bar.fMask = SIF_ALL;
-  GetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &bar);
-  int at = bar.nPos;
-  const int line = PixelsDown(kTwipsPerInch / 4);
-  switch (LOWORD(wParam)) {
-    case SB_LINEUP:
-      at -= line;
-      break;
-    case SB_LINEDOWN:
-      at += line;
-      break;
-    case SB_PAGEUP:
-      at -= static_cast<int>(bar.nPage);
-      break;
-    case SB_PAGEDOWN:
-      at += static_cast<int>(bar.nPage);
-      break;
-    case SB_THUMBTRACK:
-      at = bar.nTrackPos;
-      break;
-    case SB_TOP:
-      at = 0;
-      break;
-    case SB_BOTTOM:
-      at = bar.nMax;
-      break;
-    default:
-      return;
-  }
-  ScrollTo(vertical ? state_->scrolled.x : at, vertical ? at : state_->scrolled.y);
 }
 
 // The program has one button in the taskbar, that of the outermost window. Minimised by itself, a
@@ -254,13 +216,6 @@ void Form::MarkDefaultButton(const Control* focused) {
   const bool isButton = (focused->Send(WM_GETDLGCODE) & kPushButton) != 0;
   for (Control* control : state_->inOrder)
     control->ShowAsDefault(isButton ? control == focused : control->id() == state_->defaultButton);
-}
-
-// Over a control without the focus the wheel scrolls the form, as it does beside the controls: a
-// range must not move because the pointer happens to rest on a slider, nor because the focus does.
-void Form::AimWheel(MSG& message) const {
-  const POINT at = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
-  if (GetFocus() != message.hwnd || WindowFromPoint(at) != message.hwnd) message.hwnd = window_;
 }
 
 bool TranslateForForm(MSG& message) {
