@@ -60,11 +60,9 @@ class WizardByHand : public Wizard {
     Open(Recording("sample.60D"));
     OpenWizard();
     BringToFront(*window_);
-    while (program_.Runs()) {
-      if (window_->Exists() && At(IDC_frmSaveToCD_Label2).Caption() == kEjectPage)
-        MakeFile(InWork("eject"), 0);
-      Sleep(100);
-    }
+    const Window heading = At(IDC_frmSaveToCD_Label2);
+    for (; program_.Runs(); Sleep(100))
+      if (heading.Caption() == kEjectPage) MakeFile(InWork("eject"), 0);
   }
 };
 
