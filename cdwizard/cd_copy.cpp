@@ -153,7 +153,8 @@ CopyEnd CdCopy::CopyFiles(bool blnQW, const std::string& drive, const std::strin
     // No memory, for one: it ends the copy as any other fault does.
     isCopied = false;
   }
-  return isCopied ? CopyEnd::kCopied : isOver_ ? CopyEnd::kOver : CopyEnd::kNotReady;
+  if (isCopied) return CopyEnd::kCopied;
+  return isOver_ || !GoesOn() ? CopyEnd::kOver : CopyEnd::kNotReady;
 }
 
 // The source stays open while the disc is cleared: Windows deletes no file that is open.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "capture/new_file.h"
 #include "forms/text.h"
 #include "resources/layouts.h"
 
@@ -25,6 +26,7 @@ void frmSaveToCD::OnUnload() {
 // Comes while a box is up, too; the program may be gone as soon as this has returned.
 void frmSaveToCD::OnEndSession() {
   sessionEnds_ = true;
+  NewFile::RemoveUnfinished();
 }
 
 // What was pressed before a box could be seen is no answer to it.

@@ -171,14 +171,18 @@ TEST_F(Wizard, IsNotClosedWhileItCopies) {
 
 TEST_F(Wizard, LeavesNoHalfFileWhenTheSessionEnds) {
   Register(kDirectCd);
-  Open(Recording("long.60D"));
-  GoToNamePage("long");
-  {
-    const auto pause = CatchCopy();
-    SendNotifyMessageW(window_->handle(), WM_ENDSESSION, TRUE, 0);
-  }
+  const std::string recording = InWork("shrinking.60D");
+  CopyTo(Recording("day.60D"), recording);
+  Open(recording);
+  Resize(recording, 2 * kBlock + 1);
+  GoToNamePage("half");
+  Press(kCopy);
+  Await("box", [&] { return program_.ShowsDialog(); });
+  EXPECT_FALSE(FilesLike("E:\\half*").empty());
+  window_->Ask(WM_ENDSESSION, TRUE);
+  EXPECT_THAT(FilesLike("E:\\half*"), IsEmpty()) << "while a box is up";
+  EXPECT_EQ(program_.AnswerMessage(), (Message{"Trimbrook", "Error reading file ..."}));
   ExpectWizardGone();
-  EXPECT_THAT(FilesLike("E:\\long*"), IsEmpty());
 }
 
 /// With other numbers of CD drives.
