@@ -140,7 +140,7 @@ class Form {
   void OnDropMessage(HDROP drop);
   void OnTimerMessage(WPARAM id);
   void OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam);
-  /// A command of the title bar, its menu or the taskbar.
+  /// A command of the title bar, its menu or the taskbar; `key` is that which opens a menu.
   std::optional<LRESULT> OnSystemCommand(WPARAM command, LPARAM key);
   void OnDpiChanged(UINT dpi, const RECT& suggested);
   /// Sizes, places and fonts for this DPI and from what the system has now.

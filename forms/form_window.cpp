@@ -131,20 +131,20 @@ void Form::OnTimerMessage(WPARAM id) {
   if (found != state_->byId.end()) found->second->OnTimer();
 }
 
-// The program has one button in the taskbar, that of the outermost window. Minimised by itself, a
-// window above would become a stub on the desktop.
 std::optional<LRESULT> Form::OnSystemCommand(WPARAM command, LPARAM key) {
   // These windows have no menu that Alt or F10 alone could open, but their menu mode would hold up
   // a save until the next key.
   if (command == SC_KEYMENU && key == 0) return 0;
+  // The program has one button in the taskbar, that of the outermost window. Minimised by itself, a
+  // window above would become a stub on the desktop.
   if (command == SC_MINIMIZE && owner_) {
     ShowWindow(GetAncestor(window_, GA_ROOTOWNER), SW_MINIMIZE);
     return 0;
   }
-  // Windows would leave a disabled window as it is.
+  // Windows would leave a disabled window as it is, and what is above it behind other programs.
   if (command == SC_RESTORE && !IsWindowEnabled(window_)) {
     ShowWindow(window_, SW_RESTORE);
-    SetForegroundWindow(GetLastActivePopup(window_));
+    SetForegroundWindow(GetWindow(window_, GW_ENABLEDPOPUP));
     return 0;
   }
   return {};
