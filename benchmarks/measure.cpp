@@ -7,46 +7,12 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <utility>
 
 namespace {
 
 bool hasMissed = false;
 
-using Runs = std::vector<Measured>;
-
-double MedianRatio(const Runs& runs, const Runs& rival) {
-  std::vector<double> ratios;
-  for (std::size_t round = 0; round < runs.size(); ++round)
-    ratios.push_back(runs[round].seconds / rival[round].seconds);
-  return Median(std::move(ratios));
-}
-
-Comparison Summary(const Runs& runs) {
-  Comparison result;
-  std::vector<double> seconds;
-  for (const Measured& run : runs) {
-    seconds.push_back(run.seconds);
-    result.peakMemory = std::max(result.peakMemory, run.peakMemory);
-  }
-  result.seconds = Median(std::move(seconds));
-  return result;
-}
-
 }  // namespace
-
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + std::ssize(values) / 2;
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
-
-Measured Timed(const std::function<void()>& job) {
-  using Clock = std::chrono::steady_clock;
-  const auto start = Clock::now();
-  job();
-  return {.seconds = std::chrono::duration<double>(Clock::now() - start).count()};
-}
 
 void Become(const std::vector<std::string>& command) {
   std::vector<char*> arguments;
@@ -67,34 +33,44 @@ void RunCommand(const std::vector<std::string>& command) {
   }
 }
 
-std::vector<Comparison> Compare(const std::vector<Contender>& jobs,
-                                const std::vector<Contender>& rivals, int rounds) {
-  std::vector<Contender> all = jobs;
-  all.insert(all.end(), rivals.begin(), rivals.end());
-  std::vector<Runs> runs(all.size());
-  for (int round = 0; round < rounds; ++round) {
+double Timed(const std::function<void()>& job) {
+  using Clock = std::chrono::steady_clock;
+  const auto start = Clock::now();
+  job();
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+double Median(std::vector<double> values) {
+  const auto middle = values.begin() + std::ssize(values) / 2;
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+std::vector<Comparison> Compare(const std::vector<Job>& jobs, const Job& rival) {
+  std::vector<Job> all = jobs;
+  all.push_back(rival);
+  std::vector<std::vector<double>> seconds(all.size());
+  std::vector<std::vector<double>> ratios(all.size());
+  for (int round = 0; round < kRounds; ++round) {
     for (std::size_t i = 0; i < all.size(); ++i) {
       const std::size_t which = round % 2 == 0 ? i : all.size() - 1 - i;
-      all[which].before();
-      runs[which].push_back(all[which].run());
+      seconds[which].push_back(all[which]());
     }
+    for (std::size_t i = 0; i < all.size(); ++i)
+      ratios[i].push_back(seconds[i].back() / seconds.back().back());
   }
   std::vector<Comparison> results;
-  for (std::size_t job = 0; job < jobs.size(); ++job) {
-    results.push_back(Summary(runs[job]));
-    for (std::size_t rival = jobs.size(); rival < all.size(); ++rival)
-      results.back().ratios.push_back(MedianRatio(runs[job], runs[rival]));
-  }
+  for (std::size_t i = 0; i < jobs.size(); ++i)
+    results.push_back({Median(seconds[i]), Median(ratios[i])});
   return results;
 }
 
 void PrintHead() {
-  std::printf("%-58s %-7s %10s %12s %12s %11s\n", "figure", "where", "time", "value", "at most",
-              "peak memory");
+  std::printf("%-56s %-7s %12s %12s\n", "figure", "where", "value", "at most");
 }
 
-void PrintLine(const std::string& figure, const std::string& place, const Comparison& measured,
-               const char* format, double value, double limit) {
+void PrintLine(const std::string& figure, const std::string& where, const char* format,
+               double value, double limit) {
   char shown[32] = "";
   char most[32] = "-";
   std::snprintf(shown, sizeof shown, format, value);
@@ -102,8 +78,7 @@ void PrintLine(const std::string& figure, const std::string& place, const Compar
   const bool missed = limit > 0 && value > limit;
   hasMissed = hasMissed || missed;
   const char* verdict = limit <= 0 ? "" : missed ? "MISSED" : "held";
-  std::printf("%-58s %-7s %8.3f s %12s %12s %7.0f MiB  %s\n", figure.c_str(), place.c_str(),
-              measured.seconds, shown, most, measured.peakMemory / (1024 * 1024), verdict);
+  std::printf("%-56s %-7s %12s %12s  %s\n", figure.c_str(), where.c_str(), shown, most, verdict);
   std::fflush(stdout);
 }
 

@@ -1,10 +1,7 @@
 #include "benchmarks/recordings.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cstdio>
-#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
 
 #include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
@@ -13,61 +10,39 @@
 namespace {
 
 constexpr std::int32_t kTrailer = format::kVariant60D.trailerOffset;
-constexpr std::int64_t kFirstSecond = 1'400'000'000;
-constexpr std::int64_t kSecondsOfBlock = 250;
+constexpr std::int32_t kFirstSecond = 1'400'000'000;
 
-class NewFile {
- public:
-  explicit NewFile(const std::string& path)
-      : file_(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644)) {}
-  ~NewFile() { close(file_); }
-  NewFile(const NewFile&) = delete;
-  NewFile& operator=(const NewFile&) = delete;
-
-  void Put(std::int64_t offset, const std::string& bytes) const {
-    if (pwrite(file_, bytes.data(), bytes.size(), offset) == std::ssize(bytes)) return;
-    std::perror("writing a recording");
-    std::exit(1);
-  }
-
- private:
-  int file_;
-};
-
-/// A block's trailer with stamps of its own: no two blocks of a recording show the same time.
-std::string TrailerOf(const std::string& block, std::int64_t number) {
-  std::string trailer = block.substr(kTrailer);
-  auto* bytes = reinterpret_cast<std::uint8_t*>(trailer.data());
+/// No two blocks of a recording show the same time.
+void SetStamps(std::string& block, std::int64_t number) {
+  constexpr std::int64_t kSecondsOfBlock = 250;
+  auto* trailer = reinterpret_cast<std::uint8_t*>(block.data()) + kTrailer;
   const std::int64_t start = kFirstSecond + number * kSecondsOfBlock;
-  mdlFileProcessing::PutBigEndian(bytes + format::trailer::kStart, 4, start);
-  mdlFileProcessing::PutBigEndian(bytes + format::trailer::kEnd, 4, start + kSecondsOfBlock - 1);
-  return trailer;
+  mdlFileProcessing::PutBigEndian(trailer + format::trailer::kStart, 4, start);
+  mdlFileProcessing::PutBigEndian(trailer + format::trailer::kEnd, 4, start + kSecondsOfBlock - 1);
 }
 
 }  // namespace
 
-std::string FullBlock(int imagesPerBlock) {
+std::string FullBlock(int images) {
   RecordingBuilder builder(format::kType30);
   builder.Block();
-  const int sectors = kTrailer / format::kSectorSize / imagesPerBlock;
-  for (int i = 0; i < imagesPerBlock; ++i)
+  const int sectors = kTrailer / format::kSectorSize / images;
+  for (int i = 0; i < images; ++i)
     builder.Image({.camera = i % 16,
-                   .seconds = static_cast<std::int32_t>(kFirstSecond) + i,
+                   .seconds = kFirstSecond + i,
                    .bytes = Picture(sectors * format::kSectorSize - 100, i),
                    .title = "Camera"});
   return builder.Bytes();
 }
 
-void WriteRecording(const std::string& path, const std::string& block, std::int64_t blocks) {
-  const NewFile file(path);
+void WriteRecording(const std::string& path, std::string block, std::int64_t blocks,
+                    bool isSparse) {
+  std::ofstream file(path, std::ios::binary);
+  const std::size_t from = isSparse ? kTrailer : 0;
   for (std::int64_t i = 0; i < blocks; ++i) {
-    file.Put(i * format::kBlockSize, block.substr(0, kTrailer));
-    file.Put(i * format::kBlockSize + kTrailer, TrailerOf(block, i));
+    SetStamps(block, i);
+    file.seekp(i * format::kBlockSize + static_cast<std::int64_t>(from));
+    file.write(block.data() + from, static_cast<std::streamsize>(block.size() - from));
   }
-}
-
-void WriteSparseRecording(const std::string& path, const std::string& block, std::int64_t blocks) {
-  const NewFile file(path);
-  for (std::int64_t i = 0; i < blocks; ++i)
-    file.Put(i * format::kBlockSize + kTrailer, TrailerOf(block, i));
+  if (!file.flush()) throw std::runtime_error("cannot write " + path);
 }

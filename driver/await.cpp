@@ -10,8 +10,9 @@
 namespace driver {
 
 void RaiseTimeout(const std::string& what) {
-  const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
-  std::string name = std::string("stuck ") + test.test_suite_name() + " " + test.name();
+  std::string name = "stuck";
+  if (const auto* test = testing::UnitTest::GetInstance()->current_test_info())
+    name += std::string(" ") + test->test_suite_name() + " " + test->name();
   std::replace(name.begin(), name.end(), '/', ' ');
   SaveScreenshot(name);
   throw std::runtime_error("Waited in vain: " + what);

@@ -65,7 +65,9 @@ void frmSaveFile::Timer1_Timer() {
   Timer1.SetEnabled(false);
   blnSaving = true;
   taskbar_.emplace(window());
-  ShowEnd(SaveAsChosen());
+  const SaveResult result = SaveAsChosen();
+  blnSaving = false;
+  ShowEnd(result);
 }
 
 SaveResult frmSaveFile::SaveAsChosen() {
@@ -84,17 +86,19 @@ SaveResult frmSaveFile::SaveAsChosen() {
 /// nothing depends on its being answered.
 void frmSaveFile::ShowEnd(const SaveResult& result) {
   ShowPercent();
+  const bool hasFailed = result.end != SaveEnd::kSaved && result.end != SaveEnd::kCancelled;
+  if (hasFailed && taskbar_) taskbar_->ShowFailed();
   const std::string losses = MessageOfLosses(result);
   if (!losses.empty()) ShowMessage(losses);
   const SaveMessage message = MessageOfEnd(result);
   if (!message.text.empty())
     message.isOnChoice ? ShowMessage(message.text) : ShowApplicationMessage(message.text);
-  if (result.end == SaveEnd::kSaved) {
-    ShowFinished();
-  } else if (result.end == SaveEnd::kCancelled) {
+  if (result.end == SaveEnd::kCancelled) {
     forms::DoEvents();
-  } else {
+  } else if (hasFailed) {
     ShowFailed();
+  } else {
+    ShowFinished();
   }
 }
 
@@ -155,7 +159,6 @@ void frmSaveFile::ShowTimeLeft(milliseconds now, double done) {
 void frmSaveFile::ShowStopped() {
   Animation1.Stop();
   Frame1.SetCaption("");
-  blnSaving = false;
 }
 
 void frmSaveFile::ShowBlocksDone(std::int32_t done, std::int32_t total) {
@@ -195,7 +198,6 @@ void frmSaveFile::ShowFinished() {
 
 void frmSaveFile::ShowFailed() {
   ShowStopped();
-  if (taskbar_) taskbar_->ShowFailed();
   Label2.SetCaption("");
 }
 

@@ -1,0 +1,79 @@
+#include "benchmarks/engine.h"
+
+#include <malloc.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "benchmarks/measure.h"
+#include "capture/mdlFileProcessing.h"
+#include "platform/posix/posix_disk.h"
+#include "platform/steady_clock.h"
+#include "save/camera_index.h"
+#include "save/operations.h"
+#include "save/save_state.h"
+#include "tests/support/fake_dates.h"
+#include "tests/support/fake_desktop.h"
+#include "tests/support/memory_disk.h"
+
+namespace engine {
+namespace {
+
+class Progress : public SaveProgress {
+ public:
+  void ShowBlocksDone(std::int32_t, std::int32_t) override {}
+  void ShowBlockMessage(const std::string& text) override {
+    std::fprintf(stderr, "%s\n", text.c_str());
+  }
+  void ShowHourglass(bool) override {}
+  void LetMessagesRun() override {}
+  bool StillSaving() override { return true; }
+};
+
+platform::Platform& System() {
+  static PosixDisk disk;
+  static MemoryDisk drives;
+  static FakeRegistry registry;
+  static FakeDesktop desktop;
+  static FakeDates dates;
+  static platform::SteadyClock clock;
+  static platform::Platform system{disk,  disk,  registry, desktop,    drives,
+                                   dates, clock, "",       "Trimbrook"};
+  return system;
+}
+
+}  // namespace
+
+double Scan(const std::string& source) {
+  return Timed([&] { mdlFileProcessing::ScanSourceFile(System().files, System().dates, source); });
+}
+
+double Index(const std::string& source, std::int32_t blocks) {
+  static CameraIndex index;
+  Progress progress;
+  return Timed([&] { index = IndexBlockRange(System(), progress, source, 1, blocks); });
+}
+
+double Save(const std::string& source, const std::string& target, int cameras,
+            std::int32_t blocks) {
+  using Mode = SaveJob::Mode;
+  System().programFolder = target.substr(0, target.rfind('/'));
+  mdlSave::lngCamSelLow = (1 << cameras) - 1;
+  const SaveJob job = {.sourcePath = source,
+                       .targetPath = target,
+                       .firstBlock = 1,
+                       .lastBlock = blocks,
+                       .mode = cameras == 16 ? Mode::kWholeBlocks : Mode::kChosenCameras};
+  Progress progress;
+  SaveResult result;
+  const double seconds = Timed([&] { result = RunSave(System(), progress, job); });
+  if (result.end != SaveEnd::kSaved) std::exit(1);
+  return seconds;
+}
+
+double Heap() {
+  const struct mallinfo2 heap = mallinfo2();
+  return static_cast<double>(heap.uordblks + heap.hblkhd);
+}
+
+}  // namespace engine
