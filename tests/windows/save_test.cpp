@@ -81,6 +81,15 @@ TEST_F(Save, ShowsHowFarItIsAndTellsABlockThatIsNotWhole) {
   program_.AwaitDone(save);
   ExpectFinishedLook(save);
   EXPECT_TRUE(save.Ask(WM_QUERYENDSESSION));
+
+  // Both windows go to the one button of the taskbar, and come back.
+  PostMessageW(save.handle(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+  Await("minimised windows", [&] { return IsIconic(program_.main().handle()); });
+  PostMessageW(program_.main().handle(), WM_SYSCOMMAND, SC_RESTORE, 0);
+  Await("restored windows", [&] {
+    return !IsIconic(program_.main().handle()) && save.IsShown() && !IsIconic(save.handle()) &&
+           GetForegroundWindow() == save.handle();
+  });
 }
 
 TEST_F(Save, OnlyTheChosenCamerasAreKept) {
