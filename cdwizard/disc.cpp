@@ -75,6 +75,6 @@ std::vector<std::string> Disc::WhatClearingDeletes() const {
   if (!CarriesPlayer()) return paths;
   const std::string root = drive_ + "\\";
   for (const std::string& path : system_.drives.FilesBelow(root))
-    if (path.rfind('\\') <= root.size()) paths.push_back(path);
+    if (path.find('\\', root.size()) == std::string::npos) paths.push_back(path);
   return paths;
 }

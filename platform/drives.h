@@ -24,10 +24,13 @@ class Drives {
   /// Makes a folder; its parent must exist.
   virtual bool MakeFolder(const std::string& path) = 0;
   /// Deletes a folder with all it holds, read-only files included; a link is removed, not followed.
+  /// Stops at what cannot be deleted.
   virtual bool RemoveFolder(const std::string& path) = 0;
   /// Deletes every file directly inside a folder, read-only ones included; its subfolders stay.
+  /// Stops at what cannot be deleted.
   virtual bool RemoveFilesIn(const std::string& folder) = 0;
-  /// Paths of the files in a folder, its subfolders' included; links are not followed.
+  /// Paths of the files in a folder, its subfolders' included, with one backslash between the
+  /// folder and what lies in it; links are not followed.
   virtual std::vector<std::string> FilesBelow(const std::string& folder) = 0;
 };
 

@@ -19,6 +19,9 @@ class FileNames {
   virtual std::string MakeTemporary(const std::string& folder, const std::string& prefix) = 0;
   /// Marks a file as temporary, or as a lasting one again; its other marks stay.
   virtual bool SetTemporary(const std::string& path, bool temporary) = 0;
+  /// Gives the file `to` the times at which `from` was made and last written. For after `to` was
+  /// closed: writing sets its time anew.
+  virtual bool CopyTimes(const std::string& from, const std::string& to) = 0;
   /// Moves a file, to another volume too. Fails when `to` exists; what fails leaves nothing new.
   virtual bool Move(const std::string& from, const std::string& to) = 0;
   /// Total free bytes of the volume with this root, such as "C:\"; 0 when it cannot be told.

@@ -14,7 +14,8 @@ struct RegistryValue {
   static constexpr std::uint32_t kString = 1;  ///< The type of a plain string.
 
   std::uint32_t type = 0;
-  std::string data;  ///< All bytes, a terminating zero included where it is stored.
+  /// All bytes, those of texts as UTF-8; a terminating zero is included where it is stored.
+  std::string data;
 };
 
 /// Reads the registry.

@@ -22,6 +22,11 @@ int Descriptor(FileHandle file) {
   return static_cast<int>(file);
 }
 
+bool IsFolder(int file) {
+  struct stat status = {};
+  return fstat(file, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 /// Cuts a file to nothing. A new one is left alone: some file systems write a file that was cut to
 /// the disk at once when it is closed.
 bool Empty(int file) {
@@ -33,11 +38,12 @@ bool Empty(int file) {
 
 FileHandle PosixDisk::Open(const std::string& path, OpenMode mode) {
   const bool anew = mode == OpenMode::kWriteNew;
-  const int flags = mode == OpenMode::kReadExisting ? O_RDONLY : O_RDWR | (anew ? O_CREAT : 0);
+  const int flags = mode == OpenMode::kReadExisting ? O_RDONLY : O_WRONLY | (anew ? O_CREAT : 0);
   const int file = open(path.c_str(), flags | O_CLOEXEC, kNewFileMode);
   if (file < 0) return FileHandle::kInvalid;
   // Cut only once the lock is ours: the file may be the source that is being read.
-  if (flock(file, (mode == OpenMode::kReadExisting ? LOCK_SH : LOCK_EX) | LOCK_NB) != 0 ||
+  if (IsFolder(file) ||
+      flock(file, (mode == OpenMode::kReadExisting ? LOCK_SH : LOCK_EX) | LOCK_NB) != 0 ||
       (anew && !Empty(file))) {
     close(file);
     return FileHandle::kInvalid;
@@ -70,7 +76,7 @@ bool PosixDisk::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
 }
 
 bool PosixDisk::Seek(FileHandle file, std::int64_t position) {
-  return lseek(Descriptor(file), position, SEEK_SET) == position;
+  return position >= 0 && lseek(Descriptor(file), position, SEEK_SET) == position;
 }
 
 std::optional<std::uint64_t> PosixDisk::Size(FileHandle file) {
@@ -106,11 +112,15 @@ bool PosixDisk::Find(const std::string& path) {
 }
 
 bool PosixDisk::Remove(const std::string& path) {
-  return unlink(path.c_str()) == 0;
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return false;
+  const bool isFree = flock(file, LOCK_EX | LOCK_NB) == 0;
+  close(file);
+  return isFree && unlink(path.c_str()) == 0;
 }
 
 std::string PosixDisk::MakeTemporary(const std::string& folder, const std::string& prefix) {
-  std::string path = folder + "/" + prefix + "XXXXXX.tmp";
+  std::string path = std::filesystem::path(folder) / (prefix + "XXXXXX.tmp");
   const int file = mkstemps(path.data(), 4);
   if (file < 0) return "";
   close(file);
@@ -120,6 +130,13 @@ std::string PosixDisk::MakeTemporary(const std::string& folder, const std::strin
 // There is no such attribute here; what counts is whether the file is there.
 bool PosixDisk::SetTemporary(const std::string& path, bool) {
   return Find(path);
+}
+
+bool PosixDisk::CopyTimes(const std::string& from, const std::string& to) {
+  struct stat status = {};
+  if (stat(from.c_str(), &status) != 0) return false;
+  const timespec times[] = {{0, UTIME_OMIT}, status.st_mtim};
+  return utimensat(AT_FDCWD, to.c_str(), times, 0) == 0;
 }
 
 bool PosixDisk::Move(const std::string& from, const std::string& to) {

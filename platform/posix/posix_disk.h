@@ -4,9 +4,8 @@
 #include "platform/files.h"
 
 /// The real disk of a POSIX system, for native tests, benchmarks and tools; paths are the
-/// system's own. Locks stand in for the sharing rules: a new file is nobody else's while it is
-/// open, and a file that is open for writing is not to be read. Unlike on Windows an open file can
-/// be deleted.
+/// system's own. Locks stand in for the sharing rules: a file that is open for writing is nobody
+/// else's, and an open file is not deleted.
 class PosixDisk : public platform::Files, public platform::FileNames {
  public:
   platform::FileHandle Open(const std::string& path, platform::OpenMode mode) override;
@@ -25,6 +24,7 @@ class PosixDisk : public platform::Files, public platform::FileNames {
   bool Remove(const std::string& path) override;
   std::string MakeTemporary(const std::string& folder, const std::string& prefix) override;
   bool SetTemporary(const std::string& path, bool temporary) override;
+  bool CopyTimes(const std::string& from, const std::string& to) override;
   bool Move(const std::string& from, const std::string& to) override;
   std::uint64_t FreeBytes(const std::string& root) override;
   std::uint64_t LargestFile(const std::string& root) override;

@@ -20,12 +20,21 @@ bool HasTitle(HWND window, const std::wstring& title) {
   return text.compare(0, static_cast<std::size_t>(units), title) == 0;
 }
 
+/// The system's call for media commands; null when there is none. Its library is none of those that
+/// Windows itself has always loaded: one of that name beside the program must not take its place.
+decltype(&mciSendStringW) MediaControl() {
+  const HMODULE library = LoadLibraryExW(L"winmm.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  if (!library) return nullptr;
+  auto* call = reinterpret_cast<void*>(GetProcAddress(library, "mciSendStringW"));
+  return reinterpret_cast<decltype(&mciSendStringW)>(call);
+}
+
 }  // namespace
 
 bool WindowsDesktop::ShellOpen(WindowHandle owner, const std::string& path, ShowCommand show) {
   constexpr INT_PTR kLastError = 32;
-  const HINSTANCE answer =
-      ShellExecuteA(Window(owner), "open", path.c_str(), nullptr, nullptr, static_cast<int>(show));
+  const HINSTANCE answer = ShellExecuteW(Window(owner), L"open", Wide(path).c_str(), nullptr,
+                                         nullptr, static_cast<int>(show));
   return reinterpret_cast<INT_PTR>(answer) > kLastError;
 }
 
@@ -33,9 +42,9 @@ bool WindowsDesktop::ShellOpen(WindowHandle owner, const std::string& path, Show
 // search goes on behind it.
 WindowHandle WindowsDesktop::WindowTitled(const std::string& title) {
   const std::wstring wide = Wide(title);
-  HWND window = FindWindowA(nullptr, title.c_str());
+  HWND window = FindWindowW(nullptr, wide.c_str());
   while (window && !HasTitle(window, wide))
-    window = FindWindowExA(nullptr, window, nullptr, title.c_str());
+    window = FindWindowExW(nullptr, window, nullptr, wide.c_str());
   return static_cast<WindowHandle>(reinterpret_cast<UINT_PTR>(window));
 }
 
@@ -76,7 +85,9 @@ std::uint32_t WindowsDesktop::VersionWord() {
 }
 
 std::uint32_t WindowsDesktop::MediaCommand(const std::string& command) {
-  return mciSendStringA(command.c_str(), nullptr, 0, nullptr);
+  static const auto send = MediaControl();
+  if (!send) return MCIERR_CANNOT_LOAD_DRIVER;
+  return send(Wide(command).c_str(), nullptr, 0, nullptr);
 }
 
 }  // namespace platform

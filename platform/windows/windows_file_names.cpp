@@ -1,9 +1,11 @@
 #include "platform/windows/windows_file_names.h"
 
+#include <cstdio>
 #include <limits>
+#include <optional>
 
+#include "platform/windows/paths.h"
 #include "platform/windows/text.h"
-#include "platform/windows/win32.h"
 // After windows.h, which it needs.
 #include <aclapi.h>
 
@@ -11,25 +13,21 @@ namespace platform {
 namespace {
 
 bool Exists(const std::string& path) {
-  return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+  return GetFileAttributesW(WidePath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-/// Where a file or folder really lies; empty when it cannot be told.
-std::wstring FinalPath(const std::string& path) {
-  const HANDLE opened =
-      CreateFileW(Wide(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                  nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  if (opened == INVALID_HANDLE_VALUE) return {};
-  std::wstring final(GetFinalPathNameByHandleW(opened, nullptr, 0, 0), L'\0');
-  final.resize(
-      GetFinalPathNameByHandleW(opened, final.data(), static_cast<DWORD>(final.size()), 0));
-  CloseHandle(opened);
-  return final;
+/// Makes an empty file; the system's error when that fails.
+DWORD MakeEmpty(const std::string& path) {
+  const HANDLE file = CreateFileW(WidePath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return GetLastError();
+  CloseHandle(file);
+  return ERROR_SUCCESS;
 }
 
 /// The root of the volume on which the path lies; empty when it cannot be told.
 std::wstring VolumeOf(const std::string& path) {
-  const std::wstring final = FinalPath(path);
+  const std::wstring final = OpenedEntry(path).FinalPath();
   std::wstring volume(final.size() + 2, L'\0');  // A backslash and a zero may follow.
   if (final.empty() ||
       !GetVolumePathNameW(final.c_str(), volume.data(), static_cast<DWORD>(volume.size())))
@@ -38,13 +36,14 @@ std::wstring VolumeOf(const std::string& path) {
   return volume;
 }
 
-/// Whether a file's or folder's access list holds anything that a folder has handed down.
-bool HasInheritedPermissions(const std::wstring& path) {
+/// Whether a file's or folder's access list holds anything that a folder has handed down; none when
+/// it cannot be told.
+std::optional<bool> HasInheritedPermissions(const std::wstring& path) {
   PACL list = nullptr;
   PSECURITY_DESCRIPTOR descriptor = nullptr;
   if (GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
                             nullptr, &list, nullptr, &descriptor) != ERROR_SUCCESS)
-    return false;
+    return {};
   bool inherited = false;
   void* entry = nullptr;
   for (DWORD i = 0; list && GetAce(list, i, &entry); ++i)
@@ -59,26 +58,32 @@ bool HasInheritedPermissions(const std::wstring& path) {
 bool WindowsFileNames::Find(const std::string& path) {
   constexpr DWORD kNotNormal =
       FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const DWORD attributes = GetFileAttributesW(WidePath(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNotNormal) == 0;
 }
 
 // Looked at afterwards: Wine reports success in a folder that refuses the deletion.
 bool WindowsFileNames::Remove(const std::string& path) {
-  return DeleteFileA(path.c_str()) && !Exists(path);
+  return DeleteFileW(WidePath(path).c_str()) && !Exists(path);
 }
 
-// The wide call: the other one counts the folder's length in bytes of UTF-8 and gives up too soon.
+// Not by the system's call for it, which takes no long folder.
 std::string WindowsFileNames::MakeTemporary(const std::string& folder, const std::string& prefix) {
-  wchar_t path[MAX_PATH] = {};
-  if (!GetTempFileNameW(Wide(folder).c_str(), Wide(prefix).c_str(), 0, path)) return {};
-  // Wine answers a name without making the file in a folder that takes none.
-  if (GetFileAttributesW(path) == INVALID_FILE_ATTRIBUTES) return {};
-  return Utf8(path);
+  constexpr DWORD kNames = 0x10000;
+  const DWORD first = GetTickCount();  // Others may be looking for a free name as well.
+  for (DWORD i = 0; i < kNames; ++i) {
+    char number[8] = {};
+    std::snprintf(number, sizeof number, "%04X", static_cast<unsigned>((first + i) % kNames));
+    const std::string path = PathIn(folder, prefix + number + ".tmp");
+    const DWORD error = MakeEmpty(path);
+    if (error == ERROR_SUCCESS) return path;
+    if (error != ERROR_FILE_EXISTS) return {};
+  }
+  return {};
 }
 
 bool WindowsFileNames::SetTemporary(const std::string& path, bool temporary) {
-  const std::wstring name = Wide(path);
+  const std::wstring name = WidePath(path);
   const DWORD old = GetFileAttributesW(name.c_str());
   if (old == INVALID_FILE_ATTRIBUTES) return false;
   const DWORD others = old & ~DWORD{FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_NORMAL};
@@ -88,26 +93,35 @@ bool WindowsFileNames::SetTemporary(const std::string& path, bool temporary) {
 
 bool WindowsFileNames::Move(const std::string& from, const std::string& to) {
   if (Exists(to)) return false;
-  if (MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH))
+  if (MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(),
+                  MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH))
     return true;
   // A copy to another volume that fails on the way may leave what it has of the new file. A file
   // that somebody else has put there meanwhile is not ours to remove.
   const DWORD error = GetLastError();
   const bool theirs = error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS;
-  if (!theirs && Exists(from)) DeleteFileA(to.c_str());
+  if (!theirs && Exists(from)) DeleteFileW(WidePath(to).c_str());
   return false;
+}
+
+bool WindowsFileNames::CopyTimes(const std::string& from, const std::string& to) {
+  const OpenedEntry source(from, FILE_READ_ATTRIBUTES);
+  const OpenedEntry target(to, FILE_WRITE_ATTRIBUTES);
+  FILETIME made = {}, written = {};
+  return GetFileTime(source.handle(), &made, nullptr, &written) &&
+         SetFileTime(target.handle(), &made, nullptr, &written);
 }
 
 std::uint64_t WindowsFileNames::FreeBytes(const std::string& root) {
   ULARGE_INTEGER available = {}, total = {}, free = {};
-  if (!GetDiskFreeSpaceExA(root.c_str(), &available, &total, &free)) return 0;
+  if (!GetDiskFreeSpaceExW(WidePath(root).c_str(), &available, &total, &free)) return 0;
   return free.QuadPart;
 }
 
 std::uint64_t WindowsFileNames::LargestFile(const std::string& root) {
   constexpr std::uint64_t kLargestOnFat = std::numeric_limits<std::uint32_t>::max();
   wchar_t system[MAX_PATH + 1] = {};
-  GetVolumeInformationW(Wide(root).c_str(), nullptr, 0, nullptr, nullptr, nullptr, system,
+  GetVolumeInformationW(VolumeOf(root).c_str(), nullptr, 0, nullptr, nullptr, nullptr, system,
                         MAX_PATH + 1);
   // FAT, FAT16, FAT32; exFAT has other limits.
   return _wcsnicmp(system, L"FAT", 3) == 0 ? kLargestOnFat
@@ -123,9 +137,11 @@ bool WindowsFileNames::OnSameVolume(const std::string& pathA, const std::string&
 // be wrong. So it always is under Wine, which makes access lists up from the files' modes, and
 // would make each file executable that gets those of its folder.
 bool WindowsFileNames::InheritPermissions(const std::string& path) {
-  std::wstring name = Wide(path);
+  std::wstring name = WidePath(path);
+  const std::optional<bool> inherited = HasInheritedPermissions(name);
+  if (!inherited) return false;
   const std::wstring folder = name.substr(0, name.rfind(L'\\') + 1);
-  if (!HasInheritedPermissions(name) && !HasInheritedPermissions(folder)) return true;
+  if (!*inherited && !HasInheritedPermissions(folder).value_or(false)) return true;
   ACL nothing = {};
   InitializeAcl(&nothing, sizeof nothing, ACL_REVISION);
   return SetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT,

@@ -2,8 +2,7 @@
 
 #include <vector>
 
-#include "platform/windows/text.h"
-#include "platform/windows/win32.h"
+#include "platform/windows/paths.h"
 
 namespace platform {
 namespace {
@@ -32,8 +31,8 @@ Access AccessFor(OpenMode mode) {
 }
 
 HANDLE OpenFile(const std::string& path, const Access& access) {
-  return CreateFileA(path.c_str(), access.rights, access.sharing, nullptr, access.creation,
-                     FILE_ATTRIBUTE_NORMAL, nullptr);
+  return CreateFileW(WidePath(path).c_str(), access.rights, access.sharing, nullptr,
+                     access.creation, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 }  // namespace
@@ -85,7 +84,7 @@ bool WindowsFiles::Flush(FileHandle file) {
 
 // Through the handle: another program that has the file open cannot hinder it then.
 bool WindowsFiles::Rename(FileHandle file, const std::string&, const std::string& to) {
-  const std::wstring name = Wide(to);
+  const std::wstring name = WidePath(to);
   const std::size_t bytes = name.size() * sizeof(wchar_t);
   // The structure ends in room for one character, which the terminating zero takes.
   std::vector<std::byte> room(sizeof(FILE_RENAME_INFO) + bytes);

@@ -12,7 +12,7 @@
 namespace platform {
 
 /// The outside world of this process. Made once, in `main`, it also keeps an empty drive from
-/// raising a box of the system's.
+/// raising a box of the system's, and libraries outside the system's folder from being loaded.
 class WindowsPlatform {
  public:
   WindowsPlatform();

@@ -90,6 +90,10 @@ bool MemoryDisk::HasFoldersPermissions(const std::string& path) const {
   return IsSamePath(At(path)->permissions, ParentOf(path));
 }
 
+bool MemoryDisk::HasRoomFor(const std::string& path) const {
+  return !path.empty() && !Exists(path) && TakesNewFiles(ParentOf(path));
+}
+
 std::uint64_t& MemoryDisk::Room(const std::string& path) {
   return room_.try_emplace(VolumeOf(path), kUnlimited).first->second;
 }
@@ -98,7 +102,7 @@ FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
   if (Fails("open")) return FileHandle::kInvalid;
   auto file = At(path);
   const bool anew = mode == OpenMode::kWriteNew;
-  if (!file && (!anew || !TakesNewFiles(ParentOf(path)))) return FileHandle::kInvalid;
+  if (!file && (!anew || !HasRoomFor(path))) return FileHandle::kInvalid;
   if (file && file->handles > 0 && (anew || file->mode != mode)) return FileHandle::kInvalid;
   if (!file) Put(path, ""), file = At(path);
   if (anew) {
@@ -116,7 +120,7 @@ bool MemoryDisk::Read(FileHandle file, void* buffer, std::uint32_t bytes,
                       std::uint32_t& bytesRead) {
   bytesRead = 0;
   Handle* handle = Of(file);
-  if (Fails("read") || !handle) return false;
+  if (Fails("read") || !handle || handle->Writes()) return false;
   bytes = Moved("read", bytes);
   ++reads_;
   const std::string& content = handle->file->bytes;
@@ -143,6 +147,7 @@ bool MemoryDisk::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
   bytesWritten = static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes, room));
   if (bytesWritten > 0) std::memcpy(content.data() + handle->position, buffer, bytesWritten);
   handle->position += bytesWritten;
+  handle->file->written = ++time_;
   return true;
 }
 
@@ -179,7 +184,7 @@ bool MemoryDisk::Flush(FileHandle file) {
 bool MemoryDisk::Rename(FileHandle file, const std::string& from, const std::string& to) {
   const Handle* handle = Of(file);
   if (Fails("rename") || !handle || handle->mode != OpenMode::kWriteExisting) return false;
-  if (handle->file != At(from) || Exists(to) || !IsFolder(ParentOf(to))) return false;
+  if (handle->file != At(from) || !HasRoomFor(to)) return false;
   if (!IsSamePath(handle->volume, VolumeOf(to))) return false;
   if (refusedRenames_ != 0) {
     if (refusedRenames_ > 0) --refusedRenames_;
@@ -252,10 +257,17 @@ bool MemoryDisk::SetTemporary(const std::string& path, bool temporary) {
   return true;
 }
 
+bool MemoryDisk::CopyTimes(const std::string& from, const std::string& to) {
+  const auto source = At(from), target = At(to);
+  if (Fails("times") || !source || !target) return false;
+  target->written = source->written;
+  return true;
+}
+
 bool MemoryDisk::Move(const std::string& from, const std::string& to) {
   const auto file = At(from);
   if (Fails("move") || !file || file->handles > 0) return false;
-  if (At(to) || !IsFolder(ParentOf(to))) return false;
+  if (!HasRoomFor(to)) return false;
   if (Room(to) < file->bytes.size() && VolumeOf(from) != VolumeOf(to)) return false;
   Room(from) += file->bytes.size();
   Room(to) -= file->bytes.size();
@@ -294,12 +306,12 @@ bool MemoryDisk::HasFile(const std::string& path) {
 }
 
 bool MemoryDisk::HasFolder(const std::string& path) {
-  return !Fails("has folder") && IsFolder(path);
+  return !Fails("has folder") && !path.empty() && IsFolder(path);
 }
 
 bool MemoryDisk::IsFolder(const std::string& path) const {
   const std::string folder = Trimmed(path);
-  return folder.empty() || folder == VolumeOf(folder) || folders_.count(folder) > 0;
+  return folder.empty() || folder == DriveOf(folder) || folders_.count(folder) > 0;
 }
 
 std::optional<std::uint64_t> MemoryDisk::FileBytes(const std::string& path) {
@@ -309,15 +321,13 @@ std::optional<std::uint64_t> MemoryDisk::FileBytes(const std::string& path) {
 }
 
 bool MemoryDisk::MakeFolder(const std::string& path) {
-  return !Fails("make folder") && !At(path) && IsFolder(ParentOf(path)) &&
-         folders_.insert(Trimmed(path)).second;
+  return !Fails("make folder") && HasRoomFor(path) && folders_.insert(Trimmed(path)).second;
 }
 
 bool MemoryDisk::RemoveFolder(const std::string& path) {
-  bool whole = !Fails("remove folder") && IsFolder(path);
-  if (!whole) return false;
-  for (const std::string& file : FilesBelow(path)) whole = Delete(file) && whole;
-  if (!whole) return false;
+  if (Fails("remove folder") || !IsFolder(path)) return false;
+  for (const std::string& file : FilesBelow(path))
+    if (!Delete(file)) return false;
   const std::string below = Trimmed(path) + "\\";
   std::erase_if(folders_, [&](const std::string& folder) {
     return IsSamePath(folder.substr(0, below.size()), below);
@@ -327,11 +337,10 @@ bool MemoryDisk::RemoveFolder(const std::string& path) {
 }
 
 bool MemoryDisk::RemoveFilesIn(const std::string& folder) {
-  bool whole = !Fails("remove files") && IsFolder(folder);
-  if (!whole) return false;
+  if (Fails("remove files") || !IsFolder(folder)) return false;
   for (const std::string& file : FilesBelow(folder))
-    if (ParentOf(file).size() == Trimmed(folder).size()) whole = Delete(file) && whole;
-  return whole;
+    if (ParentOf(file).size() == Trimmed(folder).size() && !Delete(file)) return false;
+  return true;
 }
 
 std::vector<std::string> MemoryDisk::FilesBelow(const std::string& folder) {

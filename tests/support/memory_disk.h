@@ -57,6 +57,9 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   bool IsTemporary(const std::string& path) const { return At(path)->temporary; }
   /// What a loss of power does: what was written since the last flush is gone.
   void LoseUnflushed();
+  /// When a file was last written: the number of that write, unless a test says otherwise.
+  long long Written(const std::string& path) const { return At(path)->written; }
+  void SetWritten(const std::string& path, long long when) { At(path)->written = when; }
   /// Number of handles that are open.
   std::size_t OpenHandles() const { return handles_.size(); }
   /// Bytes read and calls of `Read` so far.
@@ -79,6 +82,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   bool Remove(const std::string& path) override;
   std::string MakeTemporary(const std::string& folder, const std::string& prefix) override;
   bool SetTemporary(const std::string& path, bool temporary) override;
+  bool CopyTimes(const std::string& from, const std::string& to) override;
   bool Move(const std::string& from, const std::string& to) override;
   std::uint64_t FreeBytes(const std::string& root) override;
   std::uint64_t LargestFile(const std::string& root) override;
@@ -101,6 +105,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     std::string bytes;
     bool hidden = false;
     bool temporary = false;
+    long long written = 0;
     int handles = 0;
     OpenMode mode = OpenMode::kReadExisting;  ///< Of the handles that are open.
     std::uint64_t unflushed = 0;              ///< Bytes at the end.
@@ -141,6 +146,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::uint64_t& Room(const std::string& path);
   /// The most bytes that a file on a volume can have.
   std::uint64_t LargestOn(const std::string& volume) const;
+  /// Whether a file or folder can be made there: its folder exists, and the name is free.
+  bool HasRoomFor(const std::string& path) const;
   bool Exists(const std::string& path) const { return At(path) || IsFolder(path); }
   /// Grows a file as far towards `size` as its volume has room.
   void Grow(Handle& handle, std::uint64_t size);
@@ -156,6 +163,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::vector<std::string> cdRoms_;
   std::intptr_t nextHandle_ = 0;  // A handle of 0 is as good as any other.
   int temporaryNames_ = 0;
+  long long time_ = 0;
   std::uint64_t bytesRead_ = 0;
   int reads_ = 0;
 };

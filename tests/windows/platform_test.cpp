@@ -1,23 +1,30 @@
-// The seams as Windows fulfils them. Wants the American locale, and links on drive E that lead to
-// files on drive D.
+// The seams as Windows fulfils them. Wants the American locale, links on drive E that lead to files
+// on drive D, an empty drive T, and another volume as drive F. This program has no manifest: paths
+// beyond the code page, and long ones, must not need one.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
+#include "platform/windows/paths.h"
 #include "platform/windows/text.h"
-#include "platform/windows/win32.h"
 #include "platform/windows/windows_platform.h"
+#include "tests/platform/disk_contract.h"
 
 namespace platform {
 namespace {
 
+// Greek and Japanese: no single code page has both.
+std::string TemporaryFolder() {
+  wchar_t temporary[MAX_PATH] = {};
+  GetTempPathW(MAX_PATH, temporary);
+  return Utf8(temporary) + "κάμερα 録画";
+}
+
 class PlatformTest : public testing::Test {
  protected:
   void SetUp() override {
-    char temporary[MAX_PATH] = {};
-    GetTempPathA(MAX_PATH, temporary);
-    // Greek and Japanese: no single code page has both.
-    folder = std::string(temporary) + "κάμερα 録画";
+    folder = TemporaryFolder();
     drives.RemoveFolder(folder);
     ASSERT_TRUE(drives.MakeFolder(folder));
   }
@@ -70,7 +77,7 @@ TEST_F(PlatformTest, ReadsBackWhatWasWrittenBeyondFourGigabytes) {
 TEST_F(PlatformTest, KnowsAFileUnderAnyOfItsNames) {
   const std::string path = Make(Path("one"));
   const std::string other = Make(Path("two"));
-  ASSERT_TRUE(CreateHardLinkA(Path("link").c_str(), path.c_str(), nullptr));
+  ASSERT_TRUE(CreateHardLinkW(Wide(Path("link")).c_str(), Wide(path).c_str(), nullptr));
   EXPECT_EQ(IdentityOf(path), IdentityOf(Path("ONE")));
   EXPECT_EQ(IdentityOf(path), IdentityOf(Path("link")));
   EXPECT_NE(IdentityOf(path), IdentityOf(other));
@@ -82,38 +89,58 @@ TEST_F(PlatformTest, FindsNormalFilesOnly) {
   EXPECT_TRUE(names.Find(path));
   EXPECT_FALSE(names.Find(Path("*")));
   EXPECT_FALSE(names.Find(folder));
-  SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_HIDDEN);
+  SetFileAttributesW(Wide(path).c_str(), FILE_ATTRIBUTE_HIDDEN);
   EXPECT_FALSE(names.Find(path) || names.Find(Path("missing")));
 }
 
-TEST_F(PlatformTest, MovesOntoNothingThatExists) {
-  const std::string from = Make(Path("from"), 5);
-  const std::string to = Make(Path("to"), 7);
-  EXPECT_FALSE(names.Move(from, to));
-  EXPECT_EQ(drives.FileBytes(from), 5u);
-  EXPECT_EQ(drives.FileBytes(to), 7u);
-  EXPECT_TRUE(names.Remove(to) && names.Move(from, to));
-  EXPECT_EQ(drives.FileBytes(to), 5u);
-  EXPECT_FALSE(drives.HasFile(from));
+TEST_F(PlatformTest, MarksATemporaryFileAndNothingElse) {
+  const std::wstring path = Wide(Make(Path("marked")));
+  SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
+  for (const bool temporary : {true, false}) {
+    EXPECT_TRUE(names.SetTemporary(Path("marked"), temporary));
+    // Wine does not keep the mark itself.
+    EXPECT_EQ(GetFileAttributesW(path.c_str()) & ~DWORD{FILE_ATTRIBUTE_TEMPORARY},
+              FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
+  }
+}
+
+TEST_F(PlatformTest, ReadsTextsOfTheRegistryWhole) {
+  constexpr wchar_t kKey[] = L"Software\\κάμερα 録画";
+  constexpr wchar_t kText[] = L"C:\\κάμερα\0録画";
+  ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"名", REG_SZ, kText, sizeof kText), 0);
+  const auto read = [&](const char* name) {
+    return windows.bundle().registry.Query(RegistryRoot::kCurrentUser, Utf8(kKey), name);
+  };
+  EXPECT_EQ(read("名").value_or(RegistryValue()).data,
+            Utf8({kText, sizeof kText / sizeof(wchar_t)}));
+  EXPECT_FALSE(read("other"));
+  RegDeleteKeyW(HKEY_CURRENT_USER, kKey);
+}
+
+TEST_F(PlatformTest, LoadsNoLibraryBesideTheProgram) {
+  const std::string beside = windows.bundle().programFolder + "\\Trimbrook.test.dll";
+  ASSERT_TRUE(CopyFileW(L"C:\\windows\\system32\\winmm.dll", Wide(beside).c_str(), FALSE));
+  EXPECT_EQ(LoadLibraryW(L"Trimbrook.test.dll"), nullptr);
+  names.Remove(beside);
+  EXPECT_NE(desktop.MediaCommand("open nothing"), 0u);
+  wchar_t winmm[MAX_PATH] = {};
+  GetModuleFileNameW(GetModuleHandleW(L"winmm.dll"), winmm, MAX_PATH);
+  EXPECT_EQ(_wcsicmp(winmm, L"C:\\windows\\system32\\winmm.dll"), 0) << Utf8(winmm);
 }
 
 TEST_F(PlatformTest, ClearsFoldersWithReadOnlyFiles) {
   drives.MakeFolder(Path("sub"));
-  const std::string top = Make(Path("top.txt"));
-  const std::string below = Make(Path("sub\\below"));
-  SetFileAttributesA(top.c_str(), FILE_ATTRIBUTE_READONLY);
-  SetFileAttributesA(below.c_str(), FILE_ATTRIBUTE_READONLY);
-  EXPECT_EQ(drives.FilesBelow(folder).size(), 2u);
-
+  for (const char* name : {"top.txt", "sub\\below"})
+    SetFileAttributesW(Wide(Make(Path(name))).c_str(), FILE_ATTRIBUTE_READONLY);
   EXPECT_TRUE(drives.RemoveFilesIn(folder));
-  EXPECT_EQ(drives.FilesBelow(folder), std::vector<std::string>{below});
+  EXPECT_EQ(drives.FilesBelow(folder), std::vector<std::string>{Path("sub\\below")});
   EXPECT_TRUE(drives.RemoveFolder(Path("sub")));
-  EXPECT_FALSE(drives.HasFolder(Path("sub")) || drives.RemoveFolder(Path("sub")));
 }
 
 TEST_F(PlatformTest, NeverDeletesWhatALinkLeadsTo) {
   ASSERT_TRUE(drives.HasFile("E:\\first") && drives.HasFile("E:\\Links\\second"));
   EXPECT_TRUE(drives.RemoveFilesIn("E:\\"));
+  EXPECT_TRUE(drives.RemoveFilesIn("E:\\Links"));
   drives.RemoveFolder("E:\\Links");
   EXPECT_FALSE(drives.HasFile("E:\\first") || drives.HasFile("E:\\Links\\second"));
   EXPECT_TRUE(drives.HasFile("D:\\first") && drives.HasFile("D:\\second"));
@@ -174,6 +201,46 @@ TEST_F(PlatformTest, TellsWindowsApartByEveryCharacterOfTheirTitles) {
                   nullptr);
   EXPECT_EQ(desktop.WindowTitled(title), WindowHandle(reinterpret_cast<UINT_PTR>(exact)));
 }
+
+/// A folder on a disk of Windows; what leads to it is made when it is missing.
+class WindowsWorld : public DiskWorld {
+ public:
+  explicit WindowsWorld(std::string in) : folder_(std::move(in)) {
+    for (std::size_t end = folder_.find('\\'); end != std::string::npos;
+         end = folder_.find('\\', end + 1))
+      drives_.MakeFolder(folder_.substr(0, end));
+    drives_.MakeFolder(folder_);
+  }
+  ~WindowsWorld() override {
+    drives_.RemoveFilesIn(folder_);
+    drives_.RemoveFolder(folder_ + "\\sub");
+  }
+
+  Files& files() override { return files_; }
+  FileNames& names() override { return names_; }
+  Drives* drives() override { return &drives_; }
+  std::string folder() const override { return folder_; }
+  // Under Wine the other drives are folders of one volume.
+  std::string elsewhere() const override { return WindowsDrives().HasFolder("F:\\") ? "F:\\" : ""; }
+  std::filesystem::path SystemPath(const std::string& path) override { return WidePath(path); }
+
+ private:
+  WindowsFiles files_;
+  WindowsFileNames names_;
+  WindowsDrives drives_;
+  std::string folder_;
+};
+
+auto WorldIn(const std::string& folder) {
+  return [folder] { return std::make_unique<WindowsWorld>(folder); };
+}
+
+const auto kWorlds = testing::Values(
+    WorldIn(TemporaryFolder()), WorldIn("T:\\"),
+    // As long as Wine tells where what lies in it lies.
+    WorldIn("T:\\" + std::string(120, 'l') + "\\" + std::string(120, 'o') + "\\long"));
+INSTANTIATE_TEST_SUITE_P(Windows, DiskContract, kWorlds);
+INSTANTIATE_TEST_SUITE_P(Windows, FolderContract, kWorlds);
 
 }  // namespace
 }  // namespace platform

@@ -1,0 +1,60 @@
+#include "platform/windows/paths.h"
+
+#include <string_view>
+
+#include "platform/windows/text.h"
+
+namespace platform {
+namespace {
+
+// A folder's path leaves room for a short name and its ending.
+constexpr std::size_t kLongestUnmarked = MAX_PATH - 13;
+
+bool StartsWith(std::wstring_view text, std::wstring_view start) {
+  return text.substr(0, start.size()) == start;
+}
+
+std::wstring FullPath(const std::wstring& path) {
+  std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+  full.resize(
+      GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+  return full;
+}
+
+}  // namespace
+
+std::wstring WidePath(const std::string& path) {
+  const std::wstring wide = Wide(path);
+  if (wide.size() < kLongestUnmarked) return wide;
+  const std::wstring full = FullPath(wide);
+  // Marked already, or a device.
+  if (full.empty() || StartsWith(full, L"\\\\?\\") || StartsWith(full, L"\\\\.\\")) return wide;
+  return StartsWith(full, L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
+}
+
+std::string PathIn(const std::string& folder, const std::string& name) {
+  return folder.empty() || folder.back() != '\\' ? folder + "\\" + name : folder + name;
+}
+
+std::string WithoutEnd(std::string path) {
+  while (!path.empty() && path.back() == '\\') path.pop_back();
+  return path;
+}
+
+OpenedEntry::OpenedEntry(const std::string& path, DWORD rights, DWORD flags)
+    : handle_(CreateFileW(WidePath(path).c_str(), rights,
+                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr)) {}
+
+OpenedEntry::~OpenedEntry() {
+  if (handle_ != INVALID_HANDLE_VALUE) CloseHandle(handle_);
+}
+
+std::wstring OpenedEntry::FinalPath() const {
+  if (handle_ == INVALID_HANDLE_VALUE) return {};
+  std::wstring path(GetFinalPathNameByHandleW(handle_, nullptr, 0, 0), L'\0');
+  path.resize(GetFinalPathNameByHandleW(handle_, path.data(), static_cast<DWORD>(path.size()), 0));
+  return path;
+}
+
+}  // namespace platform
