@@ -32,11 +32,11 @@ double UnsignedHalf(std::int32_t half) {
 
 }  // namespace
 
-std::string RegGetString(platform::Registry& registry, platform::RegistryRoot root,
-                         const std::string& keyPath, const std::string& valueName,
-                         const std::string& defaultText) {
-  const auto value = registry.Query(root, keyPath, valueName);
-  if (!value || value->type != platform::RegistryValue::kString) return defaultText;
+std::string RegGetString(platform::Registry& registry, platform::RegistryRoot hKeyRoot,
+                         const std::string& strKeyPath, const std::string& strValueName,
+                         const std::string& strDefault) {
+  const auto value = registry.Query(hKeyRoot, strKeyPath, strValueName);
+  if (!value || value->type != platform::RegistryValue::kString) return strDefault;
   const std::size_t zero = value->data.find('\0');
   if (zero == std::string::npos) return value->data;
   if (zero + 1 > kHighestZeroPosition) throw RuntimeError::Overflow("RegGetString");
@@ -44,22 +44,26 @@ std::string RegGetString(platform::Registry& registry, platform::RegistryRoot ro
 }
 
 std::string AppPathOf(platform::Registry& registry, const std::string& executable) {
-  return RegGetString(registry, platform::RegistryRoot::kLocalMachine, kAppPathsKey + executable,
-                      "", "");
+  try {
+    return RegGetString(registry, platform::RegistryRoot::kLocalMachine, kAppPathsKey + executable,
+                        "", "");
+  } catch (const RuntimeError&) {
+    return "";  // Too long a text is no path.
+  }
 }
 
-double GetDiskFreeMB(platform::FileNames& names, const std::string& path) {
-  const std::uint64_t bytes = names.FreeBytes(VolumeRoot(path));
-  const auto low = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes));
-  const auto high = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes >> 32));
-  dblDiskFreeMB = LargeIntToDouble(low, high) / kBytesInMegabyte;
+double GetDiskFreeMB(platform::FileNames& names, const std::string& strPath) {
+  const std::uint64_t bytes = names.FreeBytes(VolumeRoot(strPath));
+  const auto lngLow = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes));
+  const auto lngHigh = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes >> 32));
+  dblDiskFreeMB = LargeIntToDouble(lngLow, lngHigh) / kBytesInMegabyte;
   return dblDiskFreeMB;
 }
 
-std::uint64_t LargestFileOn(platform::FileNames& names, const std::string& path) {
-  return names.LargestFile(VolumeRoot(path));
+std::uint64_t LargestFileOn(platform::FileNames& names, const std::string& strPath) {
+  return names.LargestFile(VolumeRoot(strPath));
 }
 
-double LargeIntToDouble(std::int32_t low, std::int32_t high) {
-  return UnsignedHalf(high) * kTwoToThe32 + UnsignedHalf(low);
+double LargeIntToDouble(std::int32_t lngLow, std::int32_t lngHigh) {
+  return UnsignedHalf(lngHigh) * kTwoToThe32 + UnsignedHalf(lngLow);
 }

@@ -14,24 +14,24 @@ extern std::string strBurnExeName;
 /// Last answer of `GetDiskFreeMB`, megabytes.
 extern double dblDiskFreeMB;
 
-/// A string value of the registry, up to its first zero; `defaultText` when it is missing or of
+/// A string value of the registry, up to its first zero; `strDefault` when it is missing or of
 /// another type (expandable strings included). A zero that comes only after 32767 other
 /// characters raises an overflow.
-std::string RegGetString(platform::Registry& registry, platform::RegistryRoot root,
-                         const std::string& keyPath, const std::string& valueName,
-                         const std::string& defaultText);
+std::string RegGetString(platform::Registry& registry, platform::RegistryRoot hKeyRoot,
+                         const std::string& strKeyPath, const std::string& strValueName,
+                         const std::string& strDefault);
 
 /// Path under which a program, such as "DirectCD.exe", has registered itself for all users; empty
-/// when it has not.
+/// when it has not, or with a text too long for a path.
 std::string AppPathOf(platform::Registry& registry, const std::string& executable);
 
-/// Free space of the volume that holds `path`, in megabytes of 1048576 bytes, not rounded; 0 when
-/// it cannot be told. The volume is named by the path's first three characters, a network share by
-/// its server and share.
-double GetDiskFreeMB(platform::FileNames& names, const std::string& path);
+/// Free space of the volume that holds `strPath`, in megabytes of 1048576 bytes, not rounded; 0
+/// when it cannot be told. The volume is named by the path's first three characters, a network
+/// share by its server and share.
+double GetDiskFreeMB(platform::FileNames& names, const std::string& strPath);
 
 /// The most bytes that a file on that volume can have.
-std::uint64_t LargestFileOn(platform::FileNames& names, const std::string& path);
+std::uint64_t LargestFileOn(platform::FileNames& names, const std::string& strPath);
 
 /// The unsigned 64-bit number with these two halves.
-double LargeIntToDouble(std::int32_t low, std::int32_t high);
+double LargeIntToDouble(std::int32_t lngLow, std::int32_t lngHigh);

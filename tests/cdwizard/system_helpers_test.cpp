@@ -31,6 +31,10 @@ TEST(RegGetString, TakesPlainStringsUpToTheirFirstZero) {
   EXPECT_EQ(read("missing"), "default");
   EXPECT_EQ(read("long").size(), 32766u);
   EXPECT_THROW(read("too long"), RuntimeError);
+  // The main window asks for a program's path when it starts.
+  const std::string appPath = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\a.exe";
+  registry.values[{RegistryRoot::kLocalMachine, appPath, ""}] = {1, std::string(40000, 'x') + '\0'};
+  EXPECT_EQ(AppPathOf(registry, "a.exe"), "");
   EXPECT_EQ(RegGetString(registry, RegistryRoot::kLocalMachine, "Key", "", "other root"),
             "other root");
 }
