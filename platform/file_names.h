@@ -22,8 +22,6 @@ class FileNames {
   /// Gives the file `to` the times at which `from` was made and last written. For after `to` was
   /// closed: writing sets its time anew.
   virtual bool CopyTimes(const std::string& from, const std::string& to) = 0;
-  /// Moves a file, to another volume too. Fails when `to` exists; what fails leaves nothing new.
-  virtual bool Move(const std::string& from, const std::string& to) = 0;
   /// Total free bytes of the volume with this root, such as "C:\"; 0 when it cannot be told.
   virtual std::uint64_t FreeBytes(const std::string& root) = 0;
   /// The most bytes that a file on the volume with this root can have.

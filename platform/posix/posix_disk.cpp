@@ -139,14 +139,6 @@ bool PosixDisk::CopyTimes(const std::string& from, const std::string& to) {
   return utimensat(AT_FDCWD, to.c_str(), times, 0) == 0;
 }
 
-bool PosixDisk::Move(const std::string& from, const std::string& to) {
-  std::error_code error;
-  if (std::filesystem::exists(to, error)) return false;
-  std::filesystem::rename(from, to, error);
-  if (!error) return true;
-  return std::filesystem::copy_file(from, to, error) && std::filesystem::remove(from, error);
-}
-
 std::uint64_t PosixDisk::FreeBytes(const std::string& root) {
   std::error_code error;
   const std::filesystem::space_info space = std::filesystem::space(root, error);

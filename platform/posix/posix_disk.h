@@ -25,7 +25,6 @@ class PosixDisk : public platform::Files, public platform::FileNames {
   std::string MakeTemporary(const std::string& folder, const std::string& prefix) override;
   bool SetTemporary(const std::string& path, bool temporary) override;
   bool CopyTimes(const std::string& from, const std::string& to) override;
-  bool Move(const std::string& from, const std::string& to) override;
   std::uint64_t FreeBytes(const std::string& root) override;
   std::uint64_t LargestFile(const std::string& root) override;
   bool OnSameVolume(const std::string& pathA, const std::string& pathB) override;

@@ -91,19 +91,6 @@ bool WindowsFileNames::SetTemporary(const std::string& path, bool temporary) {
   return SetFileAttributesW(name.c_str(), attributes ? attributes : FILE_ATTRIBUTE_NORMAL);
 }
 
-bool WindowsFileNames::Move(const std::string& from, const std::string& to) {
-  if (Exists(to)) return false;
-  if (MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(),
-                  MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH))
-    return true;
-  // A copy to another volume that fails on the way may leave what it has of the new file. A file
-  // that somebody else has put there meanwhile is not ours to remove.
-  const DWORD error = GetLastError();
-  const bool theirs = error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS;
-  if (!theirs && Exists(from)) DeleteFileW(WidePath(to).c_str());
-  return false;
-}
-
 bool WindowsFileNames::CopyTimes(const std::string& from, const std::string& to) {
   const OpenedEntry source(from, FILE_READ_ATTRIBUTES);
   const OpenedEntry target(to, FILE_WRITE_ATTRIBUTES);

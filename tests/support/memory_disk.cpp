@@ -264,18 +264,6 @@ bool MemoryDisk::CopyTimes(const std::string& from, const std::string& to) {
   return true;
 }
 
-bool MemoryDisk::Move(const std::string& from, const std::string& to) {
-  const auto file = At(from);
-  if (Fails("move") || !file || file->handles > 0) return false;
-  if (!HasRoomFor(to)) return false;
-  if (Room(to) < file->bytes.size() && VolumeOf(from) != VolumeOf(to)) return false;
-  Room(from) += file->bytes.size();
-  Room(to) -= file->bytes.size();
-  files_.erase(from);
-  files_[to] = file;
-  return true;
-}
-
 std::uint64_t MemoryDisk::FreeBytes(const std::string& root) {
   return Fails("free bytes") ? 0 : Room(root);
 }
