@@ -85,14 +85,13 @@ void Form::Unload() {
   Hide();
 }
 
-// The owner is enabled at the moment at which the window goes: else the system would bring some
-// other program's window to the front. It cannot be used yet, since a handler of this one runs.
+// The owner comes to the front first: else the system would bring some other program's window
+// there.
 void Form::Hide() {
-  const HWND owner = owner_ ? owner_->window_ : nullptr;
-  EnableWindow(owner, TRUE);
-  if (owner && state_->wasForeground) SetForegroundWindow(owner);
+  // The owner stays disabled until the handler that still runs has returned: nothing may be begun
+  // there in its midst.
+  if (owner_ && state_->wasForeground) SetForegroundWindow(owner_->window_);
   ShowWindow(window_, SW_HIDE);
-  EnableWindow(owner, FALSE);
 }
 
 void Form::Destroy() {
