@@ -201,6 +201,8 @@ bool CdCopy::CopyPlayerFile(const std::string& from, const std::string& to) {
   NewFile target(system_, NewFile::Place::kOwnName, [this] { return GoesOn(); });
   const bool isCopied = target.Create(to) && CopyBytes(system_.files, source, target);
   system_.files.Close(source);
+  // A disc that takes no times carries the player all the same.
+  if (isCopied) system_.names.CopyTimes(from, to);
   return isCopied;
 }
 

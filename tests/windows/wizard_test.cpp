@@ -73,6 +73,14 @@ void InstallPlayer() {
                   static_cast<DWORD>(folder.size() + 1));
 }
 
+/// When a file was last written, in 100 ns.
+std::uint64_t WrittenAt(const std::string& path) {
+  WIN32_FILE_ATTRIBUTE_DATA about = {};
+  GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &about);
+  return std::uint64_t{about.ftLastWriteTime.dwHighDateTime} << 32 |
+         about.ftLastWriteTime.dwLowDateTime;
+}
+
 TEST_F(Wizard, WritesCamerasAndPlayerThroughDragToDisc) {
   Register(kDirectCd);
   Register(kDragToDisc);
@@ -100,6 +108,8 @@ TEST_F(Wizard, WritesCamerasAndPlayerThroughDragToDisc) {
   AwaitPage(kEjectPage);
   EXPECT_EQ(Read("E:\\Tessaview\\tvjpeg.dll"), "Tessaview\\tvjpeg.dll");
   EXPECT_EQ(Read("E:\\Tessaview Notes.txt"), "Tessaview Notes.txt");
+  EXPECT_EQ(WrittenAt("E:\\Tessaview Notes.txt"),
+            WrittenAt("C:\\player\\TessaviewCD\\Tessaview Notes.txt"));
   EXPECT_EQ(FilesLike("E:\\Tessaview\\*.*").size(), 8u + 2u);
   EXPECT_FALSE(FileExists("E:\\left over.txt"));
   CopyTo("E:\\Tessaview\\from main window.60D", InWork("from disc.60D"));
