@@ -46,14 +46,6 @@ std::optional<int> PartOfText(const std::string& text, int part) {
   return value;
 }
 
-/// The field of the date itself, by the 24-hour clock.
-int PartOfDate(platform::Date when, int part) {
-  const std::int64_t second =
-      (SecondsOfDate(when) % kSecondsPerDay + kSecondsPerDay) % kSecondsPerDay;
-  if (part == kHour) return static_cast<int>(second / 3600);
-  return static_cast<int>(part == kMinute ? second / 60 % 60 : second % 60);
-}
-
 }  // namespace
 
 std::string SecondsToDateText(platform::DateText& dates, std::int32_t seconds) {
@@ -79,5 +71,12 @@ platform::Date DateAfterEpoch(std::int64_t seconds) {
 std::optional<int> TimePart(platform::DateText& dates, platform::Date when, int part) {
   if (part < kHour || part > kSecond) return std::nullopt;
   const std::optional<int> shown = PartOfText(dates.Format(when), part);
-  return shown ? shown : PartOfDate(when, part);
+  return shown ? shown : ClockPart(when, part);
+}
+
+int ClockPart(platform::Date when, int part) {
+  const std::int64_t second =
+      (SecondsOfDate(when) % kSecondsPerDay + kSecondsPerDay) % kSecondsPerDay;
+  if (part == kHour) return static_cast<int>(second / 3600);
+  return static_cast<int>(part == kMinute ? second / 60 % 60 : second % 60);
 }

@@ -26,3 +26,6 @@ platform::Date DateAfterEpoch(std::int64_t seconds);
 /// minute, 3 the second; none for any other part. Twelve is added to the hour whenever the text's
 /// day-half marker is not "AM": 12:30 PM is hour 24 and 12:30 AM hour 12.
 std::optional<int> TimePart(platform::DateText& dates, platform::Date when, int part);
+
+/// One field of a date by the 24-hour clock, whatever its text: `part` as above.
+int ClockPart(platform::Date when, int part);

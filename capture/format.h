@@ -23,18 +23,21 @@ struct Variant {
   std::int32_t trailerSectors;  ///< Trailer length in sectors; sector numbers count from it.
   std::uint8_t blockType;       ///< Block-type byte that is written.
   int mostImages;               ///< Images that a block holds at the most.
+  const char* ending;           ///< Of the file's name, with its dot.
 };
 
 inline constexpr Variant kVariant60D = {.trailerOffset = 0x1FFC00,
                                         .trailerLength = 1024,
                                         .trailerSectors = 2,
                                         .blockType = kType30,
-                                        .mostImages = 246};
+                                        .mostImages = 246,
+                                        .ending = ".60D"};
 inline constexpr Variant kVariant20D = {.trailerOffset = 0x1FF400,
                                         .trailerLength = 3072,
                                         .trailerSectors = 6,
                                         .blockType = kType60,
-                                        .mostImages = 758};
+                                        .mostImages = 758,
+                                        .ending = ".20D"};
 
 constexpr const Variant& VariantOf(bool is20D) {
   return is20D ? kVariant20D : kVariant60D;

@@ -33,7 +33,7 @@ bool IsAbsolute(const std::string& path) {
 
 // The comparison regards letter case: a name that ends in ".60d" gets ".60D" behind it.
 std::string WithEnding(const std::string& fileName, bool is20D) {
-  const std::string ending = is20D ? ".20D" : ".60D";
+  const std::string ending = format::VariantOf(is20D).ending;
   return fileName.ends_with(ending) ? fileName : fileName + ending;
 }
 

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "capture/new_file.h"
-#include "forms/text.h"
+#include "platform/trimmed.h"
 #include "resources/layouts.h"
 
 using forms::Event;
@@ -78,7 +78,7 @@ void frmSaveToCD::ShowDrives(const std::vector<std::string>& drives) {
 
 WizardInput frmSaveToCD::Input() {
   return {.drive = Combo1.Text(),
-          .fileName = forms::Trimmed(Text1.Text()),
+          .fileName = Trimmed(Text1.Text()),
           .wantsPlayer = Check1.Value()};
 }
 

@@ -1,9 +1,6 @@
 #include "mainwindow/calendar_day.h"
 
 #include <cmath>
-#include <cstdint>
-
-#include "capture/capture_time.h"
 
 namespace {
 
@@ -23,11 +20,4 @@ platform::Date DateOfDay(year_month_day date) {
 
 year_month_day DayOfDate(platform::Date date) {
   return kDateOrigin + std::chrono::days(std::lround(std::floor(date)));
-}
-
-int ClockHour(platform::Date date) {
-  constexpr std::int64_t kHour = 3600;
-  constexpr std::int64_t kDay = 24 * kHour;
-  const std::int64_t second = (SecondsOfDate(date) % kDay + kDay) % kDay;
-  return static_cast<int>(second / kHour);
 }

@@ -10,5 +10,3 @@
 platform::Date DateOfDay(std::chrono::year_month_day day);
 /// The day on which a date lies.
 std::chrono::year_month_day DayOfDate(platform::Date date);
-/// Hour of a date by the 24-hour clock, 0 to 23.
-int ClockHour(platform::Date date);

@@ -12,10 +12,6 @@ bool IsNameOf20D(const std::string& path) {
   return end == kKind;
 }
 
-const char* Ending(bool is20D) {
-  return is20D ? ".20D" : ".60D";
-}
-
 const char* Filter(bool is20D) {
   return is20D ? "JPEG2000 Image Sequences (*.20D)|*.20D" : "Wavelet Image Sequences (*.60D)|*.60D";
 }

@@ -7,8 +7,6 @@ namespace file_kind {
 
 /// Whether a path's name is that of a .20D file.
 bool IsNameOf20D(const std::string& path);
-/// The endings, with their dot.
-const char* Ending(bool is20D);
 /// What a file dialog offers: "description|pattern".
 const char* Filter(bool is20D);
 /// Both kinds, the JPEG2000 one first.

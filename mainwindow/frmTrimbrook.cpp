@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "cdwizard/system_helpers.h"
-#include "forms/text.h"
+#include "platform/trimmed.h"
 
 using forms::Event;
 
@@ -86,11 +86,11 @@ void frmTrimbrook::Command4_Click() {
 }
 
 std::string frmTrimbrook::SourcePath() {
-  return forms::Trimmed(Text1.Text());
+  return Trimmed(Text1.Text());
 }
 
 std::string frmTrimbrook::TargetPath() {
-  return forms::Trimmed(Text6.Text());
+  return Trimmed(Text6.Text());
 }
 
 std::int32_t frmTrimbrook::SizeEstimateMB() {

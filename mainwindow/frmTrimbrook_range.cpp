@@ -167,14 +167,15 @@ void frmTrimbrook::ShowCustomDates(platform::Date start, platform::Date end) {
 }
 
 void frmTrimbrook::ShowCustomTimes() {
+  constexpr int kHour = 1;
   constexpr int kMinute = 2;
   constexpr int kSecond = 3;
   const platform::Date start = dtBlockStart[1];
   const platform::Date end = dtBlockEnd[dtBlockEnd.UpperBound()];
-  UpDownH.SetValue(ClockHour(start));
+  UpDownH.SetValue(ClockPart(start, kHour));
   UpDownM.SetValue(TimePart(system_.dates, start, kMinute).value_or(0));
   UpDownS.SetValue(TimePart(system_.dates, start, kSecond).value_or(0));
-  UpDown1.SetValue(ClockHour(end));
+  UpDown1.SetValue(ClockPart(end, kHour));
   UpDown2.SetValue(TimePart(system_.dates, end, kMinute).value_or(0));
   UpDown3.SetValue(TimePart(system_.dates, end, kSecond).value_or(0));
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
 #include "cdwizard/frmSaveToCD.h"
 #include "cdwizard/system_helpers.h"
@@ -41,7 +42,7 @@ void frmTrimbrook::ChooseTarget() {
   Text6.SetText("");
   const auto path =
       forms::AskSaveFile(window(), {"Save New File", file_kind::Filter(bln20D),
-                                    system_.programFolder, file_kind::Ending(bln20D)});
+                                    system_.programFolder, format::VariantOf(bln20D).ending});
   if (IsClosed() || !path || path->empty()) return;
   Text6.SetText(*path);
   ShowFreeSpace();

@@ -1,6 +1,7 @@
 #include "save/stored_image.h"
 
 #include "capture/mdlFileProcessing.h"
+#include "platform/trimmed.h"
 
 using mdlFileProcessing::bytRecord;
 using mdlFileProcessing::ReadBigEndian;
@@ -23,12 +24,6 @@ std::int32_t SizeBeforeTail(std::int32_t begin, std::int32_t tail) {
   // The writer adds a sector where an image leaves no room for its tail, and these bytes, padding
   // and all, would reach one byte too far for it.
   return tail - begin - (bytRecord[At(tail - 1)] == 0 ? 1 : 0);
-}
-
-std::string Trimmed(const std::string& text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string::npos) return "";
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 std::string TextOf(const Extent& extent) {

@@ -74,6 +74,8 @@ TEST(CaptureTime, PartsFollowTheTextWhereItHasThem) {
   }
   FakeDates dates;
   EXPECT_EQ(TimePart(dates, DateOf(12000, 1, 1, 7), 1), 7) << "a date without a text";
+  EXPECT_EQ(ClockPart(DateOf(1892, 1, 18, 3, 14, 7), 1), 3);
+  EXPECT_EQ(ClockPart(DateOf(2003, 1, 31, 12, 30), 1), 12);
 }
 
 /// A locale with texts of its own.

@@ -98,13 +98,6 @@ TEST(CalendarDay, IsTheDayOnWhichADateLies) {
   EXPECT_EQ(DayOfDate(DateOf(1892, 1, 18, 12)), year(1892) / 1 / 18);
 }
 
-TEST(ClockHour, IsThatOfTheDayWhateverTheLocale) {
-  EXPECT_EQ(ClockHour(DateOf(2003, 1, 31, 0, 30)), 0);
-  EXPECT_EQ(ClockHour(DateOf(2003, 1, 31, 12, 30)), 12);
-  EXPECT_EQ(ClockHour(DateOf(2003, 1, 31, 23, 59, 59)), 23);
-  EXPECT_EQ(ClockHour(DateOf(1892, 1, 18, 3, 14, 7)), 3);
-}
-
 TEST(FileKind, IsToldByTheLastThreeLetters) {
   EXPECT_TRUE(file_kind::IsNameOf20D("C:\\a.20d"));
   EXPECT_TRUE(file_kind::IsNameOf20D("C:\\a20D"));
