@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 
 #include "benchmarks/measure.h"
 #include "capture/mdlFileProcessing.h"
@@ -18,6 +19,8 @@
 
 namespace engine {
 namespace {
+
+namespace fs = std::filesystem;
 
 class Progress : public SaveProgress {
  public:
@@ -38,7 +41,7 @@ platform::Platform& System() {
   static FakeDates dates;
   static platform::SteadyClock clock;
   static platform::Platform system{disk,  disk,  registry, desktop,    drives,
-                                   dates, clock, "",       "Trimbrook"};
+                                   dates, clock, ".",      "Trimbrook"};
   return system;
 }
 
@@ -57,18 +60,22 @@ double Index(const std::string& source, std::int32_t blocks) {
 double Save(const std::string& source, const std::string& target, int cameras,
             std::int32_t blocks) {
   using Mode = SaveJob::Mode;
-  System().programFolder = target.substr(0, target.rfind('/'));
+  // The engine splits paths as Windows does: what it writes is named from its folder.
+  const fs::path before = fs::current_path();
+  fs::current_path(fs::path(target).parent_path());
   mdlSave::lngCamSelLow = (1 << cameras) - 1;
   const SaveJob job = {.sourcePath = source,
-                       .targetPath = target,
+                       .targetPath = fs::path(target).filename(),
                        .firstBlock = 1,
                        .lastBlock = blocks,
                        .mode = cameras == 16 ? Mode::kWholeBlocks : Mode::kChosenCameras};
   Progress progress;
   SaveResult result;
   const double seconds = Timed([&] { result = RunSave(System(), progress, job); });
-  if (result.end != SaveEnd::kSaved) std::exit(1);
-  return seconds;
+  fs::current_path(before);
+  if (result.end == SaveEnd::kSaved) return seconds;
+  std::fprintf(stderr, "the engine failed to save %s\n", target.c_str());
+  std::exit(1);
 }
 
 double Heap() {
