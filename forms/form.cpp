@@ -46,6 +46,7 @@ void Form::Show() {
 }
 
 void Form::ShowModal(Form& owner) {
+  state_->ownersFocus = GetFocus();
   // Before the load, which may let messages run: the owner must not open another window meanwhile.
   EnableWindow(owner.window_, FALSE);
   if (!Load(&owner)) {
@@ -100,8 +101,9 @@ void Form::Destroy() {
     // Before the window goes, as in `Hide`.
     EnableWindow(owner_->window_, TRUE);
     if (front) SetForegroundWindow(owner_->window_);
-    // A window that was in front while it was disabled has lost the focus.
-    if (GetActiveWindow() == owner_->window_ && !GetFocus()) SetFocus(owner_->window_);
+    // Brought to the front while it was disabled, it could not hand the focus on to its control.
+    if (GetActiveWindow() == owner_->window_)
+      SetFocus(IsWindowEnabled(state_->ownersFocus) ? state_->ownersFocus : owner_->window_);
   }
   DestroyWindow(window_);
 }

@@ -37,6 +37,7 @@ struct Form::State {
   int running = 0;                ///< Handlers of this form that are on the stack.
   bool failed = false;            ///< The load was left by a fault.
   bool wasForeground = false;     ///< When it was hidden.
+  HWND ownersFocus = nullptr;     ///< What had the focus when this opened as a modal window.
   Control* firstFocus = nullptr;  ///< What asked for the focus before the window was shown.
 };
 
