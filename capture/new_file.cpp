@@ -4,7 +4,10 @@
 #include <utility>
 #include <vector>
 
+#include "platform/paths.h"
+
 using platform::FileHandle;
+using platform::FolderOf;
 using platform::OpenMode;
 
 namespace {
@@ -17,14 +20,6 @@ constexpr std::chrono::milliseconds kPause{50};
 std::vector<NewFile*>& Unfinished() {
   static std::vector<NewFile*> files;
   return files;
-}
-
-/// The folder of a path, with its last backslash where it is a drive's root.
-std::string FolderOf(const std::string& path) {
-  const std::size_t slash = path.rfind('\\');
-  if (slash == std::string::npos) return ".";
-  const bool isRoot = slash > 0 && path[slash - 1] == ':';
-  return path.substr(0, slash + (isRoot ? 1 : 0));
 }
 
 }  // namespace
@@ -74,6 +69,7 @@ bool NewFile::WriteAt(std::int64_t position, const void* bytes, std::uint32_t co
   const bool placed =
       IsOpen() && (position == position_ || system_.files.Seek(hTargetFile, position));
   position_ = position;
+  const auto end = static_cast<std::uint64_t>(position) + count;
   const auto* from = static_cast<const std::uint8_t*>(bytes);
   while (placed && !failed_ && count > 0) {
     const std::uint32_t piece = pace_.Piece(count);
@@ -82,6 +78,7 @@ bool NewFile::WriteAt(std::int64_t position, const void* bytes, std::uint32_t co
     count -= piece;
   }
   failed_ = failed_ || !placed;
+  if (failed_) isTooLarge_ = end > system_.names.LargestFile(FolderOf(target_));
   size_ = std::max(size_, position_);
   return !failed_;
 }

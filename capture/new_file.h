@@ -42,6 +42,8 @@ class NewFile {
   /// Size in bytes.
   std::int64_t size() const { return size_; }
   bool HasFailed() const { return failed_; }
+  /// Whether it has failed since its disk holds no file of this size.
+  bool IsTooLarge() const { return isTooLarge_; }
 
   /// Hands the file to the medium and gives it its name. False when it is not whole, or got no name
   /// though that was tried for ten seconds (something else reads the new file, or has taken its
@@ -73,5 +75,6 @@ class NewFile {
   std::int64_t position_ = 0;
   std::int64_t size_ = 0;
   bool failed_ = false;
+  bool isTooLarge_ = false;
   std::string wholeCopy_;
 };

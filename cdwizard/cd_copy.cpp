@@ -167,7 +167,7 @@ bool CdCopy::CopyAll(Job& job) {
   view_.ShowProgress();
   if (!GoesOn()) return false;
   if (job.withPlayer && !CopyPlayerFiles(job.disc)) return false;
-  return CopyRecording(recording);
+  return SendDataToClassCD(recording);
 }
 
 bool CdCopy::SparesSources(Job& job) {
@@ -216,7 +216,7 @@ SaveJob CdCopy::RecordingJob(const std::string& targetPath) {
       .place = NewFile::Place::kOwnName};
 }
 
-bool CdCopy::CopyRecording(const SaveJob& job) {
+bool CdCopy::SendDataToClassCD(const SaveJob& job) {
   const bool isRebuilt = job.mode == SaveJob::Mode::kChosenCameras;
   CopyProgress progress(view_, intProgressBase, isRebuilt ? kClosingPercent : 0);
   const SaveResult result = RunSave(system_, progress, job);

@@ -78,7 +78,7 @@ class CdCopy {
   bool ClearDisc(Disc& disc);
   bool CopyPlayerFiles(const Disc& disc);
   bool CopyPlayerFile(const std::string& from, const std::string& to);
-  bool CopyRecording(const SaveJob& job);
+  bool SendDataToClassCD(const SaveJob& job);
   void TellEnd(const SaveResult& result);
   bool GoesOn();
 

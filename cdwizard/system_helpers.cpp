@@ -60,10 +60,6 @@ double GetDiskFreeMB(platform::FileNames& names, const std::string& strPath) {
   return dblDiskFreeMB;
 }
 
-std::uint64_t LargestFileOn(platform::FileNames& names, const std::string& strPath) {
-  return names.LargestFile(VolumeRoot(strPath));
-}
-
 double LargeIntToDouble(std::int32_t lngLow, std::int32_t lngHigh) {
   return UnsignedHalf(lngHigh) * kTwoToThe32 + UnsignedHalf(lngLow);
 }

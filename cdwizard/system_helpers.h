@@ -30,8 +30,5 @@ std::string AppPathOf(platform::Registry& registry, const std::string& executabl
 /// share by its server and share.
 double GetDiskFreeMB(platform::FileNames& names, const std::string& strPath);
 
-/// The most bytes that a file on that volume can have.
-std::uint64_t LargestFileOn(platform::FileNames& names, const std::string& strPath);
-
 /// The unsigned 64-bit number with these two halves.
 double LargeIntToDouble(std::int32_t lngLow, std::int32_t lngHigh);

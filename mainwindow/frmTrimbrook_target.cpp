@@ -12,7 +12,9 @@
 #include "mainwindow/file_kind.h"
 #include "mainwindow/frmTrimbrook.h"
 #include "mainwindow/messages.h"
+#include "platform/paths.h"
 #include "save/frmSaveFile.h"
+#include "save/save_messages.h"
 #include "save/save_state.h"
 
 using mdlFileProcessing::bln20D;
@@ -22,9 +24,6 @@ namespace {
 constexpr char kNoTarget[] = "Please select the target file first!";
 constexpr char kNoSpace[] = "There is not enough space on the disk for the selected file!";
 constexpr char kNoCameraChosen[] = "Please select at least one camera!";
-constexpr char kFileTooLarge[] =
-    "The selected disk cannot hold files of 4 GB or more. Please select another disk or a shorter "
-    "time range!";
 constexpr char kNoHighCameras[] =
     "Cameras 17 to 32 cannot be kept when only some cameras are selected.";
 
@@ -93,8 +92,9 @@ const char* frmTrimbrook::SaveRefusal() {
   if (SizeEstimateMB() > std::atoll(Text7.Text().c_str())) return kNoSpace;
   // How large a file of some cameras gets, nobody knows before their images are counted.
   const std::uint64_t size = std::uint64_t{static_cast<std::uint32_t>(SizeEstimateMB())} << 20;
-  if (size > LargestFileOn(system_.names, TargetPath()) && GetCameraSelection() != kSomeCameras)
-    return kFileTooLarge;
+  if (size > system_.names.LargestFile(platform::FolderOf(TargetPath())) &&
+      GetCameraSelection() != kSomeCameras)
+    return save_text::kTooLarge;
   return nullptr;
 }
 

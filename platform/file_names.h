@@ -24,8 +24,8 @@ class FileNames {
   virtual bool CopyTimes(const std::string& from, const std::string& to) = 0;
   /// Total free bytes of the volume with this root, such as "C:\"; 0 when it cannot be told.
   virtual std::uint64_t FreeBytes(const std::string& root) = 0;
-  /// The most bytes that a file on the volume with this root can have.
-  virtual std::uint64_t LargestFile(const std::string& root) = 0;
+  /// The most bytes that a file in this folder can have.
+  virtual std::uint64_t LargestFile(const std::string& folder) = 0;
   /// Whether two files or folders that exist lie on one volume, wherever links and mounted folders
   /// lead; false when it cannot be told.
   virtual bool OnSameVolume(const std::string& pathA, const std::string& pathB) = 0;

@@ -3,6 +3,7 @@
 #include "capture/clsCreate60D.h"
 #include "capture/mdlFileProcessing.h"
 #include "capture/source_file.h"
+#include "platform/paths.h"
 #include "save/camera_index.h"
 #include "save/image_extent.h"
 #include "save/operations.h"
@@ -21,6 +22,24 @@ constexpr std::int32_t kMostBytesAtOnce = 256 * 1024;
 
 bool IsChosen(const IndexedImage& image) {
   return image.camera < format::kCameras && (mdlSave::lngCamSelLow >> image.camera & 1) != 0;
+}
+
+/// Whether the image is chosen and lies where images can.
+bool MayBeKept(const format::BlockType& type, const IndexedImage& image) {
+  return IsChosen(image) && ExtentOf(type, image).IsValid(type);
+}
+
+/// The least that the images which may be kept take in a new file: without what is left free in its
+/// blocks.
+std::uint64_t LeastBytes(const CameraIndex& index) {
+  std::uint64_t bytes = 0;
+  for (std::int32_t b = 1; b <= index.blocks.UpperBound(); ++b)
+    for (const IndexedImage& image : index.blocks[b].images) {
+      const format::BlockType& type = *index.blocks[b].type;
+      const Extent extent = ExtentOf(type, image);
+      if (MayBeKept(type, image)) bytes += static_cast<std::uint64_t>(extent.text - extent.begin);
+    }
+  return bytes;
 }
 
 /// Reads bytes `begin` to `end` of block `block` (from 0) into the buffer. False when the source
@@ -100,9 +119,8 @@ class Rebuild {
   /// be read together.
   static ImageIterator EndOfRun(const IndexedBlock& block, ImageIterator first) {
     ImageIterator end = first;
-    for (; end != block.images.cend() && IsChosen(*end); ++end) {
+    for (; end != block.images.cend() && MayBeKept(*block.type, *end); ++end) {
       const Extent extent = ExtentOf(*block.type, *end);
-      if (!extent.IsValid(*block.type)) break;
       if (end != first && extent.end - ExtentOf(*block.type, *first).begin > kMostBytesAtOnce)
         break;
     }
@@ -162,5 +180,7 @@ SaveResult SaveChosenCameras(platform::Platform& system, SaveProgress& progress,
   const CameraIndex index =
       IndexBlockRange(system, progress, job.sourcePath, job.firstBlock, job.lastBlock);
   if (index.end != SaveEnd::kSaved) return {.end = index.end};
+  if (LeastBytes(index) > system.names.LargestFile(platform::FolderOf(job.targetPath)))
+    return {.end = SaveEnd::kTooLarge};
   return Rebuild(system, progress, job).Run(index);
 }

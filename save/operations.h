@@ -34,6 +34,7 @@ enum class SaveEnd {
   kCancelled,
   kNotRead,     ///< The source could not be read.
   kNotWritten,  ///< The target could not be written.
+  kTooLarge,    ///< The target's disk holds no file of this size.
   kNotNamed,    ///< The new file is whole but could not get the target's name; it is kept.
   kNotValid,    ///< The source is no recording.
   kNoImages,    ///< The chosen cameras have no image that can be kept.

@@ -19,6 +19,8 @@ SaveMessage MessageOfEnd(const SaveResult& result) {
       return {save_text::kReadError};
     case SaveEnd::kNotWritten:
       return {save_text::kWriteError};
+    case SaveEnd::kTooLarge:
+      return {save_text::kTooLarge, true};
     case SaveEnd::kNotNamed:
       return {std::string(save_text::kWriteError) +
               "\r\n\r\nThe new file is whole, but another program keeps it from getting its name. "

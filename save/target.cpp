@@ -52,5 +52,6 @@ NewFile::LetMessagesRun MessagesOf(SaveProgress& progress) {
 SaveResult EndOfWriting(SaveProgress& progress, const NewFile& file, bool succeeded) {
   if (succeeded) return {.end = SaveEnd::kSaved};
   if (!file.WholeCopy().empty()) return {.end = SaveEnd::kNotNamed, .detail = file.WholeCopy()};
-  return {.end = progress.StillSaving() ? SaveEnd::kNotWritten : SaveEnd::kCancelled};
+  if (!progress.StillSaving()) return {.end = SaveEnd::kCancelled};
+  return {.end = file.IsTooLarge() ? SaveEnd::kTooLarge : SaveEnd::kNotWritten};
 }

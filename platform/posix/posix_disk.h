@@ -26,7 +26,7 @@ class PosixDisk : public platform::Files, public platform::FileNames {
   bool SetTemporary(const std::string& path, bool temporary) override;
   bool CopyTimes(const std::string& from, const std::string& to) override;
   std::uint64_t FreeBytes(const std::string& root) override;
-  std::uint64_t LargestFile(const std::string& root) override;
+  std::uint64_t LargestFile(const std::string& folder) override;
   bool OnSameVolume(const std::string& pathA, const std::string& pathB) override;
   bool InheritPermissions(const std::string& path) override;
 };

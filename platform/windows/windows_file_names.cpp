@@ -105,10 +105,10 @@ std::uint64_t WindowsFileNames::FreeBytes(const std::string& root) {
   return free.QuadPart;
 }
 
-std::uint64_t WindowsFileNames::LargestFile(const std::string& root) {
+std::uint64_t WindowsFileNames::LargestFile(const std::string& folder) {
   constexpr std::uint64_t kLargestOnFat = std::numeric_limits<std::uint32_t>::max();
   wchar_t system[MAX_PATH + 1] = {};
-  GetVolumeInformationW(VolumeOf(root).c_str(), nullptr, 0, nullptr, nullptr, nullptr, system,
+  GetVolumeInformationW(VolumeOf(folder).c_str(), nullptr, 0, nullptr, nullptr, nullptr, system,
                         MAX_PATH + 1);
   // FAT, FAT16, FAT32; exFAT has other limits.
   return _wcsnicmp(system, L"FAT", 3) == 0 ? kLargestOnFat

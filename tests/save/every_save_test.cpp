@@ -74,6 +74,18 @@ TEST_P(EverySave, FailsOnAFullDisk) {
   }
 }
 
+TEST_P(EverySave, TellsOfADiskThatHoldsNoSuchFile) {
+  const std::size_t size = Whole().size();
+  for (const std::size_t largest : {std::size_t{1000}, size - 1, size}) {
+    SaveWorld save(0x30, Recording(0x30, 3));
+    save.world.disk.SetLargestFile("C:", largest);
+    const bool fits = largest == size;
+    EXPECT_EQ(save.Run(1, 3, GetParam()), fits ? SaveEnd::kSaved : SaveEnd::kTooLarge) << largest;
+    save.ExpectNothingLeft();
+    save.ExpectNoTemporary();
+  }
+}
+
 /// Where the file lies until it is whole.
 TEST_P(EverySave, LiesOnTheTargetsVolumeUnderATemporaryName) {
   const std::string whole = Whole();

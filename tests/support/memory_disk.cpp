@@ -268,8 +268,8 @@ std::uint64_t MemoryDisk::FreeBytes(const std::string& root) {
   return Fails("free bytes") ? 0 : Room(root);
 }
 
-std::uint64_t MemoryDisk::LargestFile(const std::string& root) {
-  return LargestOn(VolumeOf(root));
+std::uint64_t MemoryDisk::LargestFile(const std::string& folder) {
+  return LargestOn(VolumeOf(folder));
 }
 
 std::uint64_t MemoryDisk::LargestOn(const std::string& volume) const {
