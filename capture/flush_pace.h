@@ -21,6 +21,6 @@ class FlushPace {
   void Flushed(Duration took);
 
  private:
-  std::uint32_t slice_ = format::kBlockSize;
+  std::uint32_t slice_ = 512 * 1024;  // Soon found out, and a slow stick does not wait for long.
   std::uint32_t written_ = 0;
 };

@@ -112,6 +112,8 @@ void Form::Dispatch(const std::function<void()>& work) {
   ++state_->running;
   try {
     work();
+  } catch (const std::bad_alloc&) {
+    ShowApplicationMessage(kOutOfMemory);
   } catch (const std::exception& fault) {
     ShowApplicationMessage(fault.what());
   }

@@ -4,6 +4,9 @@
 #include <string>
 #include <utility>
 
+/// What the user reads when memory has run out.
+inline constexpr char kOutOfMemory[] = "Out of memory";
+
 /// A fault with a number, the name of what raised it, and a text for the user. It is the only
 /// exception type of this program: what leaves a window's event handler with one ends in a message
 /// box, and the program goes on.

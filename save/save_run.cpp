@@ -1,6 +1,7 @@
 #include <exception>
 #include <new>
 
+#include "platform/runtime_error.h"
 #include "save/operations.h"
 
 namespace {
@@ -23,7 +24,7 @@ SaveResult RunSave(platform::Platform& system, SaveProgress& progress, const Sav
   try {
     return Run(system, progress, job);
   } catch (const std::bad_alloc&) {
-    return {.end = SaveEnd::kFault, .detail = "Out of memory"};
+    return {.end = SaveEnd::kFault, .detail = kOutOfMemory};
   } catch (const std::exception& fault) {
     return {.end = SaveEnd::kFault, .detail = fault.what()};
   }

@@ -42,7 +42,7 @@ TEST(FlushPace, WritesWhatTheMediumTakesInATenthOfASecond) {
 TEST(NewFile, IsGivenUpInTheMidstOfABlockOnASlowMedium) {
   const std::string block(kBlock, 'x');
   for (const auto& [flushTakes, breaths] :
-       {std::pair(milliseconds(0), 3), {milliseconds(400), 9}}) {
+       {std::pair(milliseconds(0), 5), {milliseconds(400), 9}}) {
     FakePlatform world;
     world.clock.step = flushTakes;
     int breathed = 0;
