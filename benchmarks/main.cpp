@@ -46,8 +46,8 @@ class Bench {
   }
 
   void PrintStart(const fs::path& driveC) {
-    std::vector<double> seconds;
-    for (int round = 0; round < kRounds; ++round) seconds.push_back(program_.Do("start").seconds);
+    std::vector<double> seconds(kRounds);
+    for (double& round : seconds) round = program_.Do("start").seconds;
     PrintLine("start of the program to its usable window, on one core", "window", "%.3f s",
               Median(seconds), 0.3);
     const auto bytes = static_cast<double>(fs::file_size(driveC / "Trimbrook/Trimbrook.exe"));
@@ -112,7 +112,7 @@ class Bench {
   /// Earlier targets go, and what earlier jobs have left for the disk is written first: nobody pays
   /// for another.
   static fs::path Clear(const Folder& folder) {
-    const fs::path target = folder.path / "target.60D";
+    fs::path target = folder.path / "target.60D";
     fs::remove(target);
     sync();
     return target;

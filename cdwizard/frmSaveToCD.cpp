@@ -77,9 +77,7 @@ void frmSaveToCD::ShowDrives(const std::vector<std::string>& drives) {
 }
 
 WizardInput frmSaveToCD::Input() {
-  return {.drive = Combo1.Text(),
-          .fileName = Trimmed(Text1.Text()),
-          .wantsPlayer = Check1.Value()};
+  return {.drive = Combo1.Text(), .fileName = Trimmed(Text1.Text()), .wantsPlayer = Check1.Value()};
 }
 
 void frmSaveToCD::SetFileName(const std::string& name) {

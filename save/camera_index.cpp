@@ -141,7 +141,8 @@ CameraIndex IndexBlockRange(platform::Platform& system, SaveProgress& progress,
     return progress.StillSaving();
   });
   CameraIndex index;
-  index.blocks.Redimension(static_cast<std::size_t>(lastBlock - firstBlock + 1));
+  const std::int32_t count = lastBlock - firstBlock + 1;
+  index.blocks.Redimension(static_cast<std::size_t>(count));
   index.end = Fill(index.blocks, system.files, breathing, firstBlock);
   return index;
 }

@@ -24,7 +24,7 @@ std::wstring FullPath(const std::wstring& path) {
 }  // namespace
 
 std::wstring WidePath(const std::string& path) {
-  const std::wstring wide = Wide(path);
+  std::wstring wide = Wide(path);
   if (wide.size() < kLongestUnmarked) return wide;
   const std::wstring full = FullPath(wide);
   // Marked already, or a device.

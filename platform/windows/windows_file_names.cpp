@@ -74,7 +74,7 @@ std::string WindowsFileNames::MakeTemporary(const std::string& folder, const std
   for (DWORD i = 0; i < kNames; ++i) {
     char number[8] = {};
     std::snprintf(number, sizeof number, "%04X", static_cast<unsigned>((first + i) % kNames));
-    const std::string path = PathIn(folder, prefix + number + ".tmp");
+    std::string path = PathIn(folder, prefix + number + ".tmp");
     const DWORD error = MakeEmpty(path);
     if (error == ERROR_SUCCESS) return path;
     if (error != ERROR_FILE_EXISTS) return {};

@@ -88,7 +88,7 @@ bool WindowsFiles::Rename(FileHandle file, const std::string&, const std::string
   const std::size_t bytes = name.size() * sizeof(wchar_t);
   // The structure ends in room for one character, which the terminating zero takes.
   std::vector<std::byte> room(sizeof(FILE_RENAME_INFO) + bytes);
-  auto* info = new (room.data()) FILE_RENAME_INFO{};
+  auto* info = reinterpret_cast<FILE_RENAME_INFO*>(room.data());
   info->FileNameLength = static_cast<DWORD>(bytes);
   name.copy(info->FileName, name.size());
   return SetFileInformationByHandle(Handle(file), FileRenameInfo, info,
