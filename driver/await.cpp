@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "driver/screenshot.h"
+#include "driver/outside.h"
 
 namespace driver {
 

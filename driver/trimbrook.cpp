@@ -90,6 +90,11 @@ void Trimbrook::ChooseTarget(const std::string& path) const {
   Await("target " + path, [&] { return !Text(IDC_frmTrimbrook_Text6).empty(); });
 }
 
+void Trimbrook::Prepare(const std::string& source, const std::string& target) const {
+  OpenSource(source);
+  ChooseTarget(target);
+}
+
 void Trimbrook::ChooseBlocks(int first, int last) const {
   const Window slider1 = At(IDC_frmTrimbrook_Slider1);
   const Window slider2 = At(IDC_frmTrimbrook_Slider2);
@@ -123,6 +128,11 @@ Window Trimbrook::Save() const {
   return window;
 }
 
+void Trimbrook::SaveAndLeave() const {
+  Save();
+  LeaveSave();
+}
+
 void Trimbrook::AwaitDone(const Window& save) const {
   const Window status = save.Control(IDC_frmSaveFile_Label2);
   Await(kDone, [&] { return status.Text() == kDone; });
@@ -138,13 +148,6 @@ Trimbrook::CaughtSave Trimbrook::CatchSave() const {
     LeaveSave();
   }
   throw std::runtime_error("No save was caught in its midst");
-}
-
-Message Trimbrook::FailedSave() const {
-  StartSave();
-  const Message message = AnswerMessage();
-  Settle();
-  return message;
 }
 
 void Trimbrook::LeaveSave() const {

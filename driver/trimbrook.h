@@ -40,6 +40,8 @@ class Trimbrook : public Program {
   void OpenSource(const std::string& path) const;
   /// Chooses a target; a file of this name is agreed to be replaced.
   void ChooseTarget(const std::string& path) const;
+  /// Both.
+  void Prepare(const std::string& source, const std::string& target) const;
   /// Narrows the range by the sliders' keys.
   void ChooseBlocks(int first, int last) const;
   /// Presses the hidden "Save To CD".
@@ -50,6 +52,8 @@ class Trimbrook : public Program {
   Window StartSave() const;
   /// Saves to the end; the progress window in its finished look.
   Window Save() const;
+  /// Saves to the end and leaves the progress window.
+  void SaveAndLeave() const;
   /// Waits until the progress window has its finished look.
   void AwaitDone(const Window& save) const;
   /// A save that stands still in its midst.
@@ -59,8 +63,6 @@ class Trimbrook : public Program {
   };
   /// Saves, again and again if need be, until a save is caught. It takes a long recording.
   CaughtSave CatchSave() const;
-  /// Answers a message of the save, waits until the save has ended and leaves its window.
-  Message FailedSave() const;
   /// Leaves the progress window by its last button.
   void LeaveSave() const;
 

@@ -14,24 +14,6 @@ inline constexpr const char* kDirectCd = "DirectCD";
 inline constexpr const char* kDragToDisc = "DrgToDsc";
 inline constexpr const char* kEjectDialog = "Drag-to-Disc   Eject Options";
 
-/// The outside programs and the disc in drive E: of a test; both are cleared away with it.
-class Burners : public testing::Test {
- protected:
-  Burners() { Forget(); }
-  ~Burners() override { Forget(); }
-
-  /// Registers a burning program, as its set-up does.
-  void Register(const std::string& name);
-  /// Waits for a burning program's window.
-  void AwaitBurner(const char* title);
-  /// Whether a burning program notes these keys within a moment. One may be lost while the window
-  /// in front changes.
-  bool HasGotKeys(const std::string& name, const std::vector<std::string>& keys);
-
- private:
-  void Forget();
-};
-
 inline constexpr const char* kWelcomePage = "Welcome to CD Creator Wizard!";
 inline constexpr const char* kDrivePage = "Please Select CD Recorder Drive:";
 inline constexpr const char* kNamePage = "Please Input File Name:";
@@ -41,17 +23,23 @@ inline constexpr const char* kDonePage = "CD Creator Wizard Is Done!";
 /// The page buttons.
 enum Button { kStart, kChooseDrive, kCopy, kEject, kFinish, kToWelcome, kToDrive, kButtons = 8 };
 
-/// The wizard, opened from the main window.
-class Wizard : public Burners {
+/// The wizard, opened from the main window. The outside programs and the disc in drive E: are
+/// cleared away with it.
+class Wizard : public testing::Test {
  protected:
-  void Open(const std::string& recording, const std::vector<int>& cameras = {});
+  Wizard() { Forget(); }
+  ~Wizard() override { Forget(); }
+
+  /// Registers a burning program, as its set-up does.
+  void Register(const std::string& name);
+  /// Waits for a burning program's window.
+  void AwaitBurner(const char* title);
+
   /// The button that opens the wizard is hidden in this release; its handler is there.
-  void AskForWizard();
   void OpenWizard();
   Window At(int id) { return window_->Control(id); }
   Window PageButton(int index) { return At(IDC_frmSaveToCD_cmdNext + index); }
   void Press(Button button) { PageButton(button).ClickAndGoOn(); }
-  /// Waits for a page; nothing of it is clipped, and what is hidden is disabled.
   void AwaitPage(const std::string& heading);
   /// Goes from the main window to the file name page, in DirectCD mode.
   void GoToNamePage(const std::string& fileName);
@@ -64,7 +52,7 @@ class Wizard : public Burners {
   std::unique_ptr<Window> window_;
 
  private:
-  void ExpectInstructionsToFit();
+  void Forget();
 };
 
 }  // namespace driver

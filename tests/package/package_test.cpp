@@ -48,10 +48,8 @@ void Uninstall() {
 /// Saves, and has the reader that was handed out with the program check the file.
 void SaveAndCheck(const std::string& folder, const Trimbrook& program, const std::string& target) {
   const std::string source = Recording("day.60D");
-  program.OpenSource(source);
-  program.ChooseTarget(target);
-  program.Save();
-  program.LeaveSave();
+  program.Prepare(source, target);
+  program.SaveAndLeave();
   const std::string compare = '"' + folder + "list_recording.exe\" --compare --blocks ";
   const std::string paths = " \"" + source + "\" \"" + target + '"';
   EXPECT_EQ(ExitCodeOf(compare + "1-3" + paths), 0u);
@@ -76,8 +74,7 @@ TEST(Package, InstallsUpdatesAndGoes) {
     const Trimbrook program("", kFolder + "Trimbrook.exe");
     SaveAndCheck(kFolder, program, kFolder + "saved Größe.60D");
     const std::string recording = Recording("long.60D");
-    program.OpenSource(recording);
-    program.ChooseTarget(InWork("long.60D"));
+    program.Prepare(recording, InWork("long.60D"));
     auto save = program.CatchSave();
     EXPECT_EQ(ExitCodeOf(kSetup), kAborted);
     save.pause.reset();

@@ -5,11 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "cdwizard/wizard_page.h"
 #include "forms/application.h"
 #include "forms/controls.h"
 #include "forms/form.h"
 #include "forms/text.h"
 #include "resources/layouts.h"
+#include "resources/resource.h"
 
 namespace forms {
 namespace {
@@ -125,6 +127,8 @@ class TextSize {
   NONCLIENTMETRICSW former_ = {};
 };
 
+using Controls = std::vector<const Control*>;
+
 class FormsTest : public testing::Test {
  protected:
   static void SetUpTestSuite() { StartApplication(); }
@@ -234,9 +238,7 @@ TEST_F(FormsTest, ArrowsWalkBoxesThatTabPassesAsOne) {
 TEST_F(FormsTest, OnlyTheFocusedButtonLooksLikeTheDefaultOne) {
   form.Other.SetFocus();
   // As the system does when a dialog has gone, or the mouse has pressed.
-  for (const Control* focused :
-       {static_cast<Control*>(&form.Ok), static_cast<Control*>(&form.Other),
-        static_cast<Control*>(&form.Slider1)}) {
+  for (const Control* focused : Controls{&form.Ok, &form.Other, &form.Slider1}) {
     SetFocus(focused->window());
     for (const Button* button : {&form.Ok, &form.Other})
       EXPECT_EQ((GetWindowLongW(button->window(), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON,
@@ -249,9 +251,7 @@ TEST_F(FormsTest, TheWheelMovesNothingThatHasNotTheFocus) {
   form.Slider1.SetValue(50);
   const Day day = form.Calendar.Value();
   form.Ok.SetFocus();
-  for (const Control* control :
-       {static_cast<Control*>(&form.Slider1), static_cast<Control*>(&form.Box),
-        static_cast<Control*>(&form.Calendar)}) {
+  for (const Control* control : Controls{&form.Slider1, &form.Box, &form.Calendar}) {
     RECT place = {};
     GetWindowRect(control->window(), &place);
     PostMessageW(control->window(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA),
@@ -300,47 +300,58 @@ TEST_F(FormsTest, AModalWindowLeavesItsOwnerInFront) {
   EXPECT_TRUE(form.Slider1.HasFocus());
 }
 
-TEST_F(FormsTest, AWindowThatGrowsMovesUpUntilItFits) {
-  const RECT suggested = {10, 10, 0, 0};
-  SendMessageW(form.window(), WM_DPICHANGED, MAKEWPARAM(96, 96),
-               reinterpret_cast<LPARAM>(&suggested));
-  RECT area = {}, place = {};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-  SetWindowPos(form.window(), nullptr, 10, area.bottom - 100, 0, 0, SWP_NOSIZE);
-  form.SetHeight(9000);
-  GetWindowRect(form.window(), &place);
-  EXPECT_EQ(place.bottom, area.bottom);
-  EXPECT_EQ(place.bottom - place.top, 600);
+/// Room that a control's own font takes for a text in one line, or in lines of a width.
+SIZE RoomFor(const Control& control, const std::string& text, int width = 0) {
+  RECT room = {0, 0, width, 0};
+  const HDC screen = GetDC(control.window());
+  SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(control.window(), WM_GETFONT, 0, 0)));
+  DrawTextW(screen, Wide(text).c_str(), -1, &room,
+            static_cast<UINT>(DT_CALCRECT | DT_NOPREFIX | (width ? DT_WORDBREAK : DT_SINGLELINE)));
+  ReleaseDC(control.window(), screen);
+  return {room.right, room.bottom};
 }
 
-TEST(TextSizes, NoCaptionIsCut) {
-  StartApplication();
+class TextSizes : public testing::TestWithParam<int> {
+ protected:
+  static void SetUpTestSuite() { StartApplication(); }
+  const TextSize size_{GetParam()};
+};
+
+INSTANTIATE_TEST_SUITE_P(Percent, TextSizes, testing::Values(100, 150, 225));
+
+TEST_P(TextSizes, NoCaptionIsCut) {
   constexpr LONG kTick = 18;  // Pixels that a box takes before its caption.
-  for (const int percent : {100, 150, 225}) {
-    const TextSize size(percent);
-    for (const layout::Form* table :
-         {&layout::kFrmTrimbrook, &layout::kFrmSaveFile, &layout::kFrmSaveToCD}) {
-      Form form(*table);
-      ASSERT_TRUE(form.Load());
-      for (const layout::Row& row : table->rows) {
-        if (row.kind != Kind::kLabel && row.kind != Kind::kButton && row.kind != Kind::kCheckBox)
-          continue;
-        const HWND control = form.ControlById(row.id).window();
-        const std::wstring text = Wide(row.caption);
-        RECT client = {};
-        GetClientRect(control, &client);
-        const HDC screen = GetDC(control);
-        SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
-        SIZE extent = {};
-        GetTextExtentPoint32W(screen, text.c_str(), static_cast<int>(text.size()), &extent);
-        ReleaseDC(control, screen);
-        if (row.kind == Kind::kCheckBox && !text.empty()) extent.cx += kTick;
-        EXPECT_TRUE(extent.cx <= client.right && extent.cy <= client.bottom + 1)
-            << row.caption << " at " << percent << " %: " << extent.cx << " x " << extent.cy
-            << " in " << client.right << " x " << client.bottom;
-      }
+  for (const layout::Form* table :
+       {&layout::kFrmTrimbrook, &layout::kFrmSaveFile, &layout::kFrmSaveToCD}) {
+    Form form(*table);
+    ASSERT_TRUE(form.Load());
+    for (const layout::Row& row : table->rows) {
+      if (row.kind != Kind::kLabel && row.kind != Kind::kButton && row.kind != Kind::kCheckBox)
+        continue;
+      const Control& control = form.ControlById(row.id);
+      RECT client = {};
+      GetClientRect(control.window(), &client);
+      SIZE room = RoomFor(control, row.caption);
+      if (row.kind == Kind::kCheckBox && *row.caption) room.cx += kTick;
+      EXPECT_TRUE(room.cx <= client.right && room.cy <= client.bottom + 1) << row.caption;
     }
   }
+}
+
+TEST_P(TextSizes, NoInstructionsOfTheWizardAreCut) {
+  Form form(layout::kFrmSaveToCD);
+  ASSERT_TRUE(form.Load());
+  Control& label = form.ControlById(IDC_frmSaveToCD_Label1);
+  for (const bool dragToDisc : {false, true})
+    for (const Page page : {Page::kWelcome, Page::kLookingUp, Page::kDrive, Page::kFileName,
+                            Page::kCopying, Page::kReselect, Page::kEject, Page::kDone}) {
+      const PageLook look = LookOf(page, dragToDisc);
+      label.SetHeight(look.instructionsHeight);
+      RECT client = {};
+      GetClientRect(label.window(), &client);
+      EXPECT_LE(RoomFor(label, look.instructions, client.right).cy, client.bottom)
+          << look.instructions;
+    }
 }
 
 TEST_F(FormsTest, GivesATipToolItsNewestText) {

@@ -21,187 +21,6 @@ std::string TemporaryFolder() {
   return Utf8(temporary) + "κάμερα 録画";
 }
 
-class PlatformTest : public testing::Test {
- protected:
-  void SetUp() override {
-    folder = TemporaryFolder();
-    drives.RemoveFolder(folder);
-    ASSERT_TRUE(drives.MakeFolder(folder));
-  }
-  void TearDown() override { EXPECT_TRUE(drives.RemoveFolder(folder)); }
-
-  std::string Path(const std::string& name) const { return folder + "\\" + name; }
-
-  std::string Make(const std::string& path, std::uint32_t bytes = 3) {
-    const std::string content(bytes, 'x');
-    const FileHandle file = files.Open(path, OpenMode::kWriteNew);
-    std::uint32_t written = 0;
-    EXPECT_TRUE(files.Write(file, content.data(), bytes, written));
-    EXPECT_EQ(written, bytes);
-    EXPECT_TRUE(files.Close(file));
-    return path;
-  }
-
-  std::optional<FileIdentity> IdentityOf(const std::string& path) {
-    const FileHandle file = files.Open(path, OpenMode::kReadExisting);
-    const std::optional<FileIdentity> identity = files.Identity(file);
-    files.Close(file);
-    return identity;
-  }
-
-  WindowsPlatform windows;
-  Files& files = windows.bundle().files;
-  FileNames& names = windows.bundle().names;
-  Drives& drives = windows.bundle().drives;
-  Desktop& desktop = windows.bundle().desktop;
-  DateText& dates = windows.bundle().dates;
-  std::string folder;
-};
-
-TEST_F(PlatformTest, ReadsBackWhatWasWrittenBeyondFourGigabytes) {
-  constexpr std::int64_t kFar = (std::int64_t{5} << 30) + 1;
-  const std::string path = Make(Path("far"));
-  std::uint32_t count = 0;
-  FileHandle file = files.Open(path, OpenMode::kWriteExisting);
-  EXPECT_TRUE(files.Seek(file, kFar) && files.Write(file, "end", 3, count) && files.Flush(file));
-  files.Close(file);
-
-  char read[8] = {};
-  file = files.Open(path, OpenMode::kReadExisting);
-  EXPECT_EQ(files.Size(file), kFar + 3);
-  EXPECT_TRUE(files.Seek(file, kFar) && files.Read(file, read, sizeof read, count));
-  EXPECT_EQ(std::string(read, count), "end");
-  files.Close(file);
-}
-
-TEST_F(PlatformTest, KnowsAFileUnderAnyOfItsNames) {
-  const std::string path = Make(Path("one"));
-  const std::string other = Make(Path("two"));
-  ASSERT_TRUE(CreateHardLinkW(Wide(Path("link")).c_str(), Wide(path).c_str(), nullptr));
-  EXPECT_EQ(IdentityOf(path), IdentityOf(Path("ONE")));
-  EXPECT_EQ(IdentityOf(path), IdentityOf(Path("link")));
-  EXPECT_NE(IdentityOf(path), IdentityOf(other));
-  EXPECT_EQ(IdentityOf("NUL"), std::nullopt);
-}
-
-TEST_F(PlatformTest, FindsNormalFilesOnly) {
-  const std::string path = Make(Path("seen"));
-  EXPECT_TRUE(names.Find(path));
-  EXPECT_FALSE(names.Find(Path("*")));
-  EXPECT_FALSE(names.Find(folder));
-  SetFileAttributesW(Wide(path).c_str(), FILE_ATTRIBUTE_HIDDEN);
-  EXPECT_FALSE(names.Find(path) || names.Find(Path("missing")));
-}
-
-TEST_F(PlatformTest, MarksATemporaryFileAndNothingElse) {
-  const std::wstring path = Wide(Make(Path("marked")));
-  SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
-  for (const bool temporary : {true, false}) {
-    EXPECT_TRUE(names.SetTemporary(Path("marked"), temporary));
-    // Wine does not keep the mark itself.
-    EXPECT_EQ(GetFileAttributesW(path.c_str()) & ~DWORD{FILE_ATTRIBUTE_TEMPORARY},
-              FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
-  }
-}
-
-TEST_F(PlatformTest, ReadsTextsOfTheRegistryWhole) {
-  constexpr wchar_t kKey[] = L"Software\\κάμερα 録画";
-  constexpr wchar_t kText[] = L"C:\\κάμερα\0録画";
-  ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"名", REG_SZ, kText, sizeof kText), 0);
-  const auto read = [&](const char* name) {
-    return windows.bundle().registry.Query(RegistryRoot::kCurrentUser, Utf8(kKey), name);
-  };
-  EXPECT_EQ(read("名").value_or(RegistryValue()).data,
-            Utf8({kText, sizeof kText / sizeof(wchar_t)}));
-  EXPECT_FALSE(read("other"));
-  RegDeleteKeyW(HKEY_CURRENT_USER, kKey);
-}
-
-TEST_F(PlatformTest, LoadsNoLibraryBesideTheProgram) {
-  const std::string beside = windows.bundle().programFolder + "\\Trimbrook.test.dll";
-  ASSERT_TRUE(CopyFileW(L"C:\\windows\\system32\\winmm.dll", Wide(beside).c_str(), FALSE));
-  EXPECT_EQ(LoadLibraryW(L"Trimbrook.test.dll"), nullptr);
-  names.Remove(beside);
-  EXPECT_NE(desktop.MediaCommand("open nothing"), 0u);
-  wchar_t winmm[MAX_PATH] = {};
-  GetModuleFileNameW(GetModuleHandleW(L"winmm.dll"), winmm, MAX_PATH);
-  EXPECT_EQ(_wcsicmp(winmm, L"C:\\windows\\system32\\winmm.dll"), 0) << Utf8(winmm);
-}
-
-TEST_F(PlatformTest, ClearsFoldersWithReadOnlyFiles) {
-  drives.MakeFolder(Path("sub"));
-  for (const char* name : {"top.txt", "sub\\below"})
-    SetFileAttributesW(Wide(Make(Path(name))).c_str(), FILE_ATTRIBUTE_READONLY);
-  EXPECT_TRUE(drives.RemoveFilesIn(folder));
-  EXPECT_EQ(drives.FilesBelow(folder), std::vector<std::string>{Path("sub\\below")});
-  EXPECT_TRUE(drives.RemoveFolder(Path("sub")));
-}
-
-TEST_F(PlatformTest, NeverDeletesWhatALinkLeadsTo) {
-  ASSERT_TRUE(drives.HasFile("E:\\first") && drives.HasFile("E:\\Links\\second"));
-  EXPECT_TRUE(drives.RemoveFilesIn("E:\\"));
-  EXPECT_TRUE(drives.RemoveFilesIn("E:\\Links"));
-  drives.RemoveFolder("E:\\Links");
-  EXPECT_FALSE(drives.HasFile("E:\\first") || drives.HasFile("E:\\Links\\second"));
-  EXPECT_TRUE(drives.HasFile("D:\\first") && drives.HasFile("D:\\second"));
-}
-
-TEST_F(PlatformTest, WritesDatesAsTheUserDoesAndReadsThemBack) {
-  const struct {
-    Date date;
-    const char* text;
-  } cases[] = {
-      {21916.0, "1/1/1960 12:00:00 AM"},
-      {37652.0 + 54245.0 / 86400, "1/31/2003 3:04:05 PM"},
-      {0.25, "12/30/1899 6:00:00 AM"},
-      // Before day 0, where the system's own scale runs the other way within each day.
-      {-0.75, "12/29/1899 6:00:00 AM"},
-      {-365.5, "12/29/1898 12:00:00 PM"},
-  };
-  for (const auto& [date, text] : cases) {
-    EXPECT_EQ(dates.Format(date), text);
-    // Once by what has just been written, and once without.
-    EXPECT_NEAR(dates.Parse(text).value_or(1), date, 0.1 / 86400) << text;
-    EXPECT_NEAR(platform::WindowsDateText().Parse(text).value_or(1), date, 0.1 / 86400) << text;
-  }
-}
-
-TEST_F(PlatformTest, ReadsADateJustWrittenAsItsTextShowsIt) {
-  wchar_t usual[80] = {};
-  GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, usual, 80);
-  for (const wchar_t* format : {L"h:mm:ss tt", L"h:mm:ss", L"HH:mm", L"HH:mm:ss"}) {
-    SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, format);
-    for (const double hour : {0.0, 9.5125, 12.0, 23.9997}) {
-      const std::string text = dates.Format(37652 + hour / 24);
-      const std::optional<Date> read = platform::WindowsDateText().Parse(text);
-      ASSERT_TRUE(read) << text;
-      EXPECT_NEAR(dates.Parse(text).value_or(0), *read, 0.1 / 86400) << text;
-    }
-  }
-  SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, usual);
-}
-
-TEST_F(PlatformTest, RefusesWhatIsNoDate) {
-  EXPECT_EQ(dates.Format(1e300), "");
-  EXPECT_EQ(dates.Format(-1e300), "");
-  EXPECT_EQ(dates.Format(std::numeric_limits<double>::quiet_NaN()), "");
-  EXPECT_EQ(dates.Parse("yesterday"), std::nullopt);
-}
-
-TEST_F(PlatformTest, TellsWindowsApartByEveryCharacterOfTheirTitles) {
-  const std::string title = "Drag   Test";
-  const char* const similar[] = {"DRAG   TEST", "Drag  Test", "Drag   Test "};
-  for (const char* other : similar)
-    CreateWindowExA(0, "STATIC", other, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-  EXPECT_EQ(desktop.WindowTitled(title), WindowHandle::kNone);
-  EXPECT_FALSE(desktop.ActivateTitled(title));
-  const HWND exact = CreateWindowExA(0, "STATIC", title.c_str(), WS_POPUP, 0, 0, 1, 1, nullptr,
-                                     nullptr, nullptr, nullptr);
-  CreateWindowExA(0, "STATIC", "drag   test", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
-                  nullptr);
-  EXPECT_EQ(desktop.WindowTitled(title), WindowHandle(reinterpret_cast<UINT_PTR>(exact)));
-}
-
 /// A folder on a disk of Windows; what leads to it is made when it is missing.
 class WindowsWorld : public DiskWorld {
  public:
@@ -233,6 +52,150 @@ class WindowsWorld : public DiskWorld {
 
 auto WorldIn(const std::string& folder) {
   return [folder] { return std::make_unique<WindowsWorld>(folder); };
+}
+
+class PlatformTest : public FolderContract {
+ protected:
+  std::optional<FileIdentity> IdentityOf(const std::string& path) {
+    const FileHandle file = files.Open(path, OpenMode::kReadExisting);
+    const std::optional<FileIdentity> identity = files.Identity(file);
+    files.Close(file);
+    return identity;
+  }
+
+  WindowsPlatform windows;
+  Desktop& desktop = windows.bundle().desktop;
+  DateText& dates = windows.bundle().dates;
+};
+
+INSTANTIATE_TEST_SUITE_P(Windows, PlatformTest, testing::Values(WorldIn(TemporaryFolder())));
+
+TEST_P(PlatformTest, KnowsAFileUnderAnyOfItsNames) {
+  const std::string path = Make(Path("one"));
+  const std::string other = Make(Path("two"));
+  ASSERT_TRUE(CreateHardLinkW(Wide(Path("link")).c_str(), Wide(path).c_str(), nullptr));
+  EXPECT_EQ(IdentityOf(path), IdentityOf(Path("ONE")));
+  EXPECT_EQ(IdentityOf(path), IdentityOf(Path("link")));
+  EXPECT_NE(IdentityOf(path), IdentityOf(other));
+  EXPECT_EQ(IdentityOf("NUL"), std::nullopt);
+}
+
+TEST_P(PlatformTest, FindsNormalFilesOnly) {
+  const std::string path = Make(Path("seen"));
+  EXPECT_TRUE(names.Find(path));
+  EXPECT_FALSE(names.Find(Path("*")));
+  EXPECT_FALSE(names.Find(world->folder()));
+  SetFileAttributesW(Wide(path).c_str(), FILE_ATTRIBUTE_HIDDEN);
+  EXPECT_FALSE(names.Find(path) || names.Find(Path("missing")));
+}
+
+TEST_P(PlatformTest, MarksATemporaryFileAndNothingElse) {
+  const std::wstring path = Wide(Make(Path("marked")));
+  SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
+  for (const bool temporary : {true, false}) {
+    EXPECT_TRUE(names.SetTemporary(Path("marked"), temporary));
+    // Wine does not keep the mark itself.
+    EXPECT_EQ(GetFileAttributesW(path.c_str()) & ~DWORD{FILE_ATTRIBUTE_TEMPORARY},
+              FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
+  }
+}
+
+TEST_P(PlatformTest, ReadsTextsOfTheRegistryWhole) {
+  constexpr wchar_t kKey[] = L"Software\\κάμερα 録画";
+  constexpr wchar_t kText[] = L"C:\\κάμερα\0録画";
+  ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"名", REG_SZ, kText, sizeof kText), 0);
+  const auto read = [&](const char* name) {
+    return windows.bundle().registry.Query(RegistryRoot::kCurrentUser, Utf8(kKey), name);
+  };
+  EXPECT_EQ(read("名").value_or(RegistryValue()).data,
+            Utf8({kText, sizeof kText / sizeof(wchar_t)}));
+  EXPECT_FALSE(read("other"));
+  RegDeleteKeyW(HKEY_CURRENT_USER, kKey);
+}
+
+TEST_P(PlatformTest, LoadsNoLibraryBesideTheProgram) {
+  const std::string beside = windows.bundle().programFolder + "\\Trimbrook.test.dll";
+  ASSERT_TRUE(CopyFileW(L"C:\\windows\\system32\\winmm.dll", Wide(beside).c_str(), FALSE));
+  EXPECT_EQ(LoadLibraryW(L"Trimbrook.test.dll"), nullptr);
+  names.Remove(beside);
+  EXPECT_NE(desktop.MediaCommand("open nothing"), 0u);
+  wchar_t winmm[MAX_PATH] = {};
+  GetModuleFileNameW(GetModuleHandleW(L"winmm.dll"), winmm, MAX_PATH);
+  EXPECT_EQ(_wcsicmp(winmm, L"C:\\windows\\system32\\winmm.dll"), 0) << Utf8(winmm);
+}
+
+TEST_P(PlatformTest, ClearsFoldersWithReadOnlyFiles) {
+  drives.MakeFolder(Path("sub"));
+  for (const char* name : {"top.txt", "sub\\below"})
+    SetFileAttributesW(Wide(Make(Path(name))).c_str(), FILE_ATTRIBUTE_READONLY);
+  EXPECT_TRUE(drives.RemoveFilesIn(world->folder()));
+  EXPECT_EQ(drives.FilesBelow(world->folder()), std::vector<std::string>{Path("sub\\below")});
+  EXPECT_TRUE(drives.RemoveFolder(Path("sub")));
+}
+
+TEST_P(PlatformTest, NeverDeletesWhatALinkLeadsTo) {
+  ASSERT_TRUE(drives.HasFile("E:\\first") && drives.HasFile("E:\\Links\\second"));
+  EXPECT_TRUE(drives.RemoveFilesIn("E:\\"));
+  EXPECT_TRUE(drives.RemoveFilesIn("E:\\Links"));
+  drives.RemoveFolder("E:\\Links");
+  EXPECT_FALSE(drives.HasFile("E:\\first") || drives.HasFile("E:\\Links\\second"));
+  EXPECT_TRUE(drives.HasFile("D:\\first") && drives.HasFile("D:\\second"));
+}
+
+TEST_P(PlatformTest, WritesDatesAsTheUserDoesAndReadsThemBack) {
+  const struct {
+    Date date;
+    const char* text;
+  } cases[] = {
+      {21916.0, "1/1/1960 12:00:00 AM"},
+      {37652.0 + 54245.0 / 86400, "1/31/2003 3:04:05 PM"},
+      {0.25, "12/30/1899 6:00:00 AM"},
+      // Before day 0, where the system's own scale runs the other way within each day.
+      {-0.75, "12/29/1899 6:00:00 AM"},
+      {-365.5, "12/29/1898 12:00:00 PM"},
+  };
+  for (const auto& [date, text] : cases) {
+    EXPECT_EQ(dates.Format(date), text);
+    // Once by what has just been written, and once without.
+    EXPECT_NEAR(dates.Parse(text).value_or(1), date, 0.1 / 86400) << text;
+    EXPECT_NEAR(platform::WindowsDateText().Parse(text).value_or(1), date, 0.1 / 86400) << text;
+  }
+}
+
+TEST_P(PlatformTest, ReadsADateJustWrittenAsItsTextShowsIt) {
+  wchar_t usual[80] = {};
+  GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, usual, 80);
+  for (const wchar_t* format : {L"h:mm:ss tt", L"h:mm:ss", L"HH:mm", L"HH:mm:ss"}) {
+    SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, format);
+    for (const double hour : {0.0, 9.5125, 12.0, 23.9997}) {
+      const std::string text = dates.Format(37652 + hour / 24);
+      const std::optional<Date> read = platform::WindowsDateText().Parse(text);
+      ASSERT_TRUE(read) << text;
+      EXPECT_NEAR(dates.Parse(text).value_or(0), *read, 0.1 / 86400) << text;
+    }
+  }
+  SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, usual);
+}
+
+TEST_P(PlatformTest, RefusesWhatIsNoDate) {
+  EXPECT_EQ(dates.Format(1e300), "");
+  EXPECT_EQ(dates.Format(-1e300), "");
+  EXPECT_EQ(dates.Format(std::numeric_limits<double>::quiet_NaN()), "");
+  EXPECT_EQ(dates.Parse("yesterday"), std::nullopt);
+}
+
+TEST_P(PlatformTest, TellsWindowsApartByEveryCharacterOfTheirTitles) {
+  const std::string title = "Drag   Test";
+  const char* const similar[] = {"DRAG   TEST", "Drag  Test", "Drag   Test "};
+  for (const char* other : similar)
+    CreateWindowExA(0, "STATIC", other, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+  EXPECT_EQ(desktop.WindowTitled(title), WindowHandle::kNone);
+  EXPECT_FALSE(desktop.ActivateTitled(title));
+  const HWND exact = CreateWindowExA(0, "STATIC", title.c_str(), WS_POPUP, 0, 0, 1, 1, nullptr,
+                                     nullptr, nullptr, nullptr);
+  CreateWindowExA(0, "STATIC", "drag   test", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
+                  nullptr);
+  EXPECT_EQ(desktop.WindowTitled(title), WindowHandle(reinterpret_cast<UINT_PTR>(exact)));
 }
 
 const auto kWorlds = testing::Values(

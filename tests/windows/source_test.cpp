@@ -1,11 +1,8 @@
 #include <gmock/gmock.h>
 
-#include <numeric>
-
 #include "driver/await.h"
 #include "driver/files.h"
 #include "driver/input.h"
-#include "driver/recording.h"
 #include "driver/trimbrook.h"
 #include "resources/version.h"
 
@@ -14,21 +11,12 @@ namespace {
 
 using testing::ElementsAre;
 
-std::vector<int> CamerasUpTo(int last) {
-  std::vector<int> cameras(static_cast<std::size_t>(last));
-  std::iota(cameras.begin(), cameras.end(), 1);
-  return cameras;
-}
-
-/// Numbers of the cameras whose boxes are shown.
-std::vector<int> ShownCameras(const Trimbrook& program) {
-  std::vector<int> cameras;
+/// The boxes of the first cameras are shown, with their numbers, and no others.
+void ExpectCameras(const Trimbrook& program, int last) {
   for (int camera = 1; camera <= 32; ++camera) {
-    const bool shown = program.At(IDC_frmTrimbrook_Check1, camera - 1).IsShown();
-    EXPECT_EQ(program.At(IDC_frmTrimbrook_Label5, camera).IsShown(), shown) << camera;
-    if (shown) cameras.push_back(camera);
+    EXPECT_EQ(program.At(IDC_frmTrimbrook_Check1, camera - 1).IsShown(), camera <= last) << camera;
+    EXPECT_EQ(program.At(IDC_frmTrimbrook_Label5, camera).IsShown(), camera <= last) << camera;
   }
-  return cameras;
 }
 
 TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
@@ -37,7 +25,7 @@ TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Command7).IsShown());
   AwaitFocus(program.main(), program.At(IDC_frmTrimbrook_Command1));
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider1).IsEnabled());
-  EXPECT_EQ(ShownCameras(program), CamerasUpTo(16));
+  ExpectCameras(program, 16);
   for (int camera = 1; camera <= 32; ++camera)
     EXPECT_TRUE(program.At(IDC_frmTrimbrook_Check1, camera - 1).IsTicked());
   program.At(IDC_frmTrimbrook_CheckCTRS).Click();
@@ -49,20 +37,29 @@ TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
   EXPECT_EQ(program.AwaitEnd(), 0u);
 }
 
-TEST(Source, ShowsItsRangeAndSize) {
+TEST(Source, ShowsItsRangeAndSizeUntilTheDialogClosesIt) {
   const Trimbrook program;
-  const std::string path = Recording("day.60D");
-  program.OpenSource(path);
-  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text2), RangeText(path, 1, 3));
-  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text5), RangeText(path, 1, 3));
-  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text3), "6");
-  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text4), "6");
+  program.OpenSource(Recording("day.60D"));
+  for (const int box : {IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text5})
+    EXPECT_EQ(program.Text(box), "1/31/2003 3:04:05 PM----1/31/2003 3:08:26 PM");
+  for (const int box : {IDC_frmTrimbrook_Text3, IDC_frmTrimbrook_Text4})
+    EXPECT_EQ(program.Text(box), "6");
   EXPECT_EQ(program.First(), 1);
   EXPECT_EQ(program.Last(), 3);
   EXPECT_EQ(program.At(IDC_frmTrimbrook_Slider1).Ask(TBM_GETRANGEMAX), 3);
   EXPECT_TRUE(program.At(IDC_frmTrimbrook_Slider2).IsEnabled());
   EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 3));
   AwaitFocus(program.main(), program.At(IDC_frmTrimbrook_Command2));
+
+  program.ChooseTarget(InWork("cancelled.60D"));
+  program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
+  program.AwaitFileDialog("Select Source File").Cancel();
+  program.Settle();
+  for (const int box : {IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text3,
+                        IDC_frmTrimbrook_Text6, IDC_frmTrimbrook_Text7})
+    EXPECT_EQ(program.Text(box), "");
+  for (const int slider : {IDC_frmTrimbrook_Slider1, IDC_frmTrimbrook_Slider2})
+    EXPECT_FALSE(program.At(slider).IsEnabled());
 }
 
 TEST(Source, DialogOffersBothKindsInTheProgramsFolderTheOneUsedLastFirst) {
@@ -156,36 +153,19 @@ TEST_F(LongSource, KeepsItsCamerasWhenTheirCheckIsStoppedOrFails) {
   MoveFileA((path_ + " moved").c_str(), path_.c_str());
 }
 
-TEST(Source, RefusesWhatIsNoRecording) {
-  MakeFile(InWork("one block.60D"), kBlock);
-  MakeFile(InWork("a byte more.60D"), 2 * kBlock + 1);
-  CopyTo(Recording("day.60D"), InWork("wrong kind.20D"));
-
+TEST(Source, WantsTwoWholeBlocks) {
+  const std::string path = InWork("blocks.60d");
   const Trimbrook program;
-  for (const char* name : {"one block.60D", "a byte more.60D", "wrong kind.20D"}) {
-    program.AnswerSourceDialog(InWork(name));
-    EXPECT_EQ(program.AnswerMessage(), Refusal(kInvalidSource)) << name;
+  for (const std::uint64_t size : {kBlock, 2 * kBlock + 1}) {
+    MakeFile(path, size);
+    program.AnswerSourceDialog(path);
+    EXPECT_EQ(program.AnswerMessage(), Refusal(kInvalidSource)) << size;
     program.Settle();
-    EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text1), "") << name;
+    EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text1), "");
   }
-  MakeFile(InWork("two blocks.60d"), 2 * kBlock);
-  program.OpenSource(InWork("two blocks.60d"));
-  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text3), "4");
+  Resize(path, 2 * kBlock);
+  program.OpenSource(path);
   EXPECT_TRUE(program.EnabledCameras().empty());
-}
-
-TEST(Source, CancellingTheDialogClosesTheOpenOne) {
-  const Trimbrook program;
-  program.OpenSource(Recording("day.60D"));
-  program.ChooseTarget(InWork("cancelled.60D"));
-  program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
-  program.AwaitFileDialog("Select Source File").Cancel();
-  program.Settle();
-  for (const int box : {IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text3,
-                        IDC_frmTrimbrook_Text6, IDC_frmTrimbrook_Text7})
-    EXPECT_EQ(program.Text(box), "");
-  EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider1).IsEnabled());
-  EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider2).IsEnabled());
 }
 
 TEST(Source, ShowsAsManyCamerasAsItHas) {
@@ -193,12 +173,12 @@ TEST(Source, ShowsAsManyCamerasAsItHas) {
   const auto frame = [&] { return program.At(IDC_frmTrimbrook_Frame7).Place(); };
   const RECT narrow = frame();
   program.OpenSource(Recording("cameras32.60D"));
-  EXPECT_EQ(ShownCameras(program), CamerasUpTo(32));
+  ExpectCameras(program, 32);
   EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 17, 32));
   EXPECT_GT(frame().right - frame().left, narrow.right - narrow.left);
 
   program.OpenSource(Recording("pictures.20d"));
-  EXPECT_EQ(ShownCameras(program), CamerasUpTo(16));
+  ExpectCameras(program, 16);
   EXPECT_EQ(frame().left, narrow.left);
 }
 

@@ -36,6 +36,7 @@ TEST_F(Target, DialogOffersTheSourcesKindOnly) {
   }
 }
 
+// Without a choice there is no target, but the last one's space is still shown.
 TEST_F(Target, NameEndsInTheSourcesKind) {
   program_.OpenSource(Recording("day.60D"));
   for (const auto& [typed, chosen] : {std::pair("plain", "plain.60D"),
@@ -45,29 +46,20 @@ TEST_F(Target, NameEndsInTheSourcesKind) {
     OpenDialog().Accept(InWork(typed));
     Await(chosen, [&] { return program_.Text(IDC_frmTrimbrook_Text6) == InWork(chosen); });
   }
-}
-
-TEST_F(Target, CancellingLeavesNoTargetAndTheLastSpace) {
-  program_.OpenSource(Recording("day.60D"));
-  program_.ChooseTarget(InWork("chosen.60D"));
+  program_.Settle();
   const std::string space = program_.Text(IDC_frmTrimbrook_Text7);
   EXPECT_GT(std::stol(space), 0);
   EXPECT_EQ(space.find_first_not_of("0123456789"), std::string::npos);
-  OpenDialog().Cancel();
-  program_.Settle();
-  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text6), "");
-  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), space);
-}
 
-TEST_F(Target, AnExistingFileIsAskedAboutAndKeptOnNo) {
   MakeFile(InWork("old.60D"), 7);
-  program_.OpenSource(Recording("day.60D"));
   OpenDialog().Accept(InWork("old"));
   program_.AnswerMessage(IDNO);
   const FileDialog again = program_.AwaitFileDialog("Save New File");
   EXPECT_EQ(again.Name(), "old.60D");
   again.Cancel();
+  program_.Settle();
   EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text6), "");
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), space);
   EXPECT_EQ(Read(InWork("old.60D")).size(), 7u);
 }
 
@@ -84,58 +76,43 @@ TEST_F(Target, SaveIsRefusedUntilAllIsChosen) {
 
 TEST_F(Target, TheSpaceCheckFollowsTheRange) {
   if (!FileExists("F:\\")) GTEST_SKIP() << "no small disk: mounting one takes root";
-  program_.OpenSource(Recording("day.60D"));
-  program_.ChooseTarget("F:\\too large.60D");
+  program_.Prepare(Recording("day.60D"), "F:\\too large.60D");
   EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), "4");
   EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoSpace));
   program_.ChooseBlocks(2, 3);
   Append("F:\\filling.bin", std::string(1 << 20, 'x'));
   EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoSpace));
   DeleteFileA("F:\\filling.bin");
-  program_.Save();
-  program_.LeaveSave();
+  program_.SaveAndLeave();
   EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), "0");
   EXPECT_TRUE(HoldsBlocks("F:\\too large.60D", Recording("day.60D"), 2, 3));
 }
 
-TEST_F(Target, AvailabilityIsThatOfTheRange) {
-  CopyTo(Recording("day.60D"), InWork("sparse cameras.60D"));
-  for (int block = 0; block < 3; ++block)  // One more camera in each block: 1; 1, 2; 1, 2, 3.
-    Patch(InWork("sparse cameras.60D"), block * kBlock + 0x1FFC00 + 18,
-          {'\0', static_cast<char>((2 << block) - 1)});
-  program_.OpenSource(InWork("sparse cameras.60D"));
-  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
+TEST_F(Target, CamerasAreThoseOfTheRangeThatWasLookedAtLast) {
+  const std::string source = InWork("late camera.60D");
+  const std::string target = InWork("late camera saved.60D");
+  CopyTo(Recording("day.60D"), source);
+  for (int block = 0; block < 2; ++block)  // Camera 3 is in the last block only.
+    Patch(source, block * kBlock + 0x1FFC00 + 19, "\x03");
+  program_.Prepare(source, target);
   program_.ChooseBlocks(1, 2);
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
   PressUntil("availability", program_.main(), {VK_F5}, [&] {
     return program_.EnabledCameras() == std::vector{1, 2};
   });
-  EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Check1, 2).IsTicked());
-}
 
-TEST_F(Target, SaveLooksForCamerasWhereNobodyHasLooked) {
-  const std::string source = InWork("late camera.60D");
-  CopyTo(Recording("day.60D"), source);
-  for (int block = 0; block < 2; ++block)  // Camera 3 is in the last block only.
-    Patch(source, block * kBlock + 0x1FFC00 + 19, "\x03");
-  program_.OpenSource(source);
-  program_.ChooseTarget(InWork("late camera saved.60D"));
-  program_.ChooseBlocks(1, 2);
-  program_.At(IDC_frmTrimbrook_Command8).Click();
+  // Who saves has it looked at again where nobody has.
   program_.ChooseCameras({});
   program_.ChooseBlocks(1, 3);
   program_.PressSaveToCd();
   EXPECT_EQ(program_.AnswerMessage().text,
             "No CDRom was detected on your computer, the wizard will not continue!");
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
-
-  program_.At(IDC_frmTrimbrook_Slider2).Press(VK_LEFT);
+  program_.ChooseBlocks(1, 2);
   program_.At(IDC_frmTrimbrook_Command8).Click();
-  program_.At(IDC_frmTrimbrook_Slider2).Press(VK_RIGHT);
-  program_.Save();  // Camera 3 has kept its tick and is there again.
-  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
-  program_.LeaveSave();
-  CheckLater({"--compare", source, "--cameras", "3", InWork("late camera saved.60D")});
+  program_.ChooseBlocks(1, 3);
+  program_.SaveAndLeave();  // Camera 3 has kept its tick and is there again.
+  CheckLater({"--compare", source, "--cameras", "3", target});
 }
 
 }  // namespace

@@ -10,19 +10,24 @@ namespace {
 
 using testing::IsEmpty;
 
-const Message kNotReady = Refusal("Disk not ready! Do you want to try again?");
 const Message kFormat = Refusal("Do you want to format this CD?");
-const Message kGivenUp = Refusal("The wizard will not continue.");
 
-TEST_F(Wizard, WritesBlocksThroughDirectCd) {
+TEST_F(Wizard, WritesBlocksThroughDirectCdAndIsNotClosedMeanwhile) {
   Register(kDirectCd);
-  Open(Recording("day.60D"));
-  program_.ChooseBlocks(2, 3);
+  program_.OpenSource(Recording("long.60D"));
+  program_.ChooseBlocks(2, kLongBlocks);
   GoToNamePage("  part  ");
   EXPECT_EQ(At(IDC_frmSaveToCD_Combo1).Text(), "E:");
-  Press(kCopy);
+  {
+    const auto pause = CatchCopy();
+    window_->Close();
+    PostMessageW(window_->handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    PostMessageW(window_->handle(), WM_COMMAND, IDCANCEL, 0);
+  }
+  EXPECT_FALSE(window_->Ask(WM_QUERYENDSESSION)) << "a shutdown waits";
   AwaitPage(kEjectPage);
-  EXPECT_TRUE(HoldsBlocks("E:\\part.60D", Recording("day.60D"), 2, 3));
+  EXPECT_TRUE(window_->Ask(WM_QUERYENDSESSION));
+  EXPECT_TRUE(HoldsBlocks("E:\\part.60D", Recording("long.60D"), 2, kLongBlocks));
   AwaitFocus(*window_, PageButton(kEject));
   Press(kEject);
   AwaitPage(kDonePage);
@@ -32,14 +37,14 @@ TEST_F(Wizard, WritesBlocksThroughDirectCd) {
   AwaitPage(kDonePage);
   PageButton(kFinish).PressAndGoOn(VK_RETURN);
   ExpectWizardGone();
-  EXPECT_EQ(Read(InWork("DirectCD.log")), "started\r\n");
+  EXPECT_EQ(Read(InWork("DirectCD.log")).find("Alt"), std::string::npos) << "gets no keys";
 }
 
 // The buttons of consecutive pages stand in the same place, and a question opens under the key.
 TEST_F(Wizard, APressTurnsOnePage) {
   Register(kDirectCd);
   Register(kDragToDisc);
-  Open(Recording("day.60D"));
+  program_.OpenSource(Recording("day.60D"));
   OpenWizard();
   BringToFront(*window_);
   DoubleClickOn(PageButton(kStart));
@@ -81,6 +86,20 @@ std::uint64_t WrittenAt(const std::string& path) {
          about.ftLastWriteTime.dwLowDateTime;
 }
 
+/// Whether Drag-to-Disc notes the keys for formatting within a moment. One may be lost while the
+/// window in front changes.
+bool HasGotKeys() {
+  constexpr int kPolls = 1'000;
+  for (int polls = 0; polls < kPolls; ++polls, Sleep(2)) {
+    const std::string log = Read(InWork("DrgToDsc.log"));
+    int lost = 0;
+    for (const char* key : {"Alt+K\r\n", "Alt+F\r\n", "Alt+O\r\n"})
+      lost += log.find(key) == std::string::npos ? 1 : 0;
+    if (lost <= 1) return true;
+  }
+  return false;
+}
+
 TEST_F(Wizard, WritesCamerasAndPlayerThroughDragToDisc) {
   Register(kDirectCd);
   Register(kDragToDisc);
@@ -89,7 +108,8 @@ TEST_F(Wizard, WritesCamerasAndPlayerThroughDragToDisc) {
   MakeFile("E:\\left over.txt", 1);
   const Program dragToDisc(InWork("DrgToDsc.exe"));
   AwaitBurner(kDragToDisc);
-  Open(Recording("day.60D"), {2});
+  program_.OpenSource(Recording("day.60D"));
+  program_.ChooseCameras({2});
   program_.ChooseTarget(InWork("from main window.60D"));
   OpenWizard();
   Press(kStart);
@@ -100,7 +120,7 @@ TEST_F(Wizard, WritesCamerasAndPlayerThroughDragToDisc) {
     Press(kChooseDrive);
     EXPECT_EQ(program_.AnswerMessage(IDYES), kFormat);
     AwaitPage(kNamePage);
-    if (HasGotKeys(kDragToDisc, {"Alt+K", "Alt+F", "Alt+O"})) break;
+    if (HasGotKeys()) break;
   }
   EXPECT_EQ(At(IDC_frmSaveToCD_Text1).Text(), "from main window.60D");
   At(IDC_frmSaveToCD_Check1).Tick(true);
@@ -124,35 +144,16 @@ TEST_F(Wizard, WritesCamerasAndPlayerThroughDragToDisc) {
   ExpectWizardGone();
 }
 
-// The recording lies in the root of a disc that would be cleared for the player.
-TEST_F(Wizard, LeavesADiscThatHoldsItsSource) {
-  Register(kDirectCd);
-  InstallPlayer();
-  CopyTo(Recording("day.60D"), "E:\\day.60D");
-  for (const char* file : {"E:\\Tessaview Notes.txt", "E:\\other.txt"}) MakeFile(file, 1);
-  const auto before = FilesLike("E:\\*");
-  Open("E:\\day.60D");
-  GoToNamePage("part");
-  At(IDC_frmSaveToCD_Check1).Tick(true);
-  Press(kCopy);
-  EXPECT_EQ(program_.AnswerMessage(IDNO), kNotReady);
-  EXPECT_EQ(FilesLike("E:\\*"), before);
-  EXPECT_EQ(program_.AnswerMessage(), kGivenUp);
-  ExpectWizardGone();
-}
-
-TEST_F(Wizard, AsksForASourceAndForCameras) {
-  AskForWizard();
+TEST_F(Wizard, AsksForWhatItNeeds) {
+  program_.PressSaveToCd();
   EXPECT_EQ(program_.AnswerMessage(), Refusal(kNoSource));
-  Open(Recording("day.60D"));
+  program_.OpenSource(Recording("day.60D"));
   program_.At(IDC_frmTrimbrook_cmdClear).Click();
-  AskForWizard();
+  program_.PressSaveToCd();
   EXPECT_EQ(program_.AnswerMessage(), Refusal("Please select at least one camera!"));
-}
 
-TEST_F(Wizard, AsksForANameThatWindowsTakes) {
+  program_.At(IDC_frmTrimbrook_cmdSet).Click();
   Register(kDirectCd);
-  Open(Recording("day.60D"));
   GoToNamePage(" cam 1? ");
   Press(kCopy);
   EXPECT_EQ(program_.AnswerMessage(), Refusal("You must input a file name!"));
@@ -161,29 +162,11 @@ TEST_F(Wizard, AsksForANameThatWindowsTakes) {
   ExpectWizardGone();
 }
 
-TEST_F(Wizard, IsNotClosedWhileItCopies) {
-  Register(kDirectCd);
-  Open(Recording("long.60D"));
-  GoToNamePage("long");
-  {
-    const auto pause = CatchCopy();
-    window_->Close();
-    PostMessageW(window_->handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
-    PostMessageW(window_->handle(), WM_COMMAND, IDCANCEL, 0);
-  }
-  EXPECT_FALSE(window_->Ask(WM_QUERYENDSESSION)) << "a shutdown waits";
-  AwaitPage(kEjectPage);
-  EXPECT_TRUE(window_->Ask(WM_QUERYENDSESSION));
-  EXPECT_TRUE(HoldsBlocks("E:\\long.60D", Recording("long.60D"), 1, kLongBlocks));
-  window_->Close();
-  ExpectWizardGone();
-}
-
 TEST_F(Wizard, LeavesNoHalfFileWhenTheSessionEnds) {
   Register(kDirectCd);
   const std::string recording = InWork("shrinking.60D");
   CopyTo(Recording("day.60D"), recording);
-  Open(recording);
+  program_.OpenSource(recording);
   Resize(recording, 2 * kBlock + 1);
   GoToNamePage("half");
   Press(kCopy);
@@ -199,8 +182,8 @@ TEST_F(Wizard, LeavesNoHalfFileWhenTheSessionEnds) {
 class WizardDrives : public Wizard {};
 
 TEST_F(WizardDrives, Four) {
-  Open(Recording("day.60D"));
-  AskForWizard();
+  program_.OpenSource(Recording("day.60D"));
+  program_.PressSaveToCd();
   EXPECT_EQ(program_.AnswerMessage(), (Message{"Trimbrook", "Subscript out of range"}));
   ExpectWizardGone();
 }

@@ -4,29 +4,32 @@
 #include <optional>
 #include <random>
 
-#include "attacks/windows/holdings.h"
-#include "attacks/windows/rounds.h"
 #include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 #include "tests/support/figure.h"
+#include "tests/windows/holdings.h"
+#include "tests/windows/rounds.h"
 
 namespace driver {
 namespace {
 
 bool IsForm(const Window& window) {
-  return window.ClassName().rfind("frm", 0) == 0;
+  return window.ClassName().starts_with("frm");
 }
 
 bool IsDialog(const Window& window) {
   return window.ClassName() == "#32770";
 }
 
+void Press(const Window& window, int button) {
+  if (const HWND handle = GetDlgItem(window.handle(), button)) PostMessageW(handle, BM_CLICK, 0, 0);
+}
+
 /// Does anything that a user can do, in an order that a seed settles.
 class RestlessUser {
  public:
   explicit RestlessUser(unsigned seed) : random_(seed) {
-    MakeFile(InWork("empty.60D"), 0);
     MakeFile(InWork("short.60D"), 700);
     MakeFile(InWork("zeros.60D"), 3 * kBlock);
     CopyTo(Recording("pictures.20d"), InWork("wrong kind.60D"));
@@ -38,19 +41,22 @@ class RestlessUser {
   void Act() {
     const Window front = Front();
     last_ = front.Text();
+    const bool isMain = front.handle() == program_->main().handle();
     const bool accepts = FileDialog::Is(front) && !Chance(20);
     if (accepts)
       AcceptFile(front);
     else if (FileDialog::Is(front))
       Press(front, IDCANCEL);
-    else if (IsDialog(front))
+    else if (isMain && Chance(15))
+      program_->At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
+    else if (isMain && Chance(4))
+      program_->PressSaveToCd();
+    else if (IsDialog(front) || Chance(25))
       PressAnyButton(front);
-    else if (Chance(15) && front.ClassName() == program_->main().ClassName())
-      AskForSource();
-    else if (Chance(4) && front.ClassName() == program_->main().ClassName())
-      AskForWizard();
+    else if (!isMain && Chance(8))
+      front.Close();
     else
-      Use(front);
+      UseAnyControl(front);
     AwaitHandled();
     if (accepts && !front.Exists()) ++accepted_;
   }
@@ -60,7 +66,8 @@ class RestlessUser {
     Await("rest", [this] {
       const Window front = Front();
       if (front.handle() == program_->main().handle()) return true;
-      Leave(front);
+      if (IsForm(front)) front.Close();
+      for (const int button : {IDNO, IDCANCEL, IDOK}) Press(front, button);
       AwaitHandled();
       return false;
     });
@@ -75,29 +82,32 @@ class RestlessUser {
   /// Whether the program holds no more than it did after its first third.
   void ExpectNoMoreHeld() const {
     if (held_.size() < 2) return;
-    const Holdings& early = held_[held_.size() / 3];
-    const Holdings& late = held_.back();
     constexpr int kFewMore = 24;
     constexpr int kMoreKilobytes = 4096;
-    EXPECT_LE(late.handles, early.handles + kFewMore);
-    EXPECT_LE(late.drawing, early.drawing + kFewMore);
-    EXPECT_LE(late.windows, early.windows + kFewMore);
-    EXPECT_LE(late.kilobytes, early.kilobytes + kMoreKilobytes);
-    PrintFigure(late.handles - early.handles, "more handles");
-    PrintFigure(late.drawing - early.drawing, "more drawing objects");
-    PrintFigure(late.windows - early.windows, "more windows");
-    PrintFigure(late.kilobytes - early.kilobytes, "more KB");
+    const Holdings& early = held_[held_.size() / 3];
+    const Holdings& late = held_.back();
+    const struct {
+      const char* what;
+      std::int64_t more, most;
+    } figures[] = {{"more handles", late.handles - early.handles, kFewMore},
+                   {"more drawing objects", late.drawing - early.drawing, kFewMore},
+                   {"more windows", late.windows - early.windows, kFewMore},
+                   {"more KB", late.kilobytes - early.kilobytes, kMoreKilobytes}};
+    for (const auto& [what, more, most] : figures) {
+      EXPECT_LE(more, most) << what;
+      PrintFigure(more, what);
+    }
   }
 
  private:
   int Any(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
   bool Chance(int percent) { return Any(100) < percent; }
-  template <typename T, std::size_t N>
-  T AnyOf(const T (&items)[N]) {
-    return items[Any(N)];
+  template <typename List>
+  auto AnyOf(const List& items) {
+    return items[static_cast<std::size_t>(Any(static_cast<int>(std::size(items))))];
   }
 
-  /// Starts the program again when it was left by its "Exit", and raises when it crashed.
+  /// Starts the program again when it has ended without a fault, and raises when it crashed.
   void RequireLife() {
     if (program_->Runs()) return;
     const DWORD code = program_->AwaitEnd();
@@ -108,8 +118,7 @@ class RestlessUser {
     accepted_ = 0;
   }
 
-  /// Waits until all that was posted has been handled. A user can do nothing in a window beneath
-  /// another one.
+  /// A user can do nothing in a window beneath another one.
   void AwaitHandled() {
     RequireLife();
     program_->Settle();
@@ -128,11 +137,11 @@ class RestlessUser {
   }
 
   void AcceptFile(const Window& window) {
-    const std::string sources[] = {
-        Recording("day.60D"),      Recording("noon.60D"), Recording("cameras32.60D"),
-        Recording("pictures.20d"), Recording("long.60D"), InWork("empty.60D"),
-        InWork("short.60D"),       InWork("zeros.60D"),   InWork("wrong kind.60D"),
-        InWork("cut.60D"),         InWork("no such.60D"), "C:\\work"};
+    const std::string sources[] = {Recording("day.60D"),       Recording("noon.60D"),
+                                   Recording("cameras32.60D"), Recording("long.60D"),
+                                   InWork("short.60D"),        InWork("zeros.60D"),
+                                   InWork("cut.60D"),          InWork("no such.60D"),
+                                   InWork("wrong kind.60D"),   "C:\\work"};
     const std::string targets[] = {InWork("restless.60D"), InWork("restless.20D"),
                                    InWork("cut.60D"), "C:\\no such\\folder.60D", "F:\\a.60D"};
     const bool forTarget = window.Text() == "Save New File";
@@ -143,91 +152,55 @@ class RestlessUser {
     }
   }
 
-  void Press(const Window& window, int button) {
-    if (const HWND handle = GetDlgItem(window.handle(), button))
-      PostMessageW(handle, BM_CLICK, 0, 0);
-  }
-
-  std::vector<Window> Usable(const Window& window) {
+  std::vector<Window> Usable(const Window& window, const std::string& className = "") {
     std::vector<Window> usable = window.Controls();
-    std::erase_if(usable, [](const Window& control) {
+    std::erase_if(usable, [&](const Window& control) {
       return !control.IsShown() || !control.IsEnabled() ||
-             GetDlgCtrlID(control.handle()) == IDC_frmTrimbrook_Command4;  // Ends the program.
+             GetDlgCtrlID(control.handle()) == IDC_frmTrimbrook_Command4 ||  // Ends the program.
+             (!className.empty() && control.ClassName() != className);
     });
     return usable;
   }
 
   void PressAnyButton(const Window& window) {
-    std::vector<Window> buttons = Usable(window);
-    std::erase_if(buttons, [](const Window& control) { return control.ClassName() != "Button"; });
-    if (buttons.empty()) return;
-    PostMessageW(buttons[Any(static_cast<int>(buttons.size()))].handle(), BM_CLICK, 0, 0);
+    const std::vector<Window> buttons = Usable(window, "Button");
+    if (!buttons.empty()) PostMessageW(AnyOf(buttons).handle(), BM_CLICK, 0, 0);
   }
 
-  void AskForSource() { program_->At(IDC_frmTrimbrook_Command1).ClickAndGoOn(); }
-
-  /// Its button is hidden.
-  void AskForWizard() {
-    PostMessageW(program_->main().handle(), WM_COMMAND,
-                 MAKEWPARAM(IDC_frmTrimbrook_Command7, BN_CLICKED),
-                 reinterpret_cast<LPARAM>(program_->At(IDC_frmTrimbrook_Command7).handle()));
-  }
-
-  void Use(const Window& form) {
+  /// Clicks, types or presses keys in a control.
+  void UseAnyControl(const Window& form) {
     const std::vector<Window> usable = Usable(form);
     if (usable.empty()) return;
-    const Window control = usable[Any(static_cast<int>(usable.size()))];
-    const int action = Any(4);
-    last_ = form.ClassName() + " " + std::to_string(GetDlgCtrlID(control.handle())) + " action " +
-            std::to_string(action);
-    switch (action) {
-      case 0:
-        return ClickInto(control);
-      case 1:
-        return TypeInto(control);
-      case 2:
-        return PressAnyButton(form);
-      default:
-        if (form.handle() != program_->main().handle() && Chance(30)) return form.Close();
-        return PressKeyIn(control);
-    }
+    const HWND control = AnyOf(usable).handle();
+    last_ = form.ClassName() + " " + std::to_string(GetDlgCtrlID(control));
+    const int way = Any(3);
+    if (way == 0) return ClickInto(control);
+    for (int count = Any(4); count >= 0; --count)
+      way == 1 ? TypeInto(control) : PressKeyIn(control);
   }
 
-  void ClickInto(const Window& control) {
+  void ClickInto(HWND control) {
     RECT area = {};
-    GetClientRect(control.handle(), &area);
+    GetClientRect(control, &area);
     const LPARAM point =
         MAKELPARAM(Any(static_cast<int>(area.right) + 1), Any(static_cast<int>(area.bottom) + 1));
-    PostMessageW(control.handle(), WM_LBUTTONDOWN, MK_LBUTTON, point);
-    PostMessageW(control.handle(), WM_LBUTTONUP, 0, point);
+    PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PostMessageW(control, WM_LBUTTONUP, 0, point);
   }
 
-  void TypeInto(const Window& control) {
-    for (int count = Any(4); count >= 0; --count)
-      PostMessageW(control.handle(), WM_CHAR, static_cast<WPARAM>("0123456789aZ\b\xE9"[Any(14)]),
-                   0);
-  }
+  void TypeInto(HWND control) { PostMessageW(control, WM_CHAR, AnyOf(L"0123456789aZ\b\xE9"), 0); }
 
-  void PressKeyIn(const Window& control) {
+  void PressKeyIn(HWND control) {
     const WORD keys[] = {VK_LEFT,  VK_RIGHT, VK_UP,    VK_DOWN,   VK_HOME, VK_END,
                          VK_PRIOR, VK_NEXT,  VK_SPACE, VK_RETURN, VK_TAB,  VK_ESCAPE};
-    for (int count = Any(4); count >= 0; --count) {
-      const WORD key = AnyOf(keys);
-      PostMessageW(control.handle(), WM_KEYDOWN, key, 0);
-      PostMessageW(control.handle(), WM_KEYUP, key, 0);
-    }
-  }
-
-  void Leave(const Window& window) {
-    if (IsForm(window)) return window.Close();
-    for (const int button : {IDNO, IDCANCEL, IDOK}) Press(window, button);
+    const WORD key = AnyOf(keys);
+    PostMessageW(control, WM_KEYDOWN, key, 0);
+    PostMessageW(control, WM_KEYUP, key, 0);
   }
 
   std::vector<Holdings> held_;
-  /// File dialogs that have been answered with a file.
-  int accepted_ = 0;
-  /// What was done last.
-  std::string last_;
+  int accepted_ = 0;  ///< File dialogs that have been answered with a file.
+  std::string last_;  ///< What was done last.
   std::mt19937 random_;
   std::unique_ptr<Trimbrook> program_ = std::make_unique<Trimbrook>();
 };

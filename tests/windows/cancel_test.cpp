@@ -10,30 +10,24 @@ namespace {
 
 using testing::IsEmpty;
 
-const struct Way {
-  const char* name;
-  void (*cancel)(const Window& save);
-} kWays[] = {
-    {"Button", [](const Window& save) { save.Control(IDC_frmSaveFile_cmdCancel).ClickAndGoOn(); }},
-    {"TitleBar",
+/// What a user or the system does to a progress window that stands still, by name.
+const std::pair<const char*, void (*)(const Window& save)> kWays[] = {
+    {"button", [](const Window& save) { save.Control(IDC_frmSaveFile_cmdCancel).ClickAndGoOn(); }},
+    {"title bar",
      [](const Window& save) { PostMessageW(save.handle(), WM_SYSCOMMAND, SC_CLOSE, 0); }},
-    {"Escape",
+    {"Esc",
      [](const Window& save) { save.Control(IDC_frmSaveFile_cmdCancel).PressAndGoOn(VK_ESCAPE); }},
-    {"AltF4",
+    {"Alt+F4",
      [](const Window& save) {
        constexpr LPARAM kAltIsDown = 1 << 29;
        PostMessageW(save.handle(), WM_SYSKEYDOWN, VK_F4, kAltIsDown);
      }},
-    {"EndOfSession",
+    {"end of session",
      [](const Window& save) { SendNotifyMessageW(save.handle(), WM_ENDSESSION, TRUE, 0); }},
 };
 
 class Cancel : public testing::Test {
  protected:
-  void Prepare(const std::string& source) {
-    program_.OpenSource(Recording(source));
-    program_.ChooseTarget(target_);
-  }
   void AwaitCancelled() {
     program_.AwaitGone("frmSaveFile");
     Await("main window", [&] { return program_.main().IsEnabled(); });
@@ -45,27 +39,25 @@ class Cancel : public testing::Test {
 
 TEST_F(Cancel, InTheMidstLeavesNothing) {
   for (const bool someCameras : {false, true})
-    for (const Way& way : kWays) {
-      SCOPED_TRACE(way.name);
-      Prepare("long.60D");
+    for (const auto& [name, cancel] : kWays) {
+      SCOPED_TRACE(name);
+      program_.Prepare(Recording("long.60D"), target_);
       if (someCameras) program_.ChooseCameras({1});
       {
         const auto [save, pause] = program_.CatchSave();
         program_.main().Close();  // Takes no notice.
-        way.cancel(save);
+        cancel(save);
       }
       AwaitCancelled();
       EXPECT_FALSE(FileExists(target_));
       EXPECT_THAT(FilesLike(std::string(kProgramFolder) + "WAV*"), IsEmpty());
       PrintFigure(1, "saves cancelled");
-
-      Prepare("day.60D");
-      program_.ChooseCameras({1, 2, 3});
-      program_.ChooseBlocks(2, 3);
-      program_.Save();
-      program_.LeaveSave();
-      EXPECT_TRUE(HoldsBlocks(target_, Recording("day.60D"), 2, 3));
     }
+  // The next save starts anew.
+  program_.Prepare(Recording("day.60D"), target_);
+  program_.ChooseCameras({1, 2, 3});
+  program_.SaveAndLeave();
+  EXPECT_TRUE(HoldsBlocks(target_, Recording("day.60D"), 1, 3));
 }
 
 // On a busy machine the click may come too late.
@@ -73,7 +65,7 @@ TEST_F(Cancel, BeforeTheStartTouchesNothing) {
   std::size_t kept = 0;
   for (int attempt = 0; attempt < kAttempts && kept == 0; ++attempt) {
     MakeFile(target_, 7);
-    Prepare("long.60D");
+    program_.Prepare(Recording("long.60D"), target_);
     program_.StartSave().Control(IDC_frmSaveFile_cmdCancel).ClickAndGoOn();
     AwaitCancelled();
     if (FileExists(target_)) kept = Read(target_, 0, 8).size();

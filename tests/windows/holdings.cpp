@@ -1,4 +1,4 @@
-#include "attacks/windows/holdings.h"
+#include "tests/windows/holdings.h"
 
 #include <windows.h>
 
@@ -16,12 +16,6 @@ namespace {
 // Wine answers the usual functions for drawing objects with 0, and that for handles with the room
 // that they have, but fills the tables behind them.
 
-template <typename Function>
-Function SystemFunction(const char* name) {
-  return reinterpret_cast<Function>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("ntdll"), name)));
-}
-
 /// The list of all handles of the system: SystemExtendedHandleInformation.
 struct HandleList {
   static constexpr int kClass = 64;
@@ -37,11 +31,9 @@ struct HandleList {
 };
 
 std::int64_t Handles(DWORD process) {
-  const auto query =
-      SystemFunction<decltype(&NtQuerySystemInformation)>("NtQuerySystemInformation");
   const auto list = std::make_unique<HandleList>();
-  if (query(static_cast<SYSTEM_INFORMATION_CLASS>(HandleList::kClass), list.get(), sizeof *list,
-            nullptr) != 0)
+  if (NtQuerySystemInformation(static_cast<SYSTEM_INFORMATION_CLASS>(HandleList::kClass),
+                               list.get(), sizeof *list, nullptr) != 0)
     throw std::runtime_error("No list of handles");
   return std::count_if(list->entries, list->entries + list->count,
                        [process](const auto& entry) { return entry.process == process; });
@@ -57,10 +49,8 @@ struct DrawingObject {
 std::int64_t DrawingObjects(HANDLE process) {
   constexpr std::size_t kTableInProcessBlock = 0xF8;
   constexpr std::size_t kMost = 65536;
-  const auto query =
-      SystemFunction<decltype(&NtQueryInformationProcess)>("NtQueryInformationProcess");
   PROCESS_BASIC_INFORMATION basic = {};
-  query(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
+  NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
   const char* table = nullptr;
   std::vector<DrawingObject> objects(kMost);
   if (!ReadProcessMemory(process,
@@ -68,9 +58,7 @@ std::int64_t DrawingObjects(HANDLE process) {
                          &table, sizeof table, nullptr) ||
       !ReadProcessMemory(process, table, objects.data(), kMost * sizeof(DrawingObject), nullptr))
     throw std::runtime_error("No table of drawing objects");
-  std::int64_t used = 0;
-  for (const DrawingObject& object : objects) used += object.type != 0 ? 1 : 0;
-  return used;
+  return std::ranges::count_if(objects, [](const auto& object) { return object.type != 0; });
 }
 
 std::int64_t Windows(DWORD process) {
