@@ -3,10 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include <algorithm>
 
 #include "capture/format.h"
-#include "platform/posix/posix_disk.h"
 #include "tests/support/fake_clock.h"
 #include "tests/support/fake_dates.h"
 #include "tests/support/memory_disk.h"
@@ -22,13 +21,6 @@ constexpr std::size_t kMiB = 1024 * 1024;
 template <typename T>
 std::vector<T> AsVector(const OneBased<T>& array) {
   return {array.data(), array.data() + array.UpperBound()};
-}
-
-OneBased<std::uint8_t> BytesOf(const std::string& text) {
-  OneBased<std::uint8_t> bytes;
-  bytes.Redimension(text.size());
-  std::copy(text.begin(), text.end(), bytes.data());
-  return bytes;
 }
 
 /// Scans `recording` as a file of its own.
@@ -59,11 +51,10 @@ TEST(ScanSourceFile, TheLastBlocksTypeDecides) {
   const struct {
     int first, last;
     bool is20D;
-    int valid;
+    bool valid;
   } kCases[] = {
-      {0x30, 0x30, false, 1}, {0x60, 0x10, false, 1}, {0x60, 0x00, false, 1},
-      {0x30, 0x20, false, 1}, {0x30, 0x60, false, 0}, {0x30, 0x31, false, 0},
-      {0x60, 0x60, true, 1},  {0x60, 0x30, true, 0},  {0x60, 0x00, true, 0},
+      {0x60, 0x10, false, true},  {0x60, 0x00, false, true}, {0x30, 0x20, false, true},
+      {0x30, 0x60, false, false}, {0x60, 0x60, true, true},  {0x60, 0x30, true, false},
   };
   for (const auto& c : kCases) {
     // The type's place follows the file's kind, whatever the type is.
@@ -80,7 +71,7 @@ TEST(ScanSourceFile, TheLastBlocksTypeDecides) {
 }
 
 TEST(ScanSourceFile, CountsBlocksByRoundingHalvesToEven) {
-  const std::string recording = Blocks(0x30, {5, 6, 7, 8}).Bytes();
+  const std::string recording = Blocks(0x30, {-1, 6, 7, 8}).Bytes();
   const std::pair<std::size_t, int> kCounts[] = {{0, 0},        {kMiB, 0},     {kMiB + 1, 1},
                                                  {3 * kMiB, 2}, {5 * kMiB, 2}, {5 * kMiB + 1, 3},
                                                  {6 * kMiB, 3}, {7 * kMiB, 4}};
@@ -91,17 +82,11 @@ TEST(ScanSourceFile, CountsBlocksByRoundingHalvesToEven) {
     EXPECT_EQ(dtBlockEnd.UpperBound(), count) << size;
   }
   // The trailer of the fourth block lies past the end of the file.
-  EXPECT_THAT(AsVector(lngBlockStart), ElementsAre(5, 6, 7, 0));
+  EXPECT_THAT(AsVector(lngBlockStart), ElementsAre(-1, 6, 7, 0));
+  EXPECT_NEAR(dtBlockStart[1], DateOf(1959, 12, 31, 23, 59, 59), 1e-6);
   EXPECT_EQ(dtBlockStart[4], DateOf(1960, 1, 1));
   EXPECT_EQ(bytBlockStatus, 0);
   EXPECT_EQ(Scan("", false).valid, 0) << "although the type left behind would fit";
-}
-
-TEST(ScanSourceFile, StampsOf2To31AndMoreWrap) {
-  const Scan scan(Blocks(0x30, {-1}).Bytes(), false);
-  EXPECT_EQ(scan.valid, 1);
-  EXPECT_EQ(lngBlockStart[1], -1);
-  EXPECT_NEAR(dtBlockStart[1], DateOf(1959, 12, 31, 23, 59, 59), 1e-6);
 }
 
 /// A disk that claims a size for every file.
@@ -127,25 +112,6 @@ TEST(ScanSourceFile, RefusesSizesThatNoRecordingHas) {
     EXPECT_EQ(lngBlockStart.UpperBound(), 0) << size;
     EXPECT_EQ(disk.OpenHandles(), 0u);
   }
-}
-
-TEST(ScanSourceFile, FindsBlocksPastFourGiB) {
-  const std::string path = testing::TempDir() + "sparse.60D";
-  const std::string block = Blocks(0x30, {77}).Bytes();
-  constexpr std::int64_t kLast = 2600;
-  PosixDisk disk;
-  const platform::FileHandle file = disk.Open(path, platform::OpenMode::kWriteNew);
-  std::uint32_t written = 0;
-  ASSERT_TRUE(disk.Seek(file, (kLast - 1) * format::kBlockSize));
-  ASSERT_TRUE(disk.Write(file, block.data(), format::kBlockSize, written));
-  disk.Close(file);
-  FakeDates dates;
-  bln20D = false;
-  EXPECT_EQ(ScanSourceFile(disk, dates, path), ReadEnd::kDone);
-  EXPECT_EQ(lngBlockCount, kLast);
-  EXPECT_EQ(lngBlockStart[kLast], 77);
-  EXPECT_EQ(lngBlockStart[kLast - 1], 0);
-  disk.Remove(path);
 }
 
 TEST(CheckAvailability, ReadsTheMasksOfTheRange) {
@@ -221,60 +187,43 @@ TEST(Reading, BreathesEvery64BlocksOrTenthOfASecondUntilItIsStopped) {
   }
 }
 
-TEST(Fields, ReadMostSignificantByteFirst) {
-  const auto bytes = BytesOf("\x01\x02\xFF\xFE\xFD\xFC");
+TEST(Fields, AreReadMostSignificantByteFirst) {
+  OneBased<std::uint8_t> bytes;
+  bytes.Redimension(6);
+  std::ranges::copy(std::string_view("\x01\x02\xFF\xFE\xFD\xFC"), bytes.data());
   EXPECT_EQ(ReadBigEndian(bytes, 2, 1), 2);
-  EXPECT_EQ(ReadBigEndian(bytes, 1, 2), 0x0102);
   EXPECT_EQ(ReadBigEndian(bytes, 2, 3), 0x02FFFE);
   EXPECT_EQ(ReadBigEndian(bytes, 3, 4), -66052);
   EXPECT_EQ(ReadSectorNumber(bytes, 3, 2), 0xFFE);
   EXPECT_EQ(ReadSectorNumber(bytes, 1, 6), 0x1FC);
-  EXPECT_THROW(ReadBigEndian(bytes, 4, 4), RuntimeError);
-  EXPECT_THROW(ReadBigEndian(bytes, 0, 1), RuntimeError);
-  EXPECT_THROW(ReadBigEndian(bytes, 1, 5), RuntimeError);
+  for (const auto& [start, length] : {std::pair(4, 4), {0, 1}, {1, 0}, {1, 5}})
+    EXPECT_THROW(ReadBigEndian(bytes, start, length), RuntimeError);
 }
 
 TEST(Fields, StoreWhatFitsAndNothingElse) {
   const struct {
     int length;
     std::int64_t value;
-    bool fits;
-  } kCases[] = {{1, 255, true},
-                {1, 256, false},
-                {1, -1, false},
-                {2, 0xFFFF, true},
-                {2, 0x10000, false},
-                {3, 0xABCDEF, true},
-                {4, -2, true},
-                {4, 0xFFFFFFFE, true},
-                {4, INT32_MIN, true},
-                {4, 1LL << 32, false},
-                {4, INT32_MIN - 1LL, false}};
+    const char* stored;  // Null when the value does not fit.
+  } kCases[] = {{1, 255, "\xFF..."},
+                {1, 256, nullptr},
+                {1, -1, nullptr},
+                {2, 0x10000, nullptr},
+                {3, 0xABCDEF, "\xAB\xCD\xEF."},
+                {4, -2, "\xFF\xFF\xFF\xFE"},
+                {4, 0xFFFFFFFE, "\xFF\xFF\xFF\xFE"},
+                {4, 1LL << 32, nullptr},
+                {4, INT32_MIN - 1LL, nullptr}};
   for (const auto& c : kCases) {
-    OneBased<std::uint8_t> bytes;
-    bytes.Redimension(5);
-    bytes[c.length + 1] = 0x55;
-    if (c.fits) {
-      PutBigEndian(bytes.data(), c.length, c.value);
-      EXPECT_EQ(static_cast<std::uint32_t>(ReadBigEndian(bytes, 1, c.length)),
-                static_cast<std::uint32_t>(c.value));
-    } else {
-      EXPECT_THROW(PutBigEndian(bytes.data(), c.length, c.value), RuntimeError) << c.value;
-      EXPECT_EQ(bytes[1], 0) << "nothing is stored";
-    }
-    EXPECT_EQ(bytes[c.length + 1], 0x55);
-  }
-}
-
-TEST(Fields, TitlesAndTextsKeepTheirBytesAndLimits) {
-  EXPECT_EQ(ReadTitleField(BytesOf("..CAM 1" + std::string(16, '\0')), 3), "CAM 1");
-  EXPECT_EQ(ReadTitleField(BytesOf(std::string(20, 'x')), 1), std::string(16, 'x'));
-  EXPECT_EQ(ReadTitleField(BytesOf(std::string(16, '\0')), 1), "");
-  const auto text = BytesOf(std::string(500, '\xE4') + "more");
-  for (const auto& [asked, given] : {std::pair(700, 500), {500, 500}, {3, 3}, {0, 0}, {-7, 0}}) {
-    std::int32_t length = asked;
-    EXPECT_EQ(ReadTextField(text, 1, length), std::string(static_cast<std::size_t>(given), '\xE4'));
-    EXPECT_EQ(length, std::min(asked, 500));
+    std::string bytes = "....";
+    const auto put = [&] {
+      PutBigEndian(reinterpret_cast<std::uint8_t*>(bytes.data()), c.length, c.value);
+    };
+    if (c.stored)
+      put();
+    else
+      EXPECT_THROW(put(), RuntimeError);
+    EXPECT_EQ(bytes, c.stored ? c.stored : "....") << c.value;
   }
 }
 

@@ -12,15 +12,14 @@ using std::chrono::milliseconds;
 constexpr std::uint32_t kBlock = 2097152;
 
 TEST(FlushPace, WritesWhatTheMediumTakesInATenthOfASecond) {
-  struct Case {
+  const struct {
     const char* medium;
     double bytesPerSecond;
-    std::uint32_t slice;  ///< What it settles at.
-  };
-  const Case cases[] = {{"a disk in memory", 1e12, 64u << 20}, {"a fast disk", 4e8, 32u << 20},
-                        {"a hard disk", 1e8, 8u << 20},        {"a stick", 1e7, 512u << 10},
-                        {"a worn stick", 2e6, 128u << 10},     {"a floppy disk", 2e4, 64u << 10}};
-  for (const Case& c : cases) {
+    std::uint32_t slice;  // What it settles at.
+  } kCases[] = {{"a disk in memory", 1e12, 64u << 20}, {"a fast disk", 4e8, 32u << 20},
+                {"a hard disk", 1e8, 8u << 20},        {"a stick", 1e7, 512u << 10},
+                {"a worn stick", 2e6, 128u << 10},     {"a floppy disk", 2e4, 64u << 10}};
+  for (const auto& c : kCases) {
     FlushPace pace;
     std::uint32_t slice = 0;
     for (int flushes = 0; flushes < 20; ++flushes) {
@@ -54,6 +53,16 @@ TEST(NewFile, IsGivenUpInTheMidstOfABlockOnASlowMedium) {
     EXPECT_EQ(written, breaths < 9);
     EXPECT_EQ(file.Finish(), written);
   }
+}
+
+// A device takes every byte and keeps none.
+TEST(NewFile, IsNoDevice) {
+  struct Device : MemoryDisk {
+    std::optional<platform::FileIdentity> Identity(platform::FileHandle) override { return {}; }
+  };
+  PlatformWith<Device> world;
+  EXPECT_FALSE(NewFile(world.system, NewFile::Place::kOwnName, [] { return true; }).Create("NUL"));
+  EXPECT_EQ(world.disk.OpenHandles(), 0u);
 }
 
 }  // namespace

@@ -11,11 +11,9 @@
 #include "save/save_messages.h"
 #include "save/save_state.h"
 #include "tests/cdwizard/fake_wizard_view.h"
-#include "tests/save/fake_progress.h"
 #include "tests/support/fake_platform.h"
-#include "tests/support/recording_builder.h"
+#include "tests/support/recording_reader.h"
 
-using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -34,35 +32,32 @@ const std::string& Letters() {
 }
 
 /// A disc in drive E: and a recording of three blocks, "aaa...", "bbb...", "ccc...".
-template <typename Disk = MemoryDisk>
-struct WorldWith {
-  explicit WorldWith(const std::string& recording = Letters()) {
+struct World {
+  explicit World(const std::string& recording = Letters()) {
     mdlSave::blnSomeCameras = false;
     mdlFileProcessing::bln20D = false;
-    disk().AddCdRom("E:");
-    disk().Put(kSource, recording);
+    disk.AddCdRom("E:");
+    disk.Put(kSource, recording);
     copy.SetPlayerRoot(kPlayerRoot);
   }
 
-  Disk& disk() { return outside.disk; }
   void PutPlayer(std::size_t bytes = 10) {
     for (const std::string& path : PlayerFilePaths(kPlayerRoot))
-      disk().Put(path, std::string(bytes, path.back()));
+      disk.Put(path, std::string(bytes, path.back()));
   }
   bool Copy(bool withPlayer, const std::string& name = "Part", const std::string& drive = "E:") {
     copy.FilesSize(withPlayer);
     view.log.clear();
     return copy.CopyFiles(withPlayer, drive, name) == CopyEnd::kCopied;
   }
-  std::vector<std::string> OnDisc() { return disk().FilesBelow("E:"); }
+  std::vector<std::string> OnDisc() { return disk.FilesBelow("E:"); }
 
-  PlatformWith<Disk> outside;
+  FakePlatform outside;
+  MemoryDisk& disk = outside.disk;
   FakeMainWindow mainWindow;
   FakeWizardView view;
   CdCopy copy{outside.system, mainWindow, view};
 };
-
-using World = WorldWith<>;
 
 /// A disk whose files are as large as a test says, one after the other; the last ones have nothing.
 struct SizedDisk : MemoryDisk {
@@ -88,10 +83,14 @@ TEST(FilesSize, RoundsUpEachFileAndTheirSum) {
       {{1 << 30, 1 << 30, 1 << 30}, 2048},
       {{1ull << 40, 5}, 2048}};
   for (const auto& [sizes, megabytes] : kMegabytes) {
-    WorldWith<SizedDisk> world;
-    world.PutPlayer();
-    world.disk().sizes = sizes;
-    EXPECT_EQ(world.copy.FilesSize(true), megabytes + world.mainWindow.estimate);
+    PlatformWith<SizedDisk> outside;
+    FakeMainWindow mainWindow;
+    FakeWizardView view;
+    CdCopy copy{outside.system, mainWindow, view};
+    copy.SetPlayerRoot(kPlayerRoot);
+    for (const std::string& path : PlayerFilePaths(kPlayerRoot)) outside.disk.Put(path, "");
+    outside.disk.sizes = sizes;
+    EXPECT_EQ(copy.FilesSize(true), megabytes + mainWindow.estimate);
   }
 }
 
@@ -100,7 +99,7 @@ TEST(FilesSize, OffersToGoOnWithoutThePlayer) {
   EXPECT_EQ(world.copy.FilesSize(false), 4);
   EXPECT_THAT(world.view.log, IsEmpty());
   world.PutPlayer(3 << 20);
-  world.disk().Remove("C:\\Player\\TessaviewCD\\Tessaview\\pxcodec.dll");
+  world.disk.Remove("C:\\Player\\TessaviewCD\\Tessaview\\pxcodec.dll");
   world.view.answers = {true, false};
   EXPECT_EQ(world.copy.FilesSize(true), 4);
   EXPECT_EQ(world.copy.FilesSize(true), 0);
@@ -114,7 +113,7 @@ TEST(FilesSize, OffersToGoOnWithoutThePlayer) {
 TEST(FilesSize, TakesNoRelativeFolder) {
   for (const std::string root : {"", "Player\\", "\\Player\\", "C:Player\\"}) {
     World world;
-    for (const std::string& path : PlayerFilePaths(root)) world.disk().Put(path, "x");
+    for (const std::string& path : PlayerFilePaths(root)) world.disk.Put(path, "x");
     world.copy.SetPlayerRoot(root);
     EXPECT_EQ(world.copy.FilesSize(true), 4);
     EXPECT_EQ(world.view.log.size(), 1u) << root;
@@ -125,14 +124,13 @@ TEST(CopyFiles, WritesTheChosenBlocks) {
   World world;
   world.mainWindow.first = 2;
   world.mainWindow.last = 3;
-  world.disk().Put("E:\\Part.60D", std::string(5 * kBlock, 'o'));
-  world.disk().Put("E:\\other.txt", "stays");
+  world.disk.Put("E:\\Part.60D", std::string(5 * kBlock, 'o'));
+  world.disk.Put("E:\\other.txt", "stays");
   ASSERT_TRUE(world.Copy(false));
-  EXPECT_EQ(world.disk().Bytes("E:\\Part.60D"),
-            std::string(kBlock, 'b') + std::string(kBlock, 'c'));
+  EXPECT_EQ(world.disk.Bytes("E:\\Part.60D"), std::string(kBlock, 'b') + std::string(kBlock, 'c'));
   EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\other.txt", "E:\\Part.60D"));
   EXPECT_THAT(world.view.log, ElementsAre("progress", "percent 50", "percent 100"));
-  EXPECT_EQ(world.disk().OpenHandles(), 0u);
+  EXPECT_EQ(world.disk.OpenHandles(), 0u);
 }
 
 TEST(CopyFiles, GivesTheNameItsEnding) {
@@ -153,7 +151,7 @@ TEST(CopyFiles, ClearsADiscThatCarriesAPlayer) {
   world.PutPlayer();
   for (const char* path : {"E:\\Tessaview Notes.txt", "E:\\old.60D", "E:\\Tessaview\\a\\old.dll",
                            "E:\\Other\\kept.txt"})
-    world.disk().Put(path, "old");
+    world.disk.Put(path, "old");
   ASSERT_TRUE(world.Copy(true));
   EXPECT_THAT(world.OnDisc(),
               ElementsAre("E:\\Autorun.inf", "E:\\Other\\kept.txt", "E:\\Tessaview Notes.txt",
@@ -162,8 +160,8 @@ TEST(CopyFiles, ClearsADiscThatCarriesAPlayer) {
                           "E:\\Tessaview\\Part.60D", "E:\\Tessaview\\pxcodec.dll",
                           "E:\\Tessaview\\Tessaview.exe", "E:\\Tessaview\\tvjpeg.dll",
                           "E:\\WIN95.BAT.bat"));
-  EXPECT_EQ(world.disk().Bytes("E:\\Autorun.inf"), "ffffffffff");
-  EXPECT_EQ(world.disk().Bytes("E:\\Tessaview\\Part.60D")->size(), 2 * kBlock);
+  EXPECT_EQ(world.disk.Bytes("E:\\Autorun.inf"), "ffffffffff");
+  EXPECT_EQ(world.disk.Bytes("E:\\Tessaview\\Part.60D")->size(), 2 * kBlock);
   EXPECT_THAT(world.view.log,
               ElementsAre("progress", "percent 1", "percent 2", "percent 3", "percent 4",
                           "percent 6", "percent 8", "percent 10", "percent 12", "percent 14",
@@ -174,10 +172,10 @@ TEST(CopyFiles, ClearsADiscThatCarriesAPlayer) {
 TEST(CopyFiles, LeavesAloneWhatIsNoPlayers) {
   World world;
   world.PutPlayer();
-  world.disk().Put("E:\\own.txt", "stays");
+  world.disk.Put("E:\\own.txt", "stays");
   ASSERT_TRUE(world.Copy(true));
   EXPECT_THAT(world.OnDisc(), IsSupersetOf({"E:\\own.txt", "E:\\Autorun.inf"}));
-  world.disk().Remove("C:\\Player\\TessaviewCD\\Autorun.inf");
+  world.disk.Remove("C:\\Player\\TessaviewCD\\Autorun.inf");
   const std::size_t before = world.OnDisc().size();
   ASSERT_TRUE(world.Copy(true, "Other"));
   EXPECT_EQ(world.OnDisc().size(), before + 1);
@@ -193,14 +191,14 @@ struct Refusal {
 
 const Refusal kRefusals[] = {
     // Files are told apart by what they are: the name on the disc may be another one.
-    {"source as target", [](World& world) { world.disk().Link(kSource, "E:\\Part.60D"); }, false},
-    {"source in the root", [](World& world) { world.disk().Link(kSource, "E:\\anything"); }},
-    {"source below", [](World& world) { world.disk().Link(kSource, "E:\\Tessaview\\deep\\x"); }},
+    {"source as target", [](World& world) { world.disk.Link(kSource, "E:\\Part.60D"); }, false},
+    {"source in the root", [](World& world) { world.disk.Link(kSource, "E:\\anything"); }},
+    {"source below", [](World& world) { world.disk.Link(kSource, "E:\\Tessaview\\deep\\x"); }},
     {"player file in the root",
      [](World& world) {
-       world.disk().Link("C:\\Player\\TessaviewCD\\Tessaview\\tvjpeg.dll", "E:\\x.dll");
+       world.disk.Link("C:\\Player\\TessaviewCD\\Tessaview\\tvjpeg.dll", "E:\\x.dll");
      }},
-    {"no CD drive", [](World& world) { world.disk().Put("F:\\Tessaview Notes.txt", "old"); }, true,
+    {"no CD drive", [](World& world) { world.disk.Put("F:\\Tessaview Notes.txt", "old"); }, true,
      "F:"},
     {"empty range", [](World& world) { world.mainWindow.first = 3; }},
 };
@@ -210,38 +208,14 @@ TEST(CopyFiles, TouchesNothingWhenItRefuses) {
     SCOPED_TRACE(refusal.name);
     World world;
     world.PutPlayer();
-    world.disk().Put("E:\\Tessaview Notes.txt", "mark");
-    world.disk().Put("E:\\Tessaview\\x.dll", "old");
+    world.disk.Put("E:\\Tessaview Notes.txt", "mark");
+    world.disk.Put("E:\\Tessaview\\x.dll", "old");
     refusal.prepare(world);
-    const auto before = world.disk().Paths();
+    const auto before = world.disk.Paths();
     EXPECT_FALSE(world.Copy(refusal.withPlayer, "Part", refusal.drive));
-    EXPECT_EQ(world.disk().Paths(), before);
-    EXPECT_EQ(world.disk().Bytes(kSource)->size(), 3 * kBlock);
+    EXPECT_EQ(world.disk.Paths(), before);
+    EXPECT_EQ(world.disk.Bytes(kSource)->size(), 3 * kBlock);
   }
-}
-
-// A device takes every byte and keeps none.
-struct DiskWithDevices : MemoryDisk {
-  std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override {
-    return Size(file) == 0 ? std::nullopt : MemoryDisk::Identity(file);
-  }
-};
-
-TEST(CopyFiles, RefusesADevice) {
-  WorldWith<DiskWithDevices> world;
-  EXPECT_FALSE(world.Copy(false, "NUL"));
-  EXPECT_EQ(world.disk().OpenHandles(), 0u);
-}
-
-TEST(CopyFiles, TellsOfABlockThatIsNotWhole) {
-  World world;
-  world.disk().Put(kSource, std::string(kBlock, 'a') + "b");
-  EXPECT_TRUE(world.Copy(false));
-  EXPECT_THAT(world.view.log,
-              ElementsAre("progress", "percent 50", "tell as application Error reading file ...",
-                          "percent 100"));
-  EXPECT_EQ(world.disk().Bytes("E:\\Part.60D"),
-            std::string(kBlock, 'a') + "b" + std::string(kBlock - 1, 'a'));
 }
 
 /// A recording of three cameras with an image of each in every block.
@@ -257,36 +231,33 @@ std::string RecordingOf(int blocks) {
 
 /// Scans the recording and chooses camera 2.
 void ChooseCamera(World& world) {
-  mdlFileProcessing::ScanSourceFile(world.disk(), world.outside.dates, kSource);
+  mdlFileProcessing::ScanSourceFile(world.disk, world.outside.dates, kSource);
   mdlSave::blnSomeCameras = true;
   mdlSave::lngCamSelLow = 1 << 1;
 }
 
+// The last points are for closing the file.
 TEST(CopyFiles, WritesTheChosenCameras) {
-  World world(RecordingOf(3));
-  ChooseCamera(world);
-  mdlSave::blnSaving = false;  // Another window's: it cancels nothing here.
-  world.mainWindow.last = 3;
-  ASSERT_TRUE(world.Copy(false));
-  EXPECT_THAT(world.view.log,
-              ElementsAre("progress", "percent 30", "percent 64", "percent 97", "percent 100"));
-  FakeProgress progress;
-  const SaveJob same = {.sourcePath = kSource,
-                        .targetPath = "C:\\Rec\\same.60D",
-                        .firstBlock = 1,
-                        .lastBlock = 3,
-                        .mode = SaveJob::Mode::kChosenCameras};
-  ASSERT_EQ(RunSave(world.outside.system, progress, same).end, SaveEnd::kSaved);
-  EXPECT_EQ(world.disk().Bytes("E:\\Part.60D"), world.disk().Bytes("C:\\Rec\\same.60D"));
-}
-
-TEST(CopyFiles, KeepsTheLastPointsForClosingBehindThePlayer) {
-  World world(RecordingOf(3));
-  ChooseCamera(world);
-  world.PutPlayer();
-  ASSERT_TRUE(world.Copy(true));
-  EXPECT_THAT(world.view.log, AllOf(Contains("percent 55"), Contains("percent 97")));
-  EXPECT_TRUE(world.disk().Bytes("E:\\Tessaview\\Part.60D"));
+  const std::string recording = RecordingOf(3);
+  for (const bool withPlayer : {false, true}) {
+    World world(recording);
+    ChooseCamera(world);
+    mdlSave::blnSaving = false;  // Another window's: it cancels nothing here.
+    world.mainWindow.last = 3;
+    if (withPlayer) world.PutPlayer();
+    ASSERT_TRUE(world.Copy(withPlayer));
+    world.view.log.erase(world.view.log.begin(), world.view.log.begin() + (withPlayer ? 11 : 1));
+    if (withPlayer)
+      EXPECT_THAT(world.view.log,
+                  ElementsAre("percent 41", "percent 69", "percent 97", "percent 100"));
+    else
+      EXPECT_THAT(world.view.log,
+                  ElementsAre("percent 30", "percent 64", "percent 97", "percent 100"));
+    const auto saved =
+        ImagesOf(world.disk.View(withPlayer ? "E:\\Tessaview\\Part.60D" : "E:\\Part.60D"), false);
+    EXPECT_EQ(saved.size(), 3u);
+    for (const tools::Image& image : saved) EXPECT_EQ(image.camera, 1);
+  }
 }
 
 // The session ends at any moment at which messages run: no half of a recording stays.
@@ -302,8 +273,8 @@ TEST(CopyFiles, StopsWhenTheSessionEnds) {
       const CopyEnd end = world.copy.CopyFiles(true, "E:", "Part");
       if (end == CopyEnd::kCopied) break;
       EXPECT_EQ(end, CopyEnd::kOver) << messages;
-      EXPECT_FALSE(world.disk().HasFile("E:\\Tessaview\\Part.60D")) << messages;
-      EXPECT_EQ(world.disk().OpenHandles(), 0u);
+      EXPECT_FALSE(world.disk.HasFile("E:\\Tessaview\\Part.60D")) << messages;
+      EXPECT_EQ(world.disk.OpenHandles(), 0u);
     }
 }
 
@@ -316,9 +287,9 @@ class CopyWithFaults : public testing::TestWithParam<std::tuple<bool, bool>> {
     ChooseCamera(world);
     mdlSave::blnSomeCameras = someCameras;
     if (withPlayer) world.PutPlayer();
-    world.disk().Put("E:\\Tessaview Notes.txt", "old");
+    world.disk.Put("E:\\Tessaview Notes.txt", "old");
     world.copy.FilesSize(withPlayer);
-    world.disk().fault = fault;
+    world.disk.fault = fault;
     return world.copy.CopyFiles(withPlayer, "E:", "Part") == CopyEnd::kCopied;
   }
 
@@ -331,24 +302,24 @@ class CopyWithFaults : public testing::TestWithParam<std::tuple<bool, bool>> {
 TEST_P(CopyWithFaults, WritesAllOrNothingWhateverCallFails) {
   World good(recording_);
   ASSERT_TRUE(Copy(good));
-  const std::string_view whole = good.disk().View(target_);
-  const auto sources = good.disk().FilesBelow("C:");
+  const std::string_view whole = good.disk.View(target_);
+  const auto sources = good.disk.FilesBelow("C:");
   ForEachFault([&](Fault& fault) {
     World world(recording_);
     const bool copied = Copy(world, fault);
-    fault = std::exchange(world.disk().fault, {});
+    fault = std::exchange(world.disk.fault, {});
 
     SCOPED_TRACE(testing::PrintToString(fault));
-    EXPECT_EQ(world.disk().OpenHandles(), 0u);
+    EXPECT_EQ(world.disk.OpenHandles(), 0u);
     EXPECT_EQ(mdlFileProcessing::hSourceFile, platform::FileHandle::kInvalid);
     EXPECT_TRUE(copied || !fault.met.empty());
-    EXPECT_EQ(world.disk().FilesBelow("C:"), sources);
+    EXPECT_EQ(world.disk.FilesBelow("C:"), sources);
     const bool toldOfShortRead =
         testing::Value(world.view.log, Contains("tell as application Error reading file ..."));
     if (copied && !toldOfShortRead)
-      EXPECT_TRUE(world.disk().View(target_) == whole);
+      EXPECT_TRUE(world.disk.View(target_) == whole);
     else if (!copied && !fault.lasting)
-      EXPECT_FALSE(world.disk().HasFile(target_));
+      EXPECT_FALSE(world.disk.HasFile(target_));
   });
 }
 

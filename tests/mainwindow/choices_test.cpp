@@ -49,16 +49,15 @@ TEST_F(TimeRange, KeepsTheBlocksThatTheTimesFallInto) {
 
 TEST_F(TimeRange, RefusesTimesOutsideTheBlocksTimes) {
   Blocks({1000, 1100, 1200}, {1099, 1199, 1299});
-  const std::string startOutside =
-      "The Start Time you selected falls outside the time range of the sorce file. Please select "
-      "a new time!";
-  const std::string endOutside =
-      "The End Time you selected falls outside the time range of the sorce file. Please select a "
-      "new time!";
-  EXPECT_EQ(TimeRangeRefusal(999, 1200), startOutside);
-  EXPECT_EQ(TimeRangeRefusal(1201, 1299), startOutside);
-  EXPECT_EQ(TimeRangeRefusal(1000, 1098), endOutside);
-  EXPECT_EQ(TimeRangeRefusal(1000, 1300), endOutside);
+  const auto outside = [](const std::string& which) {
+    return "The " + which +
+           " Time you selected falls outside the time range of the sorce file. Please select a "
+           "new time!";
+  };
+  EXPECT_EQ(TimeRangeRefusal(999, 1200), outside("Start"));
+  EXPECT_EQ(TimeRangeRefusal(1201, 1299), outside("Start"));
+  EXPECT_EQ(TimeRangeRefusal(1000, 1098), outside("End"));
+  EXPECT_EQ(TimeRangeRefusal(1000, 1300), outside("End"));
   EXPECT_EQ(TimeRangeRefusal(1150, 1150),
             std::string("The Start Time should be earlier than the End Time!"));
 }

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <ostream>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cdwizard/wizard_page.h"
@@ -93,55 +93,41 @@ struct Placed {
   bool Overlaps(const Placed& other) const {
     return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
   }
-};
-
-/// The controls that show, by row; a control in a hidden frame does not.
-class Layout : public testing::TestWithParam<State> {
- protected:
-  void SetUp() override {
-    for (const Row& row : GetParam().rows) Place(row);
-  }
-
-  void Place(const Row& row) {
-    const bool framed = row.container != 0;
-    if (row.kind == Kind::kTimer || (row.styles & layout::kHidden) != 0) return;
-    if (framed && !byId_.contains(row.container)) return;
-    const int left = row.left + (framed ? shown_[byId_[row.container]].left : 0);
-    const int top = row.top + (framed ? shown_[byId_[row.container]].top : 0);
-    byId_[row.id] = shown_.size();
-    shown_.push_back({row, left, top, left + row.width, top + row.height});
-  }
-
-  static bool TakesFocus(const Row& row) {
+  bool TakesFocus() const {
     static const std::set<Kind> kPassive = {Kind::kLabel,  Kind::kFrame,       Kind::kLine,
                                             Kind::kUpDown, Kind::kProgressBar, Kind::kAnimation};
     return !kPassive.contains(row.kind) && (row.styles & layout::kNoTabStop) == 0;
   }
-
-  std::vector<Placed> shown_;
-  std::map<int, std::size_t> byId_;
 };
 
-TEST_P(Layout, ControlsStandInsideWhatHoldsThem) {
-  const Placed window = {{}, 0, 0, GetParam().clientWidth, GetParam().clientHeight};
-  for (const Placed& control : shown_) {
-    const int container = control.row.container;
-    EXPECT_TRUE((container ? shown_[byId_[container]] : window).Holds(control)) << control.row.id;
+/// The controls that show, by row and behind their window, which has the id 0; a control in a
+/// hidden frame does not show.
+std::vector<Placed> ShownIn(const State& state) {
+  std::vector<Placed> shown = {{{}, 0, 0, state.clientWidth, state.clientHeight}};
+  for (const Row& row : state.rows) {
+    const auto frame =
+        std::ranges::find(shown, row.container, [](auto& each) { return each.row.id; });
+    if (row.kind == Kind::kTimer || (row.styles & layout::kHidden) != 0 || frame == shown.end())
+      continue;
+    const int left = frame->left + row.left, top = frame->top + row.top;
+    EXPECT_TRUE(frame->Holds({row, left, top, left + row.width, top + row.height})) << row.id;
+    shown.push_back({row, left, top, left + row.width, top + row.height});
   }
+  return shown;
 }
 
-TEST_P(Layout, NothingOverlaps) {
-  for (const Placed& a : shown_)
-    for (const Placed& b : shown_) {
-      const bool apart = a.row.id != b.row.id && a.row.container == b.row.container;
-      EXPECT_FALSE(apart && a.Overlaps(b)) << a.row.id << " and " << b.row.id;
-    }
-}
+class Layout : public testing::TestWithParam<State> {};
 
-TEST_P(Layout, TabGoesOnToTheRightOrDown) {
+TEST_P(Layout, ControlsStandApartInsideWhatHoldsThemAndTabGoesOnToTheRightOrDown) {
+  const std::vector<Placed> shown = ShownIn(GetParam());
   const Placed* before = nullptr;
-  for (const Placed& control : shown_) {
-    if (!TakesFocus(control.row)) continue;
+  for (const Placed& control : shown) {
+    for (const Placed& other : shown) {
+      const bool isApart =
+          &other < &control && other.row.id != 0 && control.row.container == other.row.container;
+      EXPECT_FALSE(isApart && control.Overlaps(other)) << control.row.id << ", " << other.row.id;
+    }
+    if (control.row.id == 0 || !control.TakesFocus()) continue;
     if (before)
       EXPECT_TRUE(control.left >= before->right || control.top >= before->bottom)
           << before->row.id << " to " << control.row.id;
@@ -161,43 +147,28 @@ INSTANTIATE_TEST_SUITE_P(
                     WizardPage("eject", Page::kEject), WizardPage("done", Page::kDone)),
     [](const auto& test) { return test.param.name; });
 
-class Table : public testing::TestWithParam<const layout::Form*> {};
-
-TEST_P(Table, IdsAreUniqueAndFramesComeBeforeWhatTheyHold) {
-  std::set<int> frames = {0};
-  std::set<int> ids;
-  for (const Row& row : GetParam()->rows) {
-    EXPECT_TRUE(ids.insert(row.id).second) << row.id;
-    EXPECT_TRUE(frames.contains(row.container)) << row.id;
-    if (row.kind == Kind::kFrame) frames.insert(row.id);
-  }
-}
-
-TEST_P(Table, EveryControlHasANameOfItsOwn) {
-  std::set<std::string> names;
-  for (const Row& row : GetParam()->rows) {
-    if (row.kind == Kind::kLabel || row.kind == Kind::kFrame || row.kind == Kind::kTimer) continue;
-    const std::string name = row.name ? row.name : row.caption;
-    EXPECT_FALSE(name.empty()) << row.id;
-    EXPECT_TRUE(names.insert(name).second) << name;
-  }
-}
-
-TEST_P(Table, AnUpDownStandsBesideTheBoxRightBeforeIt) {
-  const Row* before = nullptr;
-  for (const Row& row : GetParam()->rows) {
-    if (row.kind == Kind::kUpDown) {
-      ASSERT_EQ(before->id, row.buddy);
-      EXPECT_EQ(before->left + before->width, row.left);
-      EXPECT_EQ(before->top, row.top);
-      EXPECT_EQ(before->height, row.height);
+TEST(Table, HasSoundRows) {
+  for (const layout::Form* form : {&layout::kFrmTrimbrook, &layout::kFrmSaveFile}) {
+    std::set<int> frames = {0}, ids;
+    std::set<std::string> names;
+    const Row* before = nullptr;
+    for (const Row& row : form->rows) {
+      SCOPED_TRACE(row.id);
+      EXPECT_TRUE(ids.insert(row.id).second);
+      EXPECT_TRUE(frames.contains(row.container)) << "a frame comes before what it holds";
+      const std::string name = row.name ? row.name : row.caption;
+      if (row.kind == Kind::kFrame)
+        frames.insert(row.id);
+      else if (row.kind != Kind::kLabel && row.kind != Kind::kTimer)
+        EXPECT_TRUE(!name.empty() && names.insert(name).second) << "a name of its own: " << name;
+      if (row.kind == Kind::kUpDown) {
+        ASSERT_EQ(before->id, row.buddy) << "the box stands right before it";
+        EXPECT_EQ(before->left + before->width, row.left);
+        EXPECT_EQ(std::pair(before->top, before->height), std::pair(row.top, row.height));
+      }
+      before = &row;
     }
-    before = &row;
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(Forms, Table,
-                         testing::Values(&layout::kFrmTrimbrook, &layout::kFrmSaveFile),
-                         [](const auto& test) { return std::string(test.param->name); });
 
 }  // namespace
