@@ -39,6 +39,9 @@ inline std::uint64_t Hash(const std::uint8_t* at, std::size_t count) {
   return hash;
 }
 
+/// Where the random numbers of a recording start.
+inline constexpr std::uint64_t kSeed = 1;
+
 /// A small generator whose numbers depend on nothing but the seed (splitmix64).
 class Random {
  public:

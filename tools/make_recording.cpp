@@ -43,7 +43,7 @@ int Turns(const std::string& text) {
 }
 
 using Value = const std::string&;
-constexpr std::array<Option<Request>, 23> kOptions = {{
+constexpr std::array<Option<Request>, 21> kOptions = {{
     {"type", "TYPES",
      "block types, as 30 or 00,20: one after the other, in\nturn; 00, 10, 20, 30 (.60D) or 60 "
      "(.20D); by default 30\nor 60, as the name ends",
@@ -86,12 +86,6 @@ constexpr std::array<Option<Request>, 23> kOptions = {{
      [](Request& r, Value v) { r.wishes.dense.push_back(ParseRange(v, 1, kMostBlocks)); }},
     {"damage", "KIND[@BLOCK]", "damages one block or all; may be repeated; see below",
      [](Request& r, Value v) { r.wishes.damages.push_back(ParseDamage(v)); }},
-    {"cut", "BYTES", "the file ends so many bytes early",
-     [](Request& r, Value v) { r.wishes.cut = ParseNumber(v, 0, kBlockBytes); }},
-    {"seed", "N", "start of the random numbers (1)",
-     [](Request& r, Value v) {
-       r.wishes.seed = static_cast<std::uint64_t>(ParseNumber(v, 0, INT64_MAX));
-     }},
     {"help", nullptr, "this text", [](Request& r, Value) { r.help = true; }},
 }};
 

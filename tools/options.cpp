@@ -7,18 +7,14 @@
 
 namespace tools {
 
-std::int64_t ParseNumber(const std::string& text, std::int64_t least, std::int64_t most) {
-  std::int64_t value = 0;
+int ParseInt(const std::string& text, int least, int most) {
+  int value = 0;
   const char* end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, value);
   if (result.ec != std::errc() || result.ptr != end || value < least || value > most)
     throw std::invalid_argument("wanted a number from " + std::to_string(least) + " to " +
                                 std::to_string(most) + ", not \"" + text + "\"");
   return value;
-}
-
-int ParseInt(const std::string& text, int least, int most) {
-  return static_cast<int>(ParseNumber(text, least, most));
 }
 
 Range ParseRange(const std::string& text, int least, int most) {

@@ -3,7 +3,6 @@
 #include <getopt.h>
 
 #include <array>
-#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -26,9 +25,8 @@ struct Range {
   int last;
 };
 
-/// A whole number from `least` to `most`. This and the next four raise `std::invalid_argument`
+/// A whole number from `least` to `most`. This and the next three raise `std::invalid_argument`
 /// for any other text.
-std::int64_t ParseNumber(const std::string& text, std::int64_t least, std::int64_t most);
 int ParseInt(const std::string& text, int least, int most);
 /// "A-B" or a single number.
 Range ParseRange(const std::string& text, int least, int most);

@@ -19,9 +19,8 @@ std::uint32_t Checksum(const std::uint8_t* bytes, std::size_t count) {
 
 }  // namespace
 
-std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length,
-                        std::uint64_t seed) {
-  std::string text = Random(seed + number).Text(static_cast<std::size_t>(length));
+std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length) {
+  std::string text = Random(kSeed + number).Text(static_cast<std::size_t>(length));
   if (!text.empty()) text.back() |= 1;
   if (length <= kPayloadHeaderBytes) return text;
   auto* bytes = reinterpret_cast<std::uint8_t*>(text.data());

@@ -15,8 +15,7 @@ inline constexpr int kPayloadHeaderBytes = 28;
 
 /// Such an image of `length` bytes, never ending in a zero; without the header when it is too
 /// short for one.
-std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length,
-                        std::uint64_t seed);
+std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length);
 
 /// What such an image says of itself.
 struct Content {

@@ -28,9 +28,6 @@ std::string MakeText(Random& random, int length) {
 
 }  // namespace
 
-Recorder::Recorder(const Wishes& wishes)
-    : wishes_(wishes), random_(wishes.seed), builder_(wishes.style) {}
-
 Image Recorder::BareImage(std::uint32_t turn) const {
   Image image;
   image.camera = wishes_.cameras[turn % wishes_.cameras.size()] - 1;
@@ -51,7 +48,7 @@ Image Recorder::NextImage() {
   if (IsTurn(wishes_.flagsEvery, imageCount_))
     image.flags = 1 + static_cast<int>(imageCount_) / wishes_.flagsEvery % 3;
   // Each part has numbers of its own, so that one option changes one part.
-  Random seeds(wishes_.seed + imageCount_);
+  Random seeds(kSeed + imageCount_);
   Random sizes(seeds.Next()), texts(seeds.Next()), sounds(seeds.Next());
   const bool hasParts = layout_->entryParts != kNone;
   if (hasParts && IsTurn(wishes_.textEvery, imageCount_))
@@ -68,7 +65,7 @@ Image Recorder::NextImage() {
 void Recorder::MakeBytes(Image& image, int size) {
   if (wishes_.style.tight)
     size = std::max(1, (size + kTailBytes) / kSectorBytes) * kSectorBytes - kTailBytes;
-  image.bytes = MakePayload(image.camera + 1, image.seconds, imageCount_, size, wishes_.seed);
+  image.bytes = MakePayload(image.camera + 1, image.seconds, imageCount_, size);
 }
 
 /// Adds one image that ends where the trailer begins.
@@ -77,7 +74,7 @@ void Recorder::FillUp() {
   if (size <= 0) return;
   Image image = BareImage(imageCount_);
   image.title = "FILL";
-  image.bytes = MakePayload(image.camera + 1, image.seconds, imageCount_, size, wishes_.seed);
+  image.bytes = MakePayload(image.camera + 1, image.seconds, imageCount_, size);
   builder_.Add(image);
   ++imageCount_;
 }
@@ -121,10 +118,8 @@ void Recorder::Record(const std::string& path) {
   for (int block = 1; block <= wishes_.blocks; ++block) {
     const Bytes& bytes = MakeBlock(block);
     const std::int64_t skipped = IsDense(block) ? 0 : kBlockBytes - kPage;
-    const std::int64_t end = kBlockBytes - (block == wishes_.blocks ? wishes_.cut : 0);
-    if (end <= skipped) break;
     file.seekp((block - 1) * kBlockBytes + skipped);
-    file.write(reinterpret_cast<const char*>(bytes.data()) + skipped, end - skipped);
+    file.write(reinterpret_cast<const char*>(bytes.data()) + skipped, kBlockBytes - skipped);
   }
   file.close();
   if (!file) throw std::runtime_error(path + " could not be written");

@@ -32,8 +32,6 @@ struct Wishes {
   bool sparse = false;         ///< Blocks outside `dense` hold one image that is a hole.
   std::vector<Range> dense;
   std::vector<Damage> damages;
-  std::uint64_t seed = 1;
-  std::int64_t cut = 0;  ///< Bytes that the file's end lacks.
 
   /// The title of a camera, from 0 on.
   std::string TitleOf(int camera) const {
@@ -45,7 +43,7 @@ struct Wishes {
 /// Writes a recording as a recorder would: whole blocks one after the other.
 class Recorder {
  public:
-  explicit Recorder(const Wishes& wishes);
+  explicit Recorder(const Wishes& wishes) : wishes_(wishes), builder_(wishes.style) {}
 
   /// Writes the file. Throws `std::runtime_error` when that fails.
   void Record(const std::string& path);
@@ -64,7 +62,7 @@ class Recorder {
   const Bytes& MakeBlock(int block);
 
   const Wishes& wishes_;
-  Random random_;  ///< For damage.
+  Random random_{kSeed};  ///< For damage.
   BlockBuilder builder_;
   const Layout* layout_ = nullptr;  ///< Of the block that is being made.
   Bytes damaged_;

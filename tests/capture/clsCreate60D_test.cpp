@@ -53,7 +53,8 @@ INSTANTIATE_TEST_SUITE_P(BothKinds, Writer, testing::Bool());
 TEST_P(Writer, BeginsABlockAfterItsMostImagesAndClosesCompactly) {
   const std::size_t most = GetParam() ? 758 : 246;
   Target target(GetParam());
-  for (std::size_t i = 0; i <= most; ++i) {
+  target.Add({.seconds = 9, .title = "DOOR 2", .text = "text", .flags = 1});
+  for (std::size_t i = 1; i <= most; ++i) {
     EXPECT_EQ(target.writer.GetCurrentFileSize(), 0);
     target.Add({.seconds = 1, .bytes = Picture(10, static_cast<int>(i)), .title = "DOOR"});
   }
@@ -65,6 +66,10 @@ TEST_P(Writer, BeginsABlockAfterItsMostImagesAndClosesCompactly) {
   const auto blocks = ReadRecording(bytes, GetParam());
   EXPECT_EQ(blocks.at(0).images.size(), most);
   EXPECT_EQ(blocks.at(1).images.at(1).title, "DOOR") << "left behind by the image before";
+  // The second block's latest stamp, camera mask, mask of flags 1 and text mask are its own.
+  EXPECT_EQ(blocks.at(1).Field(8, 4), 1u);
+  EXPECT_EQ(blocks.at(1).Field(18, 4), 0x00010000u);
+  EXPECT_EQ(blocks.at(1).Field(30, 2), 0u);
   const std::size_t data = blocks.at(0).dataBytes;
   EXPECT_EQ(bytes.find_first_not_of('\0', data), TrailerOffset() + 3);  // The stamp's last byte.
 }

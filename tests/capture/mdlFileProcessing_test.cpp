@@ -129,6 +129,8 @@ TEST(CheckAvailability, ReadsTheMasksOfTheRange) {
       EXPECT_THAT(AsVector(lngCamMask), ElementsAre(0x0006, 0x0014, 0x8004)) << type;
       EXPECT_EQ(lngCamMaskAlt.UpperBound(), 0);
     }
+    CheckAvailability(scan.disk, "r", -1, 1);
+    EXPECT_EQ(lngCamMask.UpperBound(), 1);
     CheckAvailability(scan.disk, "r", 3, 2);
     EXPECT_EQ(lngCamMask.UpperBound(), 0);
   }

@@ -55,6 +55,20 @@ TEST(NewFile, IsGivenUpInTheMidstOfABlockOnASlowMedium) {
   }
 }
 
+// What is on the medium under its own name is not sure when its close has failed; a file that was
+// renamed before is.
+TEST(NewFile, FailsWithItsCloseUnderItsOwnName) {
+  struct BadDisk : MemoryDisk {
+    bool Close(platform::FileHandle file) override { return !MemoryDisk::Close(file); }
+  };
+  for (const auto place : {NewFile::Place::kOwnName, NewFile::Place::kTemporary}) {
+    PlatformWith<BadDisk> world;
+    NewFile file(world.system, place, [] { return true; });
+    EXPECT_TRUE(file.Create("C:\\Trimbrook\\new.60D") && file.Append("x", 1));
+    EXPECT_EQ(file.Finish(), place == NewFile::Place::kTemporary);
+  }
+}
+
 // A device takes every byte and keeps none.
 TEST(NewFile, IsNoDevice) {
   struct Device : MemoryDisk {

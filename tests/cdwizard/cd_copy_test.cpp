@@ -125,10 +125,10 @@ TEST(CopyFiles, WritesTheChosenBlocks) {
   world.mainWindow.first = 2;
   world.mainWindow.last = 3;
   world.disk.Put("E:\\Part.60D", std::string(5 * kBlock, 'o'));
-  world.disk.Put("E:\\other.txt", "stays");
+  world.disk.Link(kSource, "E:\\Tessaview\\source.60D");
   ASSERT_TRUE(world.Copy(false));
   EXPECT_EQ(world.disk.Bytes("E:\\Part.60D"), std::string(kBlock, 'b') + std::string(kBlock, 'c'));
-  EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\other.txt", "E:\\Part.60D"));
+  EXPECT_THAT(world.OnDisc(), ElementsAre("E:\\Part.60D", "E:\\Tessaview\\source.60D"));
   EXPECT_THAT(world.view.log, ElementsAre("progress", "percent 50", "percent 100"));
   EXPECT_EQ(world.disk.OpenHandles(), 0u);
 }
@@ -173,6 +173,7 @@ TEST(CopyFiles, LeavesAloneWhatIsNoPlayers) {
   World world;
   world.PutPlayer();
   world.disk.Put("E:\\own.txt", "stays");
+  world.disk.Link(kSource, "E:\\the source.60D");
   ASSERT_TRUE(world.Copy(true));
   EXPECT_THAT(world.OnDisc(), IsSupersetOf({"E:\\own.txt", "E:\\Autorun.inf"}));
   world.disk.Remove("C:\\Player\\TessaviewCD\\Autorun.inf");

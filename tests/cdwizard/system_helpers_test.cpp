@@ -10,33 +10,23 @@ using platform::RegistryRoot;
 namespace {
 
 TEST(RegGetString, TakesPlainStringsUpToTheirFirstZero) {
-  FakeRegistry registry;
-  const auto read = [&](const std::string& name) {
-    return RegGetString(registry, RegistryRoot::kCurrentUser, "Key", name, "default");
-  };
-  const auto put = [&](const std::string& name, std::uint32_t type, const std::string& data) {
-    registry.values[{RegistryRoot::kCurrentUser, "Key", name}] = {type, data};
-  };
   using namespace std::string_literals;
-  put("", 1, "C:\\P\\a.exe\0rest"s);
-  put("bare", 1, "no zero");
-  put("none", 1, "");
-  put("expandable", 2, "%WINDIR%\0"s);
-  put("long", 1, std::string(32766, 'x') + '\0');
-  put("too long", 1, std::string(32767, 'x') + '\0');
-  EXPECT_EQ(read(""), "C:\\P\\a.exe");
-  EXPECT_EQ(read("bare"), "no zero");
-  EXPECT_EQ(read("none"), "");
-  EXPECT_EQ(read("expandable"), "default");
-  EXPECT_EQ(read("missing"), "default");
-  EXPECT_EQ(read("long").size(), 32766u);
-  EXPECT_THROW(read("too long"), RuntimeError);
+  FakeRegistry registry;
+  const auto read = [&](std::uint32_t type, const std::string& data) {
+    registry.values[{RegistryRoot::kCurrentUser, "Key", "Name"}] = {type, data};
+    return RegGetString(registry, RegistryRoot::kCurrentUser, "Key", "Name", "default");
+  };
+  EXPECT_EQ(read(1, "C:\\P\\a.exe\0rest"s), "C:\\P\\a.exe");
+  EXPECT_EQ(read(1, "no zero"), "no zero");
+  EXPECT_EQ(read(2, "%WINDIR%\0"s), "default") << "which would have to be expanded";
+  EXPECT_EQ(read(1, std::string(32766, 'x') + '\0').size(), 32766u);
+  EXPECT_THROW(read(1, std::string(32767, 'x') + '\0'), RuntimeError);
+  EXPECT_EQ(RegGetString(registry, RegistryRoot::kLocalMachine, "Key", "Name", "other root"),
+            "other root");
   // The main window asks for a program's path when it starts.
   const std::string appPath = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\a.exe";
   registry.values[{RegistryRoot::kLocalMachine, appPath, ""}] = {1, std::string(40000, 'x') + '\0'};
   EXPECT_EQ(AppPathOf(registry, "a.exe"), "");
-  EXPECT_EQ(RegGetString(registry, RegistryRoot::kLocalMachine, "Key", "", "other root"),
-            "other root");
 }
 
 TEST(GetDiskFreeMB, AsksTheVolumeOfAPath) {

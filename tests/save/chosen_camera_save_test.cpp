@@ -69,19 +69,20 @@ std::vector<Damage> Damages() {
   const tools::Image parts = {
       .bytes = Picture(400, 2), .title = "DOOR 2", .text = "12.50", .sound = Picture(512)};
   const tools::Image last = {.bytes = Picture(400, 3), .title = "DOOR 3"};
-  const tools::Image big = {.bytes = Picture(4092 * 512 - 56 - 1), .title = "DOOR 4"};
+  const tools::Image big = {.bytes = Picture(4093 * 512 - 56 - 1), .title = "DOOR 4"};
   const tools::Image whole = {.bytes = Picture(4094 * 512), .tail = false};
   const std::vector<tools::Image> three = {first, parts, last}, plain = {first, last, first},
                                   full = {first, big};
   return {
       {"sound before the image", 0x30, three, kSecondEntry + 2, "\xF9", {0, 2}, kOneLost},
       {"text and sound only", 0x30, three, kSecondEntry + 2, "\x11", {0, 2}, kOneLost},
+      {"two sectors of text", 0x30, three, kSecondEntry + 2, "\x0A", {0, 2}, kOneLost},
       {"bits beside the camera's", 0x30, three, kSecondEntry + 3, "\xF0", {0, 1, 2}, ""},
       // Sector numbers of 16 bits reach far beyond a block. The last one lets an image end in the
       // trailer, right at the block's end. Each costs two images: one ends where the next begins.
       {"sector 65535", 0x00, plain, kSecondOldEntry + 2, "\xFF\xFF", {2}, kTwoLost},
       {"sector 1", 0x00, plain, kSecondOldEntry + 2, "\x00\x01"s, {2}, kTwoLost},
-      {"the trailer", 0x00, plain, kSecondOldEntry + 2, "\x0F\xFE\0\0\0\x10\x02"s, {0}, kTwoLost},
+      {"the trailer", 0x00, plain, kSecondOldEntry - 3, "\x0F\xFE\0\0\0\x10\x02"s, {2}, kTwoLost},
       // The last images of a block whose list says a wrong count, or a wrong end.
       {"a full block's end", 0x30, full, kSecondEntry + 4, "\x10\x00"s, {0, 1}, ""},
       {"a count too large", 0x30, full, kCount, "\x00\x03"s, {0, 1}, kOneLost},

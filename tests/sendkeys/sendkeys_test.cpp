@@ -46,13 +46,14 @@ INSTANTIATE_TEST_SUITE_P(
         Script{"~(+(ab)c)", "+11 +10 41 42 -10 43 -11"}, Script{"%", "12"}, Script{"%()", "12"},
         // Names, in any case, before characters; what is no name is typed by its first letter.
         Script{"{TAB}{tab}{Tab 2}", "09 09 09 09"}, Script{"{~}{BKSP}{F16}", "0D 08 7F"},
-        Script{"{F17}", "46"}, Script{"{PRTSC}{BREAK}{SCROLLLOCK}", "2A 13 91"},
+        Script{"{F17}", "46"}, Script{"{PRTSC}{BREAK}{SCROLLLOCK}{PGDN}", "2A 13 91 22"},
         Script{"{}}{{}{%}", "DD DB 35"},
         // Repetitions.
         Script{"{a 3}b", "41 41 41 42"}, Script{"{a 2.5}", "41 41"}, Script{"{a 1.5}", "41 41"},
         Script{"{a  +.2e1 }", "41 41"}, Script{"{a 0}{b -7}{c 1e-999}", ""},
         // A character beyond 16 bits is two units, and no key gives either.
-        Script{"\xC3\xA9", "FF"}, Script{"\xF0\x9F\x98\x80", "FF FF"}, Script{"\xFF", "FF"}));
+        Script{"\xC3\xA9", "FF"}, Script{"\xF0\x9F\x98\x80", "FF FF"}, Script{"\xFF", "FF"},
+        Script{"\xC1\x81", "FF FF"}));
 
 struct Fault {
   const char* script;

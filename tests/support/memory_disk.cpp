@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::uint64_t kUnlimited = std::uint64_t{1} << 50;
-
 char Lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -94,8 +92,9 @@ bool MemoryDisk::HasRoomFor(const std::string& path) const {
   return !path.empty() && !Exists(path) && TakesNewFiles(ParentOf(path));
 }
 
-std::uint64_t& MemoryDisk::Room(const std::string& path) {
-  return room_.try_emplace(VolumeOf(path), kUnlimited).first->second;
+std::uint64_t MemoryDisk::LimitOf(const Limits& limits, const std::string& path) const {
+  const auto found = limits.find(VolumeOf(path));
+  return found == limits.end() ? std::numeric_limits<std::uint64_t>::max() : found->second;
 }
 
 FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
@@ -106,7 +105,6 @@ FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
   if (file && file->handles > 0 && (anew || file->mode != mode)) return FileHandle::kInvalid;
   if (!file) Put(path, ""), file = At(path);
   if (anew) {
-    Room(path) += file->bytes.size();
     file->bytes.clear();
     file->unflushed = 0;
   }
@@ -139,26 +137,19 @@ bool MemoryDisk::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
   Handle* handle = Of(file);
   if (Fails("write") || !handle || !handle->Writes()) return false;
   bytes = Moved("write", bytes);
-  if (handle->position + bytes > LargestOn(handle->volume)) return false;
-  Grow(*handle, handle->position + bytes);
+  if (bytes == 0) return true;
+  const std::uint64_t end = handle->position + bytes;
+  if (end > LimitOf(largest_, handle->volume)) return false;
   std::string& content = handle->file->bytes;
-  if (handle->position >= content.size()) return bytes == 0;
-  const std::uint64_t room = content.size() - handle->position;
-  bytesWritten = static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes, room));
-  if (bytesWritten > 0) std::memcpy(content.data() + handle->position, buffer, bytesWritten);
-  handle->position += bytesWritten;
+  if (end > content.size()) {
+    handle->file->unflushed += end - content.size();
+    content.resize(end);
+  }
+  std::memcpy(content.data() + handle->position, buffer, bytes);
+  handle->position = end;
+  bytesWritten = bytes;
   handle->file->written = ++time_;
   return true;
-}
-
-void MemoryDisk::Grow(Handle& handle, std::uint64_t size) {
-  std::string& content = handle.file->bytes;
-  if (size <= content.size()) return;
-  std::uint64_t& room = Room(handle.volume);
-  const std::uint64_t more = std::min<std::uint64_t>(size - content.size(), room);
-  content.resize(content.size() + more);
-  handle.file->unflushed += more;
-  room -= more;
 }
 
 bool MemoryDisk::Seek(FileHandle file, std::int64_t position) {
@@ -237,7 +228,6 @@ bool MemoryDisk::Remove(const std::string& path) {
 bool MemoryDisk::Delete(const std::string& path) {
   const auto file = At(path);
   if (!file || file->handles > 0) return false;
-  if (file.use_count() == 2) Room(path) += file->bytes.size();
   files_.erase(path);
   return true;
 }
@@ -265,16 +255,11 @@ bool MemoryDisk::CopyTimes(const std::string& from, const std::string& to) {
 }
 
 std::uint64_t MemoryDisk::FreeBytes(const std::string& root) {
-  return Fails("free bytes") ? 0 : Room(root);
+  return Fails("free bytes") ? 0 : LimitOf(room_, root);
 }
 
 std::uint64_t MemoryDisk::LargestFile(const std::string& folder) {
-  return LargestOn(VolumeOf(folder));
-}
-
-std::uint64_t MemoryDisk::LargestOn(const std::string& volume) const {
-  const auto found = largest_.find(volume);
-  return found == largest_.end() ? std::numeric_limits<std::uint64_t>::max() : found->second;
+  return LimitOf(largest_, folder);
 }
 
 bool MemoryDisk::OnSameVolume(const std::string& pathA, const std::string& pathB) {

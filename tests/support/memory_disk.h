@@ -16,10 +16,9 @@
 
 /// A whole disk in memory, for tests and fuzzers: drives, folders and files by Windows paths,
 /// compared without regard to case. A new file is nobody else's while it is open, what is open for
-/// renaming cannot be read and the other way round, an open file cannot be deleted, and a full
-/// volume shows as a short write. A fault strikes the calls of the three interfaces. A flush or
-/// close that fails loses half of what was written since the last flush, and a close that fails has
-/// closed the file all the same.
+/// renaming cannot be read and the other way round, and an open file cannot be deleted. A fault
+/// strikes the calls of the three interfaces. A flush or close that fails loses half of what was
+/// written since the last flush, and a close that fails has closed the file all the same.
 class MemoryDisk : public platform::Files, public platform::FileNames, public platform::Drives {
  public:
   /// Strikes nothing unless a test sets it.
@@ -37,7 +36,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::string Take(const std::string& path);
   /// Paths of all files.
   std::vector<std::string> Paths() const;
-  /// Bytes that a volume ("C:") still takes; unlimited at first.
+  /// Bytes that a volume ("C:") says it has free; unlimited at first. A write on a full one is a
+  /// short transfer, as a fault makes them.
   void SetRoom(const std::string& volume, std::uint64_t bytes) { room_[volume] = bytes; }
   /// Makes a folder, and what lies below it, a volume of its own ("F:"), as a mounted one is.
   void Mount(const std::string& folder, const std::string& volume) { mounts_[folder] = volume; }
@@ -141,21 +141,18 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   bool Keeps(const char* operation, const Handle& handle);
   /// The volume of a path: that of its drive or of the folder, mounted, in which it lies.
   std::string VolumeOf(const std::string& path) const;
-  /// The volume's entry of room, in bytes.
-  std::uint64_t& Room(const std::string& path);
-  /// The most bytes that a file on a volume can have.
-  std::uint64_t LargestOn(const std::string& volume) const;
+  using Limits = std::map<std::string, std::uint64_t, CaseBlind>;
+  /// What a volume is limited to, in bytes.
+  std::uint64_t LimitOf(const Limits& limits, const std::string& path) const;
   /// Whether a file or folder can be made there: its folder exists, and the name is free.
   bool HasRoomFor(const std::string& path) const;
   bool Exists(const std::string& path) const { return At(path) || IsFolder(path); }
-  /// Grows a file as far towards `size` as its volume has room.
-  void Grow(Handle& handle, std::uint64_t size);
 
   std::map<std::string, std::shared_ptr<File>, CaseBlind> files_;
   std::set<std::string, CaseBlind> folders_;
   std::set<std::string, CaseBlind> protected_;
-  std::map<std::string, std::uint64_t, CaseBlind> room_;
-  std::map<std::string, std::uint64_t, CaseBlind> largest_;
+  Limits room_;
+  Limits largest_;
   std::map<std::string, std::string, CaseBlind> mounts_;
   int refusedRenames_ = 0;
   std::map<std::intptr_t, Handle> handles_;

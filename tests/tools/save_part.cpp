@@ -14,84 +14,48 @@
 #include "platform/posix/posix_disk.h"
 #include "save/save_messages.h"
 #include "save/save_state.h"
+#include "tests/save/fake_progress.h"
 #include "tests/support/fake_platform.h"
 #include "tools/recording_reader.h"
 
 namespace {
 
-/// Shows nothing but what it must.
-class PrintedProgress : public SaveProgress {
- public:
-  void ShowBlocksDone(std::int32_t, std::int32_t) override {}
-  void ShowBlockMessage(const std::string& text) override { Print(text); }
-  void ShowHourglass(bool) override {}
-  void LetMessagesRun() override {}
-  bool StillSaving() override { return true; }
-
-  static void Print(const std::string& text) {
-    if (!text.empty()) std::printf("message: %s\n", text.c_str());
-  }
-};
-
-double SecondsNow() {
-  return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
+using Clock = std::chrono::steady_clock;
 
 /// Prints how long a step took and the most memory that the process has had so far.
-void Report(const char* step, double begin) {
+void Report(const char* step, Clock::time_point begin) {
   rusage usage = {};
   getrusage(RUSAGE_SELF, &usage);
-  std::printf("%s %.3f s, peak %.1f MiB\n", step, SecondsNow() - begin,
+  std::printf("%s %.3f s, peak %.1f MiB\n", step,
+              std::chrono::duration<double>(Clock::now() - begin).count(),
               static_cast<double>(usage.ru_maxrss) / 1024);
 }
 
-std::string FolderOf(const std::string& path) {
-  return std::filesystem::absolute(path).parent_path().string();
-}
-
-/// What a save is asked for; no cameras stand for whole blocks.
-struct Job {
-  std::string source;
-  std::string target;
-  std::int32_t first;
-  std::int32_t last;
-  std::int32_t cameras;
-};
-
-bool Scan(PosixDisk& disk, FakeDates& dates, const Job& job) {
-  const double begin = SecondsNow();
-  mdlFileProcessing::bln20D = tools::IsNameOf20D(job.source);
-  const bool valid = mdlFileProcessing::ScanSourceFile(disk, dates, job.source) ==
-                     mdlFileProcessing::ReadEnd::kDone;
-  std::printf("blocks %d\n", mdlFileProcessing::lngBlockCount);
+bool Scan(PosixDisk& disk, const SaveJob& job) {
+  const auto begin = Clock::now();
+  FakeDates dates;
+  mdlFileProcessing::bln20D = tools::IsNameOf20D(job.sourcePath);
+  const auto end = mdlFileProcessing::ScanSourceFile(disk, dates, job.sourcePath);
   Report("scan", begin);
-  return valid;
+  mdlFileProcessing::CheckAvailability(disk, job.sourcePath, job.firstBlock, job.lastBlock);
+  Report("scan and availability", begin);
+  return end == mdlFileProcessing::ReadEnd::kDone;
 }
 
-void ListCameras(PosixDisk& disk, const Job& job) {
-  const double begin = SecondsNow();
-  mdlFileProcessing::CheckAvailability(disk, job.source, job.first, job.last);
-  std::int32_t cameras = 0;
-  for (int i = 1; i <= mdlFileProcessing::lngCamMask.UpperBound(); ++i)
-    cameras |= mdlFileProcessing::lngCamMask[i];
-  std::printf("cameras %04x\n", static_cast<unsigned>(cameras));
-  Report("availability", begin);
-}
-
-bool Save(platform::Platform& system, const Job& job) {
-  PrintedProgress progress;
-  const double begin = SecondsNow();
-  mdlSave::lngCamSelLow = job.cameras;
-  const SaveResult result = RunSave(
-      system, progress,
-      {.sourcePath = job.source,
-       .targetPath = job.target,
-       .firstBlock = job.first,
-       .lastBlock = job.last,
-       .mode = job.cameras == 0 ? SaveJob::Mode::kWholeBlocks : SaveJob::Mode::kChosenCameras});
+bool Save(PosixDisk& disk, const SaveJob& job) {
+  const std::string folder = std::filesystem::absolute(job.targetPath).parent_path();
+  FakePlatform outside;
+  platform::Platform system{disk,         disk,          outside.registry, outside.desktop,
+                            outside.disk, outside.dates, outside.clock,    folder,
+                            "Save"};
+  FakeProgress progress;
+  const auto begin = Clock::now();
+  const SaveResult result = RunSave(system, progress, job);
   Report("save", begin);
-  PrintedProgress::Print(MessageOfLosses(result));
-  PrintedProgress::Print(MessageOfEnd(result).text);
+  progress.messages.push_back(MessageOfLosses(result));
+  progress.messages.push_back(MessageOfEnd(result).text);
+  for (const std::string& message : progress.messages)
+    if (!message.empty()) std::printf("message: %s\n", message.c_str());
   return result.end == SaveEnd::kSaved;
 }
 
@@ -102,14 +66,13 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "Usage: save_part SOURCE TARGET FIRST LAST [CAMERA...]\n");
     return 2;
   }
-  Job job = {argv[1], argv[2], std::atoi(argv[3]), std::atoi(argv[4]), 0};
-  for (int i = 5; i < argc; ++i) job.cameras |= 1 << (std::atoi(argv[i]) - 1);
+  for (int i = 5; i < argc; ++i) mdlSave::lngCamSelLow |= 1 << (std::atoi(argv[i]) - 1);
+  const SaveJob job = {
+      .sourcePath = argv[1],
+      .targetPath = argv[2],
+      .firstBlock = std::atoi(argv[3]),
+      .lastBlock = std::atoi(argv[4]),
+      .mode = argc > 5 ? SaveJob::Mode::kChosenCameras : SaveJob::Mode::kWholeBlocks};
   PosixDisk disk;
-  FakePlatform outside;
-  platform::Platform system{disk,         disk,          outside.registry, outside.desktop,
-                            outside.disk, outside.dates, outside.clock,    FolderOf(job.target),
-                            "Save"};
-  if (!Scan(disk, outside.dates, job)) return 1;
-  ListCameras(disk, job);
-  return Save(system, job) ? 0 : 1;
+  return Scan(disk, job) && Save(disk, job) ? 0 : 1;
 }
