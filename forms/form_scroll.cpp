@@ -31,13 +31,20 @@ int PositionToSee(int first, int last, int at, int page) {
 void Form::FitScrollBars() {
   const SIZE wanted = WantedSize();
   const SIZE frame = FrameSize();
-  // Twice, since showing one bar can make the other needed.
-  for (int pass = 0; pass < 2; ++pass) {
-    RECT client = {};
-    GetClientRect(window_, &client);
-    SetScroll(window_, SB_VERT, wanted.cy - frame.cy, client.bottom, state_->scrolled.y);
-    SetScroll(window_, SB_HORZ, wanted.cx - frame.cx, client.right, state_->scrolled.x);
-  }
+  const SIZE content = {wanted.cx - frame.cx, wanted.cy - frame.cy};
+  RECT own = {};
+  GetWindowRect(window_, &own);
+  const SIZE room = {own.right - own.left - frame.cx, own.bottom - own.top - frame.cy};
+  // The client area says nothing: of the bars that take from it now each may be there only since
+  // the other is.
+  const int barWidth = GetSystemMetricsForDpi(SM_CXVSCROLL, dpi_);
+  const int barHeight = GetSystemMetricsForDpi(SM_CYHSCROLL, dpi_);
+  const bool isTooHigh = content.cy > room.cy;
+  const bool isTooWide = content.cx > room.cx - (isTooHigh ? barWidth : 0);
+  const int height = room.cy - (isTooWide ? barHeight : 0);
+  const int width = room.cx - (content.cy > height ? barWidth : 0);
+  SetScroll(window_, SB_VERT, content.cy, height, state_->scrolled.y);
+  SetScroll(window_, SB_HORZ, content.cx, width, state_->scrolled.x);
   ScrollTo(state_->scrolled.x, state_->scrolled.y);
 }
 

@@ -40,6 +40,13 @@ TEST(SmallDisplay, TheUnfoldedWindowFitsAndScrollsWithTheFocus) {
   }
   EXPECT_TRUE(visited.count(IDC_frmTrimbrook_Command3));
   EXPECT_TRUE(visited.count(IDC_frmTrimbrook_Text13));
+
+  const auto bars = [&] {
+    return GetWindowLongW(program.main().handle(), GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL);
+  };
+  EXPECT_NE(bars(), 0);
+  program.At(IDC_frmTrimbrook_CheckCTRS).Click();
+  EXPECT_EQ(bars(), 0);
 }
 
 }  // namespace
