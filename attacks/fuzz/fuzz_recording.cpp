@@ -4,9 +4,8 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 
+#include "attacks/fuzz/check.h"
 #include "attacks/fuzz/hostile_recording.h"
 #include "capture/mdlFileProcessing.h"
 #include "save/operations.h"
@@ -20,13 +19,6 @@ namespace {
 constexpr char kSource[] = "C:\\Recordings\\source.60D";
 constexpr char kTarget[] = "C:\\Recordings\\target.60D";
 constexpr std::size_t kBlock = 2097152;
-
-/// Ends the run as a find when a promise does not hold.
-void Demand(bool holds, const char* promise) {
-  if (holds) return;
-  std::fprintf(stderr, "Broken promise: %s\n", promise);
-  std::abort();
-}
 
 /// One run: what is asked of the program, and what it must not do.
 struct Run {
