@@ -34,15 +34,15 @@ TEST(SaveChosenCameras, TakesTitlesWithoutTheirBlanks) {
                                .Block()
                                .Titles({"  GATE ", "TABLE 2", "   "})
                                .Image({.camera = 0, .title = "  "})
-                               .Image({.camera = 1, .title = " OWN 12 "})
                                .Image({.camera = 2, .tail = false})
+                               .Image({.camera = 1, .title = " OWN 12345678901234567890"})
                                .Bytes());
   EXPECT_EQ(save.Run(1, 1, 0b111), SaveEnd::kSaved);
   const auto saved = save.Saved();
   ASSERT_EQ(saved.size(), 3u);
   EXPECT_EQ(saved[0].title, "GATE");
-  EXPECT_EQ(saved[1].title, "OWN 12");
-  EXPECT_EQ(saved[2].title, "Camera 3");
+  EXPECT_EQ(saved[1].title, "Camera 3");
+  EXPECT_EQ(saved[2].title, "OWN 12345678901") << "of the first 16 bytes";
 }
 
 /// Bytes put over the trailer of a block, or over its data, and what that costs.

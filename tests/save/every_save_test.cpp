@@ -13,9 +13,9 @@ constexpr char kLink[] = "C:\\Saved\\link.60D";
 constexpr int kBlocks = 2;
 
 /// A recording with an image of camera 1 and some of camera 2 in each block.
-std::string Recording() {
+std::string Recording(int blocks = kBlocks) {
   RecordingBuilder builder(0x30);
-  for (int i = 0; i < kBlocks; ++i)
+  for (int i = 0; i < blocks; ++i)
     builder.Block()
         .Image({.camera = 0, .bytes = Picture(300000, i)})
         .Image({.camera = 1, .bytes = Picture(100, i)});
@@ -44,18 +44,16 @@ INSTANTIATE_TEST_SUITE_P(All, EverySave, testing::Values(kWholeBlocks, 1),
                          [](const auto& test) { return test.param ? "Cameras" : "Blocks"; });
 
 TEST_P(EverySave, CancelAtEveryBlockRemovesWhatIsThere) {
-  const std::string whole = Whole();
-  for (int block = 1; block <= kBlocks; ++block) {
-    Save save;
+  constexpr int kMany = 6;  // So many that some lie between two flushes.
+  const std::string recording = Recording(kMany);
+  for (int block = 1; block <= kMany; ++block) {
+    SaveWorld save(0x30, recording);
     save.progress.cancelBefore = block;
-    EXPECT_EQ(save.Run(GetParam()), SaveEnd::kCancelled);
+    EXPECT_EQ(save.Run(1, kMany, GetParam()), SaveEnd::kCancelled);
     // Before the first image it is not certain that there is anything to write.
     EXPECT_EQ(save.world.disk.HasFile(kTarget), GetParam() != kWholeBlocks && block == 1);
     EXPECT_THAT(save.progress.messages, testing::IsEmpty());
     save.ExpectNothingLeft();
-    save.progress = {};
-    EXPECT_EQ(save.Run(GetParam()), SaveEnd::kSaved);
-    EXPECT_TRUE(save.world.disk.View(kTarget) == whole);
     PrintFigure(1, "saves cancelled");
   }
 }
