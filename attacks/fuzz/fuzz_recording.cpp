@@ -73,11 +73,21 @@ struct Run {
   std::size_t size = 0;
 };
 
+/// Whether a new block holds the image. One that fills its own down to the byte before its tail, or
+/// without a tail, needs a sector more there.
+bool FitsNewBlock(const HostileRecording::Given& given) {
+  const tools::Image& image = given.image;
+  const std::size_t sectors = (image.bytes.size() + tools::kTailBytes) / tools::kSectorBytes + 1 +
+                              (image.text.empty() ? 0 : 1);
+  const std::size_t sound = given.layout->type == 0x20 ? 0 : image.sound.size();
+  return sectors * tools::kSectorBytes + sound <= static_cast<std::size_t>(given.layout->trailer);
+}
+
 std::vector<HostileRecording::Given> ChosenOf(const Run& run) {
   std::vector<HostileRecording::Given> chosen = run.recording.Images();
   std::erase_if(chosen, [&](const HostileRecording::Given& given) {
     return given.block < run.first || given.block > run.last || given.image.camera > 15 ||
-           (mdlSave::lngCamSelLow >> given.image.camera & 1) == 0;
+           (mdlSave::lngCamSelLow >> given.image.camera & 1) == 0 || !FitsNewBlock(given);
   });
   return chosen;
 }
