@@ -80,12 +80,10 @@ tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, st
   int sectors = data.ConsumeIntegralInRange(0, 15) == 0 ? data.ConsumeIntegralInRange(1, 2000)
                                                         : data.ConsumeIntegralInRange(1, 4);
   // Now and then up to the trailer.
-  const bool fills = image.tail && data.ConsumeIntegralInRange(0, 15) == 0;
-  if (fills) sectors = std::max(1, Builder().FreeSectors() - parts);
-  // Up to the tail, or short of it by as much as a recorder ever pads. An image that has a block to
-  // itself cannot be kept without a zero before its tail.
-  int free = image.tail ? kTailBytes + data.PickValueInArray({0, 1, 56, 455}) : 0;
-  if (fills) free = std::max(free, kTailBytes + 1);
+  if (image.tail && data.ConsumeIntegralInRange(0, 15) == 0)
+    sectors = std::max(1, Builder().FreeSectors() - parts);
+  // Up to the tail, or short of it by as much as a recorder ever pads.
+  const int free = image.tail ? kTailBytes + data.PickValueInArray({0, 1, 56, 455}) : 0;
   image.bytes = Noise(number % 1000, sectors * kSectorBytes - free);
   return image;
 }
