@@ -1,7 +1,6 @@
-// The forms layer by windows of its own, in this process.
+// The forms layer by the program's own tables, in this process.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 #include <vector>
 
@@ -18,67 +17,31 @@ namespace {
 
 using layout::Kind;
 
-enum Id {
-  kFrameId = 1,
-  kInnerId,
-  kBoxId,
-  kUpDownId,
-  kSliderId,
-  kOkId,
-  kOtherId,
-  kTickId,
-  kNumberId,
-  kCalendarId,
-  kWalkedId = 100
-};
-
-constexpr layout::Row Walked(int index, int left, int top) {
-  return {kWalkedId + index, Kind::kCheckBox, 0, "", left, top, 225, 285, layout::kArrows};
-}
-
-constexpr auto kRows = std::to_array<layout::Row>({
-    {kFrameId, Kind::kFrame, 0, "Frame", 150, 150, 4500, 1500},
-    {kInnerId, Kind::kFrame, kFrameId, "Inner", 150, 300, 3000, 900},
-    {kBoxId, Kind::kTextBox, kInnerId, "", 150, 300, 750, 300, layout::kNumber, "Hour"},
-    {kUpDownId, Kind::kUpDown, kInnerId, "", 900, 300, 270, 300, layout::kNoTabStop, nullptr,
-     nullptr, 0, kBoxId},
-    {kSliderId, Kind::kSlider, 0, "", 150, 1800, 4500, 450, layout::kPlain, "Block"},
-    {kOkId, Kind::kButton, 0, "OK", 150, 2400, 1500, 375, layout::kDefault},
-    {kOtherId, Kind::kButton, 0, "Other", 1800, 2400, 1500, 375},
-    {kTickId, Kind::kCheckBox, 0, "", 3600, 2400, 225, 285},
-    {kNumberId, Kind::kLabel, 0, "1", 3900, 2400, 225, 240, layout::kPlain, nullptr, nullptr, 0,
-     kTickId},
-    Walked(0, 150, 3000),
-    Walked(1, 600, 3000),
-    Walked(2, 150, 3450),
-    Walked(3, 600, 3450),
-    {kCalendarId, Kind::kMonthCalendar, 0, "", 1200, 3000, 3450, 2580},
-});
-constexpr layout::Form kTable = {"frmTest", "Test window", 4800, 6000, kRows};
-
+/// The main window's controls with the custom time range, and nothing behind them.
 class TestForm : public Form {
  public:
-  TestForm() : Form(kTable) {}
+  TestForm() : Form(layout::kFrmTrimbrook) {}
   // A window without an owner tells the program to quit when it goes.
   ~TestForm() override {
     MSG message;
     PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
   }
 
-  Frame Frame1{*this, kFrameId}, Inner{*this, kInnerId};
-  TextBox Box{*this, kBoxId};
-  Slider Slider1{*this, kSliderId};
-  Button Ok{*this, kOkId};
-  Button Other{*this, kOtherId};
-  CheckBox Tick{*this, kTickId};
-  Label Number{*this, kNumberId};
-  UpDown Counter{*this, kUpDownId};
-  MonthCalendar Calendar{*this, kCalendarId};
-  ControlArray<CheckBox> Boxes{*this, kWalkedId, 0, 3};
+  Frame Range{*this, IDC_frmTrimbrook_Frame4}, RangeStart{*this, IDC_frmTrimbrook_Frame6};
+  TextBox Hour{*this, IDC_frmTrimbrook_Text8};
+  UpDown Counter{*this, IDC_frmTrimbrook_UpDownH};
+  MonthCalendar Calendar{*this, IDC_frmTrimbrook_Calendar1};
+  Slider Slider1{*this, IDC_frmTrimbrook_Slider1};
+  ControlArray<CheckBox> Cameras{*this, IDC_frmTrimbrook_Check1, 0, 31};
+  Label Number{*this, IDC_frmTrimbrook_Label5 + 1};
+  Button Save{*this, IDC_frmTrimbrook_Command3}, Exit{*this, IDC_frmTrimbrook_Command4};
   std::string told;  ///< What the calendar has told, a letter each.
 
  private:
   void OnLoad() override {
+    layout::Apply(layout::kExpanded, *this);
+    layout::Apply(layout::kSixteenCameras, *this);
+    Slider1.SetEnabled(true);
     Bind({{Calendar, Event::kClick, [this] { told += 'c'; }},
           {Calendar, Event::kMonthChange, [this] { told += 'm'; }},
           {Calendar, Event::kYearChange, [this] { told += 'y'; }}});
@@ -88,43 +51,22 @@ class TestForm : public Form {
 /// A window that is closed by its own handler.
 class ModalForm : public Form {
  public:
-  ModalForm() : Form(kTable) {
-    Bind({{Ok, Event::kClick, [this] { CloseItself(); }}});
+  ModalForm() : Form(layout::kFrmSaveFile) {
+    Bind({{Close, Event::kClick, [this] { CloseItself(); }}});
   }
 
-  Button Ok{*this, kOkId};
+  Button Close{*this, IDC_frmSaveFile_cmdCancel};
   HWND inFront = nullptr;  ///< When it had hidden, before its handler has returned.
   bool ownerUsable = false;
 
  private:
-  void OnLoad() override { PostMessageW(Ok.window(), BM_CLICK, 0, 0); }
+  void OnLoad() override { PostMessageW(Close.window(), BM_CLICK, 0, 0); }
   void CloseItself() {
     const HWND owner = GetWindow(window(), GW_OWNER);
     Unload();
     inFront = GetActiveWindow();
     ownerUsable = IsWindowEnabled(owner) != FALSE;
   }
-};
-
-/// Gives the system's text another size while it lives.
-class TextSize {
- public:
-  explicit TextSize(int percent) {
-    former_.cbSize = sizeof former_;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof former_, &former_, 0);
-    NONCLIENTMETRICSW larger = former_;
-    larger.lfMessageFont.lfHeight = MulDiv(former_.lfMessageFont.lfHeight, percent, 100);
-    Set(larger);
-  }
-  ~TextSize() { Set(former_); }
-  TextSize(const TextSize&) = delete;
-  TextSize& operator=(const TextSize&) = delete;
-
- private:
-  static void Set(NONCLIENTMETRICSW& metrics) {
-    SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-  }
-  NONCLIENTMETRICSW former_ = {};
 };
 
 using Controls = std::vector<const Control*>;
@@ -134,12 +76,6 @@ class FormsTest : public testing::Test {
   static void SetUpTestSuite() { StartApplication(); }
   void SetUp() override { form.Show(); }
 
-  RECT PlaceOf(const Control& control) {
-    RECT place = {};
-    GetWindowRect(control.window(), &place);
-    MapWindowPoints(nullptr, form.window(), reinterpret_cast<POINT*>(&place), 2);
-    return place;
-  }
   bool WindowEnabled(const Control& control) { return IsWindowEnabled(control.window()); }
   bool WindowVisible(const Control& control) { return IsWindowVisible(control.window()); }
 
@@ -147,64 +83,63 @@ class FormsTest : public testing::Test {
 };
 
 TEST_F(FormsTest, PlacesControlsRelativeToTheirFramesAtAnyDpi) {
-  const struct {
-    UINT dpi;
-    RECT box;  // (150 + 150 + 150, 150 + 300 + 300) twips, 750 x 300.
-  } cases[] = {{96, {30, 50, 80, 70}}, {144, {45, 75, 120, 105}}, {192, {60, 100, 160, 140}}};
-  for (const auto& [dpi, expected] : cases) {
+  for (const int dpi : {96, 144, 192}) {
     const RECT suggested = {10, 10, 500, 500};
-    SendMessageW(form.window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
+    SendMessageW(form.window(), WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
                  reinterpret_cast<LPARAM>(&suggested));
-    const RECT place = PlaceOf(form.Box);
-    EXPECT_TRUE(EqualRect(&place, &expected)) << dpi;
-    RECT client = {};
-    GetClientRect(form.window(), &client);
-    EXPECT_GE(client.bottom, MulDiv(3000, static_cast<int>(dpi), 1440));
+    RECT place = {};
+    GetWindowRect(form.Hour.window(), &place);
+    MapWindowPoints(nullptr, form.window(), reinterpret_cast<POINT*>(&place), 2);
+    // In the three frames that hold it, of a window that is too high for the screen at last.
+    EXPECT_EQ(place.left, MulDiv(120 + 120 + 150 + 4050, dpi, kTwipsPerInch));
+    EXPECT_EQ(place.top, MulDiv(2970 + 3090 + 270 + 750, dpi, kTwipsPerInch));
+    EXPECT_EQ(place.right - place.left, MulDiv(540, dpi, kTwipsPerInch));
   }
 }
 
 TEST_F(FormsTest, ShowsAndEnablesAControlOnlyWhileItsFramesAre) {
-  form.Frame1.SetVisible(false);
-  EXPECT_FALSE(WindowVisible(form.Box) || WindowEnabled(form.Box));
-  EXPECT_TRUE(form.Box.Visible() && form.Box.Enabled());
-  form.Inner.SetVisible(false);
-  form.Frame1.SetVisible(true);
-  EXPECT_FALSE(WindowVisible(form.Box) || WindowEnabled(form.Box));
-  form.Inner.SetVisible(true);
-  EXPECT_TRUE(WindowVisible(form.Box) && WindowEnabled(form.Box));
-  form.Frame1.SetEnabled(false);
-  EXPECT_TRUE(WindowVisible(form.Box) && !WindowEnabled(form.Box));
+  form.Range.SetVisible(false);
+  EXPECT_FALSE(WindowVisible(form.Hour) || WindowEnabled(form.Hour));
+  EXPECT_TRUE(form.Hour.Visible() && form.Hour.Enabled());
+  form.RangeStart.SetVisible(false);
+  form.Range.SetVisible(true);
+  EXPECT_FALSE(WindowVisible(form.Hour) || WindowEnabled(form.Hour));
+  form.RangeStart.SetVisible(true);
+  EXPECT_TRUE(WindowVisible(form.Hour) && WindowEnabled(form.Hour));
+  form.Range.SetEnabled(false);
+  EXPECT_TRUE(WindowVisible(form.Hour) && !WindowEnabled(form.Hour));
 }
 
 TEST_F(FormsTest, LeavesTheFocusOnNothingThatGoes) {
-  form.Box.SetFocus();
-  form.Frame1.SetVisible(false);
-  EXPECT_TRUE(form.Slider1.HasFocus());
-  form.Slider1.SetEnabled(false);
-  EXPECT_TRUE(form.Ok.HasFocus());
+  form.Hour.SetFocus();
+  form.Range.SetVisible(false);
+  EXPECT_TRUE(form.Save.HasFocus());
+  form.Save.SetEnabled(false);
+  EXPECT_TRUE(form.Exit.HasFocus());
 }
 
 TEST_F(FormsTest, ShowsTheFocusOfABoxWithoutACaption) {
+  const HWND box = form.Cameras(0).window();
   const auto pixels = [&] {
-    UpdateWindow(form.Tick.window());
-    const HDC screen = GetDC(form.Tick.window());
+    UpdateWindow(box);
+    const HDC screen = GetDC(box);
     std::vector<COLORREF> colors;
     for (int i = 0; i < 15 * 19; ++i) colors.push_back(GetPixel(screen, i % 15, i / 15));
-    ReleaseDC(form.Tick.window(), screen);
+    ReleaseDC(box, screen);
     return colors;
   };
   const auto before = pixels();
-  form.Tick.SetFocus();
+  form.Cameras(0).SetFocus();
   EXPECT_NE(pixels(), before);
-  form.Ok.SetFocus();
+  form.Save.SetFocus();
   EXPECT_EQ(pixels(), before);
 }
 
 TEST_F(FormsTest, ALabelIsPartOfItsBox) {
   SendMessageW(form.Number.window(), WM_LBUTTONDOWN, 0, 0);
   SendMessageW(form.Number.window(), WM_LBUTTONUP, 0, 0);
-  EXPECT_TRUE(form.Tick.Value() && form.Tick.HasFocus());
-  form.Tick.SetEnabled(false);
+  EXPECT_TRUE(form.Cameras(0).Value() && form.Cameras(0).HasFocus());
+  form.Cameras(0).SetEnabled(false);
   EXPECT_FALSE(WindowEnabled(form.Number));
   EXPECT_TRUE(WindowVisible(form.Number));
 }
@@ -212,37 +147,38 @@ TEST_F(FormsTest, ALabelIsPartOfItsBox) {
 TEST_F(FormsTest, ArrowsWalkBoxesThatTabPassesAsOne) {
   const auto stops = [&] {
     std::string indices;
-    for (int i = 0; i <= form.Boxes.last(); ++i)
-      if (GetWindowLongW(form.Boxes(i).window(), GWL_STYLE) & WS_TABSTOP)
+    for (int i = 0; i <= form.Cameras.last(); ++i)
+      if (GetWindowLongW(form.Cameras(i).window(), GWL_STYLE) & WS_TABSTOP)
         indices += std::to_string(i);
     return indices;
   };
   EXPECT_EQ(stops(), "0");
-  form.Boxes(2).SetEnabled(false);
-  form.Boxes(0).SetFocus();
+  form.Cameras(8).SetEnabled(false);
+  form.Cameras(0).SetFocus();
+  // Two rows of eight boxes.
   const struct {
     WPARAM key;
     int focused;
-  } cases[] = {{VK_RIGHT, 1}, {VK_DOWN, 3},  {VK_DOWN, 3}, {VK_LEFT, 1}, {VK_LEFT, 0},
-               {VK_DOWN, 3},  {VK_RIGHT, 0}, {VK_LEFT, 3}, {VK_UP, 1},   {VK_UP, 1}};
+  } cases[] = {{VK_RIGHT, 1}, {VK_DOWN, 9}, {VK_DOWN, 9},  {VK_LEFT, 7},  {VK_RIGHT, 9}, {VK_UP, 1},
+               {VK_UP, 1},    {VK_LEFT, 0}, {VK_LEFT, 15}, {VK_RIGHT, 0}, {VK_DOWN, 9}};
   for (const auto& [key, focused] : cases) {
     PostMessageW(GetFocus(), WM_KEYDOWN, key, 0);
     DoEvents();
-    EXPECT_TRUE(form.Boxes(focused).HasFocus()) << key;
+    EXPECT_TRUE(form.Cameras(focused).HasFocus()) << key;
     EXPECT_EQ(stops(), std::to_string(focused));
   }
-  form.Boxes(1).SetEnabled(false);
+  form.Cameras(9).SetEnabled(false);
   EXPECT_EQ(stops(), "0");
 }
 
 TEST_F(FormsTest, OnlyTheFocusedButtonLooksLikeTheDefaultOne) {
-  form.Other.SetFocus();
+  form.Save.SetDefault();
   // As the system does when a dialog has gone, or the mouse has pressed.
-  for (const Control* focused : Controls{&form.Ok, &form.Other, &form.Slider1}) {
+  for (const Control* focused : Controls{&form.Save, &form.Exit, &form.Hour}) {
     SetFocus(focused->window());
-    for (const Button* button : {&form.Ok, &form.Other})
+    for (const Button* button : {&form.Save, &form.Exit})
       EXPECT_EQ((GetWindowLongW(button->window(), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON,
-                button == focused || (focused == &form.Slider1 && button == &form.Ok));
+                button == focused || (focused == &form.Hour && button == &form.Save));
   }
 }
 
@@ -250,8 +186,8 @@ TEST_F(FormsTest, TheWheelMovesNothingThatHasNotTheFocus) {
   form.Counter.SetValue(7);
   form.Slider1.SetValue(50);
   const Day day = form.Calendar.Value();
-  form.Ok.SetFocus();
-  for (const Control* control : Controls{&form.Slider1, &form.Box, &form.Calendar}) {
+  form.Save.SetFocus();
+  for (const Control* control : Controls{&form.Slider1, &form.Hour, &form.Calendar}) {
     RECT place = {};
     GetWindowRect(control->window(), &place);
     PostMessageW(control->window(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA),
@@ -266,8 +202,9 @@ TEST_F(FormsTest, TheWheelMovesNothingThatHasNotTheFocus) {
 TEST_F(FormsTest, ACalendarTellsADayOnceAndAlwaysHasTheOneItShows) {
   const auto notify = [&](UINT code) {
     NMSELCHANGE notice = {};
-    notice.nmhdr = {form.Calendar.window(), kCalendarId, code};
-    SendMessageW(form.window(), WM_NOTIFY, kCalendarId, reinterpret_cast<LPARAM>(&notice));
+    notice.nmhdr = {form.Calendar.window(), IDC_frmTrimbrook_Calendar1, code};
+    SendMessageW(form.window(), WM_NOTIFY, IDC_frmTrimbrook_Calendar1,
+                 reinterpret_cast<LPARAM>(&notice));
   };
   const struct {
     Day shown;
@@ -300,60 +237,6 @@ TEST_F(FormsTest, AModalWindowLeavesItsOwnerInFront) {
   EXPECT_TRUE(form.Slider1.HasFocus());
 }
 
-/// Room that a control's own font takes for a text in one line, or in lines of a width.
-SIZE RoomFor(const Control& control, const std::string& text, int width = 0) {
-  RECT room = {0, 0, width, 0};
-  const HDC screen = GetDC(control.window());
-  SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(control.window(), WM_GETFONT, 0, 0)));
-  DrawTextW(screen, Wide(text).c_str(), -1, &room,
-            static_cast<UINT>(DT_CALCRECT | DT_NOPREFIX | (width ? DT_WORDBREAK : DT_SINGLELINE)));
-  ReleaseDC(control.window(), screen);
-  return {room.right, room.bottom};
-}
-
-class TextSizes : public testing::TestWithParam<int> {
- protected:
-  static void SetUpTestSuite() { StartApplication(); }
-  const TextSize size_{GetParam()};
-};
-
-INSTANTIATE_TEST_SUITE_P(Percent, TextSizes, testing::Values(100, 150, 225));
-
-TEST_P(TextSizes, NoCaptionIsCut) {
-  constexpr LONG kTick = 18;  // Pixels that a box takes before its caption.
-  for (const layout::Form* table :
-       {&layout::kFrmTrimbrook, &layout::kFrmSaveFile, &layout::kFrmSaveToCD}) {
-    Form form(*table);
-    ASSERT_TRUE(form.Load());
-    for (const layout::Row& row : table->rows) {
-      if (row.kind != Kind::kLabel && row.kind != Kind::kButton && row.kind != Kind::kCheckBox)
-        continue;
-      const Control& control = form.ControlById(row.id);
-      RECT client = {};
-      GetClientRect(control.window(), &client);
-      SIZE room = RoomFor(control, row.caption);
-      if (row.kind == Kind::kCheckBox && *row.caption) room.cx += kTick;
-      EXPECT_TRUE(room.cx <= client.right && room.cy <= client.bottom + 1) << row.caption;
-    }
-  }
-}
-
-TEST_P(TextSizes, NoInstructionsOfTheWizardAreCut) {
-  Form form(layout::kFrmSaveToCD);
-  ASSERT_TRUE(form.Load());
-  Control& label = form.ControlById(IDC_frmSaveToCD_Label1);
-  for (const bool dragToDisc : {false, true})
-    for (const Page page : {Page::kWelcome, Page::kLookingUp, Page::kDrive, Page::kFileName,
-                            Page::kCopying, Page::kReselect, Page::kEject, Page::kDone}) {
-      const PageLook look = LookOf(page, dragToDisc);
-      label.SetHeight(look.instructionsHeight);
-      RECT client = {};
-      GetClientRect(label.window(), &client);
-      EXPECT_LE(RoomFor(label, look.instructions, client.right).cy, client.bottom)
-          << look.instructions;
-    }
-}
-
 TEST_F(FormsTest, GivesATipToolItsNewestText) {
   form.Slider1.SetToolTip("first");
   form.Slider1.SetToolTip("second");
@@ -368,6 +251,65 @@ TEST_F(FormsTest, GivesATipToolItsNewestText) {
     if (GetWindowThreadProcessId(tips, nullptr) == GetCurrentThreadId())
       SendMessageW(tips, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
   EXPECT_STREQ(text, L"second");
+}
+
+/// The program's windows with the system's text at a size in percent.
+class TextSizes : public testing::TestWithParam<int> {
+ protected:
+  TextSizes() {
+    StartApplication();
+    former_.cbSize = sizeof former_;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof former_, &former_, 0);
+    NONCLIENTMETRICSW larger = former_;
+    larger.lfMessageFont.lfHeight = MulDiv(former_.lfMessageFont.lfHeight, GetParam(), 100);
+    SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof larger, &larger, 0);
+  }
+  ~TextSizes() override {
+    SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof former_, &former_, 0);
+  }
+  /// Expects a text to fit into a control in its font: in one line, or in as many as it takes.
+  static void ExpectRoom(const Control& control, const std::string& text, UINT lines, LONG margin) {
+    RECT client = {};
+    GetClientRect(control.window(), &client);
+    RECT room = client;
+    const HDC screen = GetDC(control.window());
+    SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(control.window(), WM_GETFONT, 0, 0)));
+    DrawTextW(screen, Wide(text).c_str(), -1, &room, DT_CALCRECT | DT_NOPREFIX | lines);
+    ReleaseDC(control.window(), screen);
+    EXPECT_LE(room.right + margin, client.right) << text;
+    EXPECT_LE(room.bottom, client.bottom + (lines == DT_SINGLELINE ? 1 : 0)) << text;
+  }
+
+ private:
+  NONCLIENTMETRICSW former_ = {};
+};
+
+INSTANTIATE_TEST_SUITE_P(Percent, TextSizes, testing::Values(100, 150, 225));
+
+TEST_P(TextSizes, NoCaptionIsCut) {
+  constexpr LONG kTick = 18;  // Pixels that a box takes before its caption.
+  for (const layout::Form* table :
+       {&layout::kFrmTrimbrook, &layout::kFrmSaveFile, &layout::kFrmSaveToCD}) {
+    Form form(*table);
+    ASSERT_TRUE(form.Load());
+    for (const layout::Row& row : table->rows)
+      if (row.kind == Kind::kLabel || row.kind == Kind::kButton || row.kind == Kind::kCheckBox)
+        ExpectRoom(form.ControlById(row.id), row.caption, DT_SINGLELINE,
+                   row.kind == Kind::kCheckBox && *row.caption ? kTick : 0);
+  }
+}
+
+TEST_P(TextSizes, NoInstructionsOfTheWizardAreCut) {
+  Form form(layout::kFrmSaveToCD);
+  ASSERT_TRUE(form.Load());
+  Control& label = form.ControlById(IDC_frmSaveToCD_Label1);
+  for (const bool dragToDisc : {false, true})
+    for (const Page page : {Page::kWelcome, Page::kLookingUp, Page::kDrive, Page::kFileName,
+                            Page::kCopying, Page::kReselect, Page::kEject, Page::kDone}) {
+      const PageLook look = LookOf(page, dragToDisc);
+      label.SetHeight(look.instructionsHeight);
+      ExpectRoom(label, look.instructions, DT_WORDBREAK, 0);
+    }
 }
 
 }  // namespace
