@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "driver/window.h"
 
@@ -15,17 +14,12 @@ class FileDialog {
   /// Whether a window is such a dialog, ready to be used.
   static bool Is(const Window& window);
 
-  /// The kinds of files that it offers, as the user reads them.
-  std::vector<std::string> Filters() const;
-  /// The one of them that is chosen.
-  std::string Filter() const;
-  /// The name of the folder that it shows.
-  std::string Folder() const;
-  /// What stands in the name box.
-  std::string Name() const { return NameBox().Text(); }
+  /// What it shows: "FOLDER, NAME, KIND OF FILES of HOW MANY", the folder without those around it.
+  std::string Look() const;
   /// Types a name and presses the dialog's own button. Does not wait for what follows.
   void Accept(const std::string& name) const;
   void Cancel() const;
+  /// Waits until it is gone.
   void AwaitGone() const;
 
  private:

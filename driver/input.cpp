@@ -1,20 +1,12 @@
 #include "driver/input.h"
 
 #include <optional>
-#include <vector>
+#include <ranges>
 
 #include "driver/await.h"
 
 namespace driver {
 namespace {
-
-/// Presses keys at the real keyboard, the first one longest.
-void PressTogether(std::initializer_list<BYTE> virtualKeys) {
-  const std::vector<BYTE> keys(virtualKeys);
-  for (auto key = keys.begin(); key != keys.end(); ++key) keybd_event(*key, 0, 0, 0);
-  for (auto key = keys.rbegin(); key != keys.rend(); ++key)
-    keybd_event(*key, 0, KEYEVENTF_KEYUP, 0);
-}
 
 /// Clicks in the middle of a control; the press carries a time in milliseconds as `GetTickCount`
 /// has it. The place goes with the click, too: a program that sees the mouse move late puts it
@@ -81,12 +73,19 @@ void SendKey(BYTE virtualKey, DWORD flags, DWORD time) {
   SendInput(1, &input, sizeof input);
 }
 
-void PressUntil(const std::string& what, const Window& window,
-                std::initializer_list<BYTE> virtualKeys, const std::function<bool()>& condition) {
+void TapKey(BYTE virtualKey, DWORD time) {
+  SendKey(virtualKey, 0, time);
+  SendKey(virtualKey, KEYEVENTF_KEYUP, time);
+}
+
+void PressUntil(const std::string& what, const Window& window, const std::vector<BYTE>& virtualKeys,
+                const std::function<bool()>& condition) {
   BringToFront(window);
   const auto press = [&] {
     SetForegroundWindow(window.handle());
-    PressTogether(virtualKeys);
+    for (const BYTE key : virtualKeys) SendKey(key, 0, GetTickCount());
+    for (const BYTE key : std::views::reverse(virtualKeys))
+      SendKey(key, KEYEVENTF_KEYUP, GetTickCount());
   };
   ActUntil(what, press, condition);
 }

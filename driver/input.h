@@ -3,8 +3,8 @@
 #include <windows.h>
 
 #include <functional>
-#include <initializer_list>
 #include <string>
+#include <vector>
 
 #include "driver/window.h"
 
@@ -23,9 +23,11 @@ void DoubleClickOn(const Window& control);
 /// Presses a key at the real keyboard, or releases it (KEYEVENTF_KEYUP), at a time in milliseconds
 /// as `GetTickCount` has it.
 void SendKey(BYTE virtualKey, DWORD flags, DWORD time);
+/// Presses and releases a key at once, at such a time.
+void TapKey(BYTE virtualKey, DWORD time);
 /// Presses keys together at the real keyboard, the first one longest, with a window in front, until
 /// they have their effect.
-void PressUntil(const std::string& what, const Window& window,
-                std::initializer_list<BYTE> virtualKeys, const std::function<bool()>& condition);
+void PressUntil(const std::string& what, const Window& window, const std::vector<BYTE>& virtualKeys,
+                const std::function<bool()>& condition);
 
 }  // namespace driver

@@ -25,6 +25,10 @@ class Trimbrook : public Program {
   /// A control of the main window; of an array, with its index.
   Window At(int id, int index = 0) const { return main_.Control(id + index); }
   std::string Text(int id) const { return At(id).Text(); }
+  /// Moves the focus to a control of the main window, as Tab does.
+  void Focus(int id) const {
+    main_.Ask(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(At(id).handle()), TRUE);
+  }
   int First() const { return static_cast<int>(At(IDC_frmTrimbrook_Slider1).Ask(TBM_GETPOS)); }
   int Last() const { return static_cast<int>(At(IDC_frmTrimbrook_Slider2).Ask(TBM_GETPOS)); }
   /// Numbers of the cameras whose boxes can be ticked.

@@ -42,9 +42,7 @@ void Wizard::Forget() {
     EndBurner(name);
   }
   RegDeleteKeyA(HKEY_CURRENT_USER, "strOrrisdeckSpecial");
-  for (const char* folder : {"E:\\", "E:\\Tessaview\\"})
-    for (const std::string& file : FilesLike(folder + std::string("*")))
-      DeleteFileA((folder + file).c_str());
+  for (const std::string& file : FilesLike("E:\\*")) DeleteFileA(("E:\\" + file).c_str());
 }
 
 void Wizard::OpenWizard() {
