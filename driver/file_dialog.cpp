@@ -11,18 +11,14 @@ bool FileDialog::Is(const Window& window) {
   return IsWindowVisible(GetDlgItem(window.handle(), cmb13)) != FALSE;
 }
 
-Window FileDialog::NameBox() const {
-  return window_.Control(cmb13).FirstOfClass("Edit");
-}
-
 std::string FileDialog::Look() const {
   const Window kinds = window_.Control(cmb1);
-  return window_.Control(cmb2).Text() + ", " + NameBox().Text() + ", " + kinds.Text() + " of " +
-         std::to_string(kinds.Ask(CB_GETCOUNT));
+  return window_.Control(cmb2).Text() + ", " + window_.Control(cmb13).Text() + ", " + kinds.Text() +
+         " of " + std::to_string(kinds.Ask(CB_GETCOUNT));
 }
 
 void FileDialog::Accept(const std::string& name) const {
-  NameBox().SetText(name);
+  window_.Control(cmb13).SetText(name);
   window_.Control(IDOK).ClickAndGoOn();
 }
 

@@ -23,8 +23,6 @@ class FileDialog {
   void AwaitGone() const;
 
  private:
-  Window NameBox() const;
-
   Window window_;
 };
 

@@ -1,17 +1,30 @@
 #include "driver/input.h"
 
-#include <optional>
 #include <ranges>
 
 #include "driver/await.h"
 
 namespace driver {
-namespace {
+void BringToFront(const Window& window) {
+  Await("window in front", [&] {
+    SetForegroundWindow(window.handle());
+    return GetForegroundWindow() == window.handle();
+  });
+}
 
-/// Clicks in the middle of a control; the press carries a time in milliseconds as `GetTickCount`
-/// has it. The place goes with the click, too: a program that sees the mouse move late puts it
-/// back.
-void ClickAt(const Window& control, DWORD time) {
+void AwaitFocus(const Window& control) {
+  const HWND window = GetAncestor(control.handle(), GA_ROOT);
+  Await("focus", [&] {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+    if (!info.hwndFocus) SetForegroundWindow(window);
+    return info.hwndFocus == control.handle();
+  });
+}
+
+// The place goes with the click, too: a program that sees the mouse move late puts it back.
+void ClickOn(const Window& control, DWORD time) {
   constexpr int kWholeScreen = 65'536;
   const RECT place = control.Place();
   const int x = (place.left + place.right) / 2;
@@ -30,38 +43,10 @@ void ClickAt(const Window& control, DWORD time) {
   SendInput(2, inputs, sizeof inputs[0]);
 }
 
-}  // namespace
-
-void BringToFront(const Window& window) {
-  Await("window in front", [&] {
-    SetForegroundWindow(window.handle());
-    return GetForegroundWindow() == window.handle();
-  });
-}
-
-Window FocusOf(const Window& window) {
-  return Window(*Await("focus", [&]() -> std::optional<HWND> {
-    GUITHREADINFO info = {};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(window.handle(), nullptr), &info);
-    if (info.hwndFocus) return info.hwndFocus;
-    SetForegroundWindow(window.handle());
-    return {};
-  }));
-}
-
-void AwaitFocus(const Window& window, const Window& control) {
-  Await("focus", [&] { return FocusOf(window).handle() == control.handle(); });
-}
-
-void ClickOn(const Window& control) {
-  ClickAt(control, GetTickCount());
-}
-
 void DoubleClickOn(const Window& control) {
   const DWORD first = GetTickCount();
-  ClickAt(control, first);
-  ClickAt(control, first + GetDoubleClickTime() / 4);
+  ClickOn(control, first);
+  ClickOn(control, first + GetDoubleClickTime() / 4);
 }
 
 void SendKey(BYTE virtualKey, DWORD flags, DWORD time) {
@@ -83,9 +68,8 @@ void PressUntil(const std::string& what, const Window& window, const std::vector
   BringToFront(window);
   const auto press = [&] {
     SetForegroundWindow(window.handle());
-    for (const BYTE key : virtualKeys) SendKey(key, 0, GetTickCount());
-    for (const BYTE key : std::views::reverse(virtualKeys))
-      SendKey(key, KEYEVENTF_KEYUP, GetTickCount());
+    for (const BYTE key : virtualKeys) SendKey(key, 0);
+    for (const BYTE key : std::views::reverse(virtualKeys)) SendKey(key, KEYEVENTF_KEYUP);
   };
   ActUntil(what, press, condition);
 }

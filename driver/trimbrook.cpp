@@ -16,10 +16,6 @@ constexpr const char* kMainClass = "frmTrimbrook";
 constexpr const char* kSaveClass = "frmSaveFile";
 constexpr int kCameras = 32;
 
-bool CanBeTicked(const Window& box) {
-  return box.IsShown() && box.IsEnabled();
-}
-
 }  // namespace
 
 Message Refusal(const std::string& text) {
@@ -43,7 +39,7 @@ void Trimbrook::Settle() const {
 std::vector<int> Trimbrook::EnabledCameras() const {
   std::vector<int> cameras;
   for (int camera = 1; camera <= kCameras; ++camera)
-    if (CanBeTicked(At(IDC_frmTrimbrook_Check1, camera - 1))) cameras.push_back(camera);
+    if (At(IDC_frmTrimbrook_Check1, camera - 1).IsUsable()) cameras.push_back(camera);
   return cameras;
 }
 
@@ -110,9 +106,9 @@ void Trimbrook::PressSaveToCd() const {
                reinterpret_cast<LPARAM>(button.handle()));
 }
 
-Message Trimbrook::MessageAfterClick(int id, int answer) const {
+Message Trimbrook::MessageAfterClick(int id) const {
   At(id).ClickAndGoOn();
-  const Message message = AnswerMessage(answer);
+  const Message message = AnswerMessage();
   Settle();
   return message;
 }
@@ -123,9 +119,8 @@ Window Trimbrook::StartSave() const {
 }
 
 Window Trimbrook::Save() const {
-  const Window window = StartSave();
-  AwaitDone(window);
-  return window;
+  StartSave();
+  return AwaitDone();
 }
 
 void Trimbrook::SaveAndLeave() const {
@@ -133,10 +128,12 @@ void Trimbrook::SaveAndLeave() const {
   LeaveSave();
 }
 
-void Trimbrook::AwaitDone(const Window& save) const {
+Window Trimbrook::AwaitDone() const {
+  const Window save = AwaitShown(kSaveClass);
   const Window status = save.Control(IDC_frmSaveFile_Label2);
   Await(kDone, [&] { return status.Text() == kDone; });
   Settle();
+  return save;
 }
 
 Trimbrook::CaughtSave Trimbrook::CatchSave() const {
@@ -144,7 +141,7 @@ Trimbrook::CaughtSave Trimbrook::CatchSave() const {
     const Window window = StartSave();
     if (auto pause = PauseInTheMidst(window.Control(IDC_frmSaveFile_Label3)))
       return {window, std::move(pause)};
-    AwaitDone(window);
+    AwaitDone();
     LeaveSave();
   }
   throw std::runtime_error("No save was caught in its midst");

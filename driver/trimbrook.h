@@ -50,8 +50,8 @@ class Trimbrook : public Program {
   void ChooseBlocks(int first, int last) const;
   /// Presses the hidden "Save To CD".
   void PressSaveToCd() const;
-  /// The one message box that a click opens, answered with a button.
-  Message MessageAfterClick(int id, int answer = IDOK) const;
+  /// The one message box that a click opens, answered.
+  Message MessageAfterClick(int id) const;
   /// Presses "Save File"; the progress window.
   Window StartSave() const;
   /// Saves to the end; the progress window in its finished look.
@@ -59,7 +59,7 @@ class Trimbrook : public Program {
   /// Saves to the end and leaves the progress window.
   void SaveAndLeave() const;
   /// Waits until the progress window has its finished look.
-  void AwaitDone(const Window& save) const;
+  Window AwaitDone() const;
   /// A save that stands still in its midst.
   struct CaughtSave {
     Window window;

@@ -76,15 +76,8 @@ Window Window::Control(int id) const {
   throw std::runtime_error(ClassName() + " has no control " + std::to_string(id));
 }
 
-Window Window::FirstOfClass(const std::string& className) const {
-  for (const Window& control : Controls())
-    if (control.ClassName() == className) return control;
-  return Window(nullptr);
-}
-
 void Window::RequireUsable() const {
-  if (!IsShown() || !IsEnabled())
-    throw std::runtime_error("\"" + Text() + "\" is hidden or disabled");
+  if (!IsUsable()) throw std::runtime_error("\"" + Text() + "\" is hidden or disabled");
 }
 
 void Window::Click() const {

@@ -17,6 +17,7 @@ class Window {
   bool Exists() const { return IsWindow(handle_) != FALSE; }
   bool IsShown() const { return IsWindowVisible(handle_) != FALSE; }
   bool IsEnabled() const { return IsWindowEnabled(handle_) != FALSE; }
+  bool IsUsable() const { return IsShown() && IsEnabled(); }
   std::string ClassName() const;
   std::string Text() const;
   /// The same from the system's notes, without asking the window's program: it may stand still.
@@ -28,8 +29,6 @@ class Window {
 
   /// The control with this id, the window's own before those at any depth.
   Window Control(int id) const;
-  /// The first control of a window class, at any depth; null when there is none.
-  Window FirstOfClass(const std::string& className) const;
   /// All controls, at any depth.
   std::vector<Window> Controls() const;
 

@@ -55,6 +55,7 @@ void Wizard::OpenWizard() {
 void Wizard::AwaitPage(const std::string& heading) {
   Await(heading, [&] { return At(IDC_frmSaveToCD_Label2).Text() == heading; });
   program_.Settle();
+  Reached(heading);
 }
 
 void Wizard::GoToNamePage(const std::string& fileName) {

@@ -41,6 +41,8 @@ class Wizard : public testing::Test {
   Window PageButton(int index) { return At(IDC_frmSaveToCD_cmdNext + index); }
   void Press(Button button) { PageButton(button).ClickAndGoOn(); }
   void AwaitPage(const std::string& heading);
+  /// A page that was waited for is shown.
+  virtual void Reached(const std::string& /*page*/) {}
   /// Goes from the main window to the file name page, in DirectCD mode.
   void GoToNamePage(const std::string& fileName);
   /// Copies from the file name page, and from the main window again if need be, until a copy is

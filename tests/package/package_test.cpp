@@ -78,7 +78,7 @@ TEST(Package, InstallsUpdatesAndGoes) {
     auto save = program.CatchSave();
     EXPECT_EQ(ExitCodeOf(kSetup), kAborted);
     save.pause.reset();
-    program.AwaitDone(save.window);
+    program.AwaitDone();
     program.LeaveSave();
     EXPECT_TRUE(HoldsBlocks(InWork("long.60D"), recording, 1, kLongBlocks));
     EXPECT_NE(Read(changed), notice);

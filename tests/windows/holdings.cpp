@@ -76,10 +76,12 @@ std::int64_t Kilobytes(HANDLE process) {
 
 }  // namespace
 
-Holdings HoldingsOf(const Program& program) {
+std::map<std::string, std::int64_t> HoldingsOf(const Program& program) {
   const DWORD process = GetProcessId(program.process());
-  return {Handles(process), DrawingObjects(program.process()), Windows(process),
-          Kilobytes(program.process())};
+  return {{"handles", Handles(process)},
+          {"drawing objects", DrawingObjects(program.process())},
+          {"windows", Windows(process)},
+          {"KB", Kilobytes(program.process())}};
 }
 
 }  // namespace driver

@@ -76,26 +76,16 @@ class RestlessUser {
     program_->Settle();
     held_.push_back(HoldingsOf(*program_));
     // Wine itself leaves a handle open with each file dialog that is answered.
-    held_.back().handles -= accepted_;
+    held_.back()["handles"] -= accepted_;
   }
 
   /// Whether the program holds no more than it did after its first third.
   void ExpectNoMoreHeld() const {
     if (held_.size() < 2) return;
-    constexpr int kFewMore = 24;
-    constexpr int kMoreKilobytes = 4096;
-    const Holdings& early = held_[held_.size() / 3];
-    const Holdings& late = held_.back();
-    const struct {
-      const char* what;
-      std::int64_t more, most;
-    } figures[] = {{"more handles", late.handles - early.handles, kFewMore},
-                   {"more drawing objects", late.drawing - early.drawing, kFewMore},
-                   {"more windows", late.windows - early.windows, kFewMore},
-                   {"more KB", late.kilobytes - early.kilobytes, kMoreKilobytes}};
-    for (const auto& [what, more, most] : figures) {
-      EXPECT_LE(more, most) << what;
-      PrintFigure(more, what);
+    for (const auto& [what, late] : held_.back()) {
+      const std::int64_t more = late - held_[held_.size() / 3].at(what);
+      EXPECT_LE(more, what == "KB" ? 4096 : 24) << what;
+      PrintFigure(more, ("more " + what).c_str());
     }
   }
 
@@ -129,8 +119,7 @@ class RestlessUser {
   Window Front() {
     return *Await("window that takes input", [this]() -> std::optional<Window> {
       for (const Window& window : WindowsOf(GetProcessId(program_->process())))
-        if (window.IsShown() && window.IsEnabled() && (IsForm(window) || IsDialog(window)))
-          return window;
+        if (window.IsUsable() && (IsForm(window) || IsDialog(window))) return window;
       RequireLife();
       return {};
     });
@@ -155,7 +144,7 @@ class RestlessUser {
   std::vector<Window> Usable(const Window& window, const std::string& className = "") {
     std::vector<Window> usable = window.Controls();
     std::erase_if(usable, [&](const Window& control) {
-      return !control.IsShown() || !control.IsEnabled() ||
+      return !control.IsUsable() ||
              GetDlgCtrlID(control.handle()) == IDC_frmTrimbrook_Command4 ||  // Ends the program.
              (!className.empty() && control.ClassName() != className);
     });
@@ -198,7 +187,7 @@ class RestlessUser {
     PostMessageW(control, WM_KEYUP, key, 0);
   }
 
-  std::vector<Holdings> held_;
+  std::vector<std::map<std::string, std::int64_t>> held_;
   int accepted_ = 0;  ///< File dialogs that have been answered with a file.
   std::string last_;  ///< What was done last.
   std::mt19937 random_;

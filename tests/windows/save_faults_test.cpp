@@ -1,12 +1,16 @@
+// Saves that meet faults, are cancelled, or die with their program.
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <fstream>
+#include <random>
 
 #include "driver/await.h"
 #include "driver/files.h"
 #include "driver/outside.h"
 #include "driver/trimbrook.h"
 #include "tests/support/figure.h"
+#include "tests/windows/rounds.h"
 
 namespace driver {
 namespace {
@@ -16,6 +20,7 @@ using testing::IsEmpty;
 
 const Message kReadError = {"Trimbrook", "Error reading file ..."};
 const Message kWriteError = {"Trimbrook", "Error writing file ..."};
+const std::string kLong = Recording("long.60D");
 
 /// Drive H, which is the folder of work as long as this lives.
 class PassingDrive {
@@ -32,10 +37,26 @@ class PassingDrive {
   PassingDrive& operator=(const PassingDrive&) = delete;
 };
 
-/// Each fault meets both kinds of save: whole blocks, and chosen cameras only.
-class FaultsOfBoth : public testing::TestWithParam<bool> {
+/// Temporary files of saves in the program's folder and the targets'.
+std::vector<std::string> Temporaries() {
+  std::vector<std::string> paths;
+  for (const std::string folder : {kProgramFolder, kWork})
+    for (const std::string& name : FilesLike(folder + "WAV*")) paths.push_back(folder + name);
+  return paths;
+}
+
+/// Expects that a file holds the blocks of the long recording, or its images of camera 1.
+void ExpectLongSaved(bool someCameras, const std::string& target) {
+  if (someCameras)
+    CheckLater({"--compare", kLong, "--cameras", "1", target});
+  else
+    EXPECT_TRUE(HoldsBlocks(target, kLong, 1, kLongBlocks));
+}
+
+/// What happens to a save happens to both kinds: whole blocks, and chosen cameras only.
+class BothSaves : public testing::TestWithParam<bool> {
  protected:
-  FaultsOfBoth() { CopyTo(Recording("day.60D"), source_); }
+  BothSaves() { CopyTo(Recording("day.60D"), source_); }
   void Prepare(const std::string& source, const std::string& target) {
     program_.Prepare(source, target);
     if (GetParam()) program_.ChooseCameras({1});
@@ -50,27 +71,24 @@ class FaultsOfBoth : public testing::TestWithParam<bool> {
     EXPECT_EQ(save.Control(IDC_frmSaveFile_cmdCancel).Text(), "Cancel");
     EXPECT_FALSE(save.Control(IDC_frmSaveFile_cmdOpen).IsEnabled());
     program_.LeaveSave();
-    for (const char* folder : {kProgramFolder, kWork})
-      EXPECT_THAT(FilesLike(folder + std::string("WAV*")), IsEmpty());
+    EXPECT_THAT(Temporaries(), IsEmpty());
     PrintFigure(1, "failed saves told");
-  }
-  void ExpectLongSaved(const std::string& target) {
-    if (GetParam())
-      CheckLater({"--compare", Recording("long.60D"), "--cameras", "1", target});
-    else
-      EXPECT_TRUE(HoldsBlocks(target, Recording("long.60D"), 1, kLongBlocks));
   }
 
   const std::string source_ = InWork("source.60D");
   Trimbrook program_;
 };
 
-INSTANTIATE_TEST_SUITE_P(SaveFaults, FaultsOfBoth, testing::Bool(),
-                         [](const auto& kind) { return kind.param ? "ChosenCameras" : "Blocks"; });
+std::string NameOfKind(const testing::TestParamInfo<bool>& kind) {
+  return kind.param ? "ChosenCameras" : "Blocks";
+}
 
-TEST_P(FaultsOfBoth, ADiskThatGetsFullIsTold) {
+class SaveFaults : public BothSaves {};
+INSTANTIATE_TEST_SUITE_P(Both, SaveFaults, testing::Bool(), NameOfKind);
+
+TEST_P(SaveFaults, ADiskThatGetsFullIsTold) {
   if (!FileExists("F:\\")) GTEST_SKIP() << "no small disk: mounting one takes root";
-  Prepare(Recording("long.60D"), "F:\\saved.60D");
+  Prepare(kLong, "F:\\saved.60D");
   {
     const auto [save, pause] = program_.CatchSave();
     RunOutside("cat /dev/zero >dosdevices/f:/filler");
@@ -85,10 +103,10 @@ TEST_P(FaultsOfBoth, ADiskThatGetsFullIsTold) {
   program_.SaveAndLeave();
   CopyTo("F:\\saved.60D", InWork("from F.60D"));
   DeleteFileA("F:\\saved.60D");
-  ExpectLongSaved(InWork("from F.60D"));
+  ExpectLongSaved(GetParam(), InWork("from F.60D"));
 }
 
-TEST_P(FaultsOfBoth, WhatCannotBeReplacedStays) {
+TEST_P(SaveFaults, WhatCannotBeReplacedStays) {
   CreateHardLinkA(InWork("hard link.60D").c_str(), source_.c_str(), nullptr);
   const std::string readOnly = InWork("read-only.60D");
   const std::string open = InWork("playing.60D");
@@ -111,7 +129,7 @@ TEST_P(FaultsOfBoth, WhatCannotBeReplacedStays) {
   ExpectFailure(kWriteError);
 }
 
-TEST_P(FaultsOfBoth, DrivesThatVanishAreTold) {
+TEST_P(SaveFaults, DrivesThatVanishAreTold) {
   const std::string target = InWork("from H.60D");
   MakeFile(target, 7);
   {
@@ -130,12 +148,12 @@ TEST_P(FaultsOfBoth, DrivesThatVanishAreTold) {
             Refusal("There is not enough space on the disk for the selected file!"));
 }
 
-TEST_P(FaultsOfBoth, ASourceThatGoesOrGrowsInTheMidstIsSavedAsItWas) {
+TEST_P(SaveFaults, ASourceThatGoesOrGrowsInTheMidstIsSavedAsItWas) {
   const std::string source = InWork("changing.60D");
   const std::string target = InWork("unchanged.60D");
   for (const bool goes : {false, true}) {
     SCOPED_TRACE(goes ? "goes" : "grows");
-    CopyTo(Recording("long.60D"), source);
+    CopyTo(kLong, source);
     Prepare(source, target);
     auto [save, pause] = program_.CatchSave();
     RunOutside(goes ? "rm drive_c/work/changing.60D" : "printf more >>drive_c/work/changing.60D");
@@ -143,28 +161,95 @@ TEST_P(FaultsOfBoth, ASourceThatGoesOrGrowsInTheMidstIsSavedAsItWas) {
       return goes ? !FileExists(source) : Read(source, kLongBlocks * kBlock) == "more";
     });
     pause.reset();
-    program_.AwaitDone(save);
+    program_.AwaitDone();
     program_.LeaveSave();
-    ExpectLongSaved(target);
+    ExpectLongSaved(GetParam(), target);
   }
 }
 
-TEST(SaveFaults, CamerasWithoutImagesMakeNoFile) {
-  const Trimbrook program;
-  const std::string source = InWork("masks.60D");
-  CopyTo(Recording("day.60D"), source);
-  // The blocks claim a camera 5, of which there is no image.
-  for (int block = 0; block < 3; ++block) Patch(source, block * kBlock + 0x1FFC00 + 19, "\x17");
-  program.OpenSource(source);
-  program.ChooseCameras({5});
-  program.ChooseTarget(InWork("nothing.60D"));
-  const Window save = program.StartSave();
-  EXPECT_EQ(program.AnswerMessage(),
-            Refusal("The selected cameras have no images in the selected time range!"));
-  EXPECT_FALSE(FileExists(InWork("nothing.60D")));
-  // All blocks have been gone through; what is left of the bar is for the finished file.
-  EXPECT_EQ(save.Control(IDC_frmSaveFile_Label3).Text(), "97%");
-  program.LeaveSave();
+class Cancel : public BothSaves {
+ protected:
+  void AwaitCancelled() {
+    program_.AwaitGone("frmSaveFile");
+    Await("main window", [&] { return program_.main().IsEnabled(); });
+  }
+
+  const std::string target_ = InWork("cancelled.60D");
+};
+INSTANTIATE_TEST_SUITE_P(Both, Cancel, testing::Bool(), NameOfKind);
+
+TEST_P(Cancel, InTheMidstLeavesNothing) {
+  constexpr LPARAM kAltIsDown = 1 << 29;
+  // What comes to the window that stands still, or to its button.
+  const struct {
+    const char* name;
+    int control;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+  } ways[] = {{"button", IDC_frmSaveFile_cmdCancel, BM_CLICK, 0, 0},
+              {"Esc", IDC_frmSaveFile_cmdCancel, WM_KEYDOWN, VK_ESCAPE, 0},
+              {"title bar", 0, WM_SYSCOMMAND, SC_CLOSE, 0},
+              {"Alt+F4", 0, WM_SYSKEYDOWN, VK_F4, kAltIsDown},
+              {"end of session", 0, WM_ENDSESSION, TRUE, 0}};
+  for (const auto& [name, control, message, wParam, lParam] : ways) {
+    SCOPED_TRACE(name);
+    Prepare(kLong, target_);
+    {
+      const auto [save, pause] = program_.CatchSave();
+      program_.main().Close();  // Takes no notice.
+      PostMessageW((control ? save.Control(control) : save).handle(), message, wParam, lParam);
+    }
+    AwaitCancelled();
+    EXPECT_FALSE(FileExists(target_));
+    EXPECT_THAT(Temporaries(), IsEmpty());
+    PrintFigure(1, "saves cancelled");
+  }
+  // The next save starts anew.
+  Prepare(kLong, InWork("not cancelled.60D"));
+  program_.SaveAndLeave();
+  ExpectLongSaved(GetParam(), InWork("not cancelled.60D"));
+}
+
+// On a busy machine the click may come too late.
+TEST_P(Cancel, BeforeTheStartTouchesNothing) {
+  std::string kept;
+  for (int attempt = 0; attempt < kAttempts && kept.size() != 7; ++attempt) {
+    MakeFile(target_, 7);
+    Prepare(kLong, target_);
+    program_.StartSave().Control(IDC_frmSaveFile_cmdCancel).ClickAndGoOn();
+    AwaitCancelled();
+    if (FileExists(target_)) kept = Read(target_, 0, 8);
+  }
+  EXPECT_EQ(kept.size(), 7u);
+}
+
+TEST(Kill, HarmsNoSourceAndLeavesNoHalfTarget) {
+  const std::string whole = Read(kLong);
+  std::mt19937 random(1);
+  Rounds rounds(4);
+  while (rounds.Next()) {
+    const bool someCameras = rounds.begun() % 2 == 0;
+    const std::string target = InWork("killed " + std::to_string(rounds.begun()) + ".60D");
+    // One that an earlier round has left is in nobody's way.
+    const std::vector<std::string> leftOver = Temporaries();
+    for (std::size_t i = 1; i < leftOver.size(); ++i) DeleteFileA(leftOver[i].c_str());
+    {
+      const Trimbrook program;
+      program.OpenSource(kLong);
+      if (someCameras) program.ChooseCameras({1});
+      program.ChooseTarget(target);
+      const Window percent = program.StartSave().Control(IDC_frmSaveFile_Label3);
+      const auto percentage = static_cast<int>(random() % 101);
+      Await("progress", [&] { return std::atoi(percent.Text().c_str()) >= percentage; });
+      program.Kill();
+    }
+    if (!FileExists(target)) continue;
+    ExpectLongSaved(someCameras, target);
+    if (!someCameras) DeleteFileA(target.c_str());
+  }
+  EXPECT_TRUE(Read(kLong) == whole);
+  PrintFigure(rounds.begun(), "kills");
 }
 
 }  // namespace

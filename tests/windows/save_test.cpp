@@ -65,7 +65,7 @@ TEST_F(Save, ShowsHowFarItIsAndTellsABlockThatIsNotWhole) {
   ExpectLook(save, 63, false);
   for (const Window& window : {save, program_.main()}) EXPECT_FALSE(window.Ask(WM_QUERYENDSESSION));
   EXPECT_EQ(program_.AnswerMessage(), (Message{"Trimbrook", "Error reading file ..."}));
-  program_.AwaitDone(save);
+  program_.AwaitDone();
   ExpectLook(save, 100, true);
   EXPECT_TRUE(save.Ask(WM_QUERYENDSESSION));
 
@@ -101,7 +101,7 @@ TEST_F(Save, CamerasBeyond16AreAskedAbout) {
     program_.ChooseCameras({1, 17});
     press();
     const Window box = program_.AwaitShown("#32770");
-    AwaitFocus(box, box.Control(IDNO));
+    AwaitFocus(box.Control(IDNO));
     EXPECT_EQ(program_.AnswerMessage(IDNO), Refusal(cannot + " Do you want to continue?"));
     program_.Settle();
     EXPECT_FALSE(program_.FindShown("frmSaveFile") || program_.FindShown("frmSaveToCD"));
@@ -109,8 +109,23 @@ TEST_F(Save, CamerasBeyond16AreAskedAbout) {
   EXPECT_FALSE(FileExists(InWork("seventeen.60D")));
   program_.At(IDC_frmTrimbrook_Command3).ClickAndGoOn();
   program_.AnswerMessage(IDYES);
-  program_.AwaitDone(program_.AwaitShown("frmSaveFile"));
+  program_.AwaitDone();
   CheckLater({"--compare", Recording("cameras32.60D"), "--cameras", "1", InWork("seventeen.60D")});
+}
+
+TEST_F(Save, CamerasWithoutImagesMakeNoFile) {
+  const std::string source = InWork("masks.60D");
+  CopyTo(Recording("day.60D"), source);
+  // The blocks claim a camera 5, of which there is no image.
+  for (int block = 0; block < 3; ++block) Patch(source, block * kBlock + 0x1FFC00 + 19, "\x17");
+  program_.Prepare(source, InWork("nothing.60D"));
+  program_.ChooseCameras({5});
+  const Window save = program_.StartSave();
+  EXPECT_EQ(program_.AnswerMessage(),
+            Refusal("The selected cameras have no images in the selected time range!"));
+  EXPECT_FALSE(FileExists(InWork("nothing.60D")));
+  // All blocks have been gone through; what is left of the bar is for the finished file.
+  EXPECT_EQ(save.Control(IDC_frmSaveFile_Label3).Text(), "97%");
 }
 
 TEST_F(Save, OpenAndOpenFolderHandTheFileToItsProgram) {
@@ -167,8 +182,8 @@ TEST_F(Save, KeysAloneOpenSaveAndLeave) {
   PressUntil("target dialog", program_.main(), {VK_CONTROL, 'S'}, asks);
   program_.AwaitFileDialog("Save New File").Accept(InWork("keys.60D"));
   const Window save = program_.AwaitShown("frmSaveFile");
-  program_.AwaitDone(save);
-  AwaitFocus(save, save.Control(IDC_frmSaveFile_cmdOpen));
+  program_.AwaitDone();
+  AwaitFocus(save.Control(IDC_frmSaveFile_cmdOpen));
   PressUntil("end of the save window", save, {VK_ESCAPE}, [&] { return !save.IsShown(); });
 }
 
@@ -184,11 +199,11 @@ TEST_F(Save, OnlyANewPressCancelsIt) {
     SCOPED_TRACE(second);
     BringToFront(program_.main());
     program_.Focus(IDC_frmTrimbrook_Command3);
-    AwaitFocus(program_.main(), button);
+    AwaitFocus(button);
     const DWORD start = GetTickCount();
     first == 0 ? DoubleClickOn(button) : TapKey(first, start);
     const Window save = program_.AwaitShown("frmSaveFile");
-    AwaitFocus(save, save.Control(IDC_frmSaveFile_cmdCancel));
+    AwaitFocus(save.Control(IDC_frmSaveFile_cmdCancel));
     if (second != 0) TapKey(second, cancels ? GetTickCount() : start + GetDoubleClickTime() / 2);
     const Window status = save.Control(IDC_frmSaveFile_Label2);
     Await("end", [&] { return !save.IsShown() || status.Caption() == kDone; });

@@ -23,7 +23,7 @@ TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
   const Trimbrook program;
   EXPECT_EQ(program.main().Text(), TRIMBROOK_NAME_AND_VERSION);
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Command7).IsShown());
-  AwaitFocus(program.main(), program.At(IDC_frmTrimbrook_Command1));
+  AwaitFocus(program.At(IDC_frmTrimbrook_Command1));
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider1).IsEnabled());
   ExpectCameras(program, 16);
   for (int camera = 1; camera <= 32; ++camera)
@@ -49,7 +49,7 @@ TEST(Source, ShowsItsRangeAndSizeUntilTheDialogClosesIt) {
   EXPECT_EQ(program.At(IDC_frmTrimbrook_Slider1).Ask(TBM_GETRANGEMAX), 3);
   EXPECT_TRUE(program.At(IDC_frmTrimbrook_Slider2).IsEnabled());
   EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 3));
-  AwaitFocus(program.main(), program.At(IDC_frmTrimbrook_Command2));
+  AwaitFocus(program.At(IDC_frmTrimbrook_Command2));
 
   program.ChooseTarget(InWork("cancelled.60D"));
   program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();

@@ -19,7 +19,7 @@ TEST_F(Wizard, WritesBlocksThroughDirectCdAndIsNotClosedMeanwhile) {
   GoToNamePage(" cam 1? ");
   Press(kCopy);
   EXPECT_EQ(program_.AnswerMessage(), Refusal("You must input a file name!"));
-  AwaitFocus(*window_, At(IDC_frmSaveToCD_Text1));
+  AwaitFocus(At(IDC_frmSaveToCD_Text1));
   At(IDC_frmSaveToCD_Text1).SetText("  part  ");
   EXPECT_EQ(At(IDC_frmSaveToCD_Combo1).Text(), "E:");
   {
@@ -32,7 +32,7 @@ TEST_F(Wizard, WritesBlocksThroughDirectCdAndIsNotClosedMeanwhile) {
   AwaitPage(kEjectPage);
   EXPECT_TRUE(window_->Ask(WM_QUERYENDSESSION));
   EXPECT_TRUE(HoldsBlocks("E:\\part.60D", Recording("long.60D"), 2, kLongBlocks));
-  AwaitFocus(*window_, PageButton(kEject));
+  AwaitFocus(PageButton(kEject));
   Press(kEject);
   AwaitPage(kDonePage);
   // Cancel is disabled now, and with it Esc.
@@ -57,11 +57,11 @@ TEST_F(Wizard, APressTurnsOnePage) {
   AwaitPage(kDrivePage);
   Sleep(GetDoubleClickTime());
   EXPECT_EQ(At(IDC_frmSaveToCD_Label2).Text(), kDrivePage);
-  AwaitFocus(*window_, PageButton(kChooseDrive));
-  SendKey(VK_RETURN, 0, GetTickCount());
+  AwaitFocus(PageButton(kChooseDrive));
+  SendKey(VK_RETURN, 0);
   Await("question", [&] { return program_.ShowsDialog(); });
-  for (int repeat = 0; repeat < 3; ++repeat) SendKey(VK_RETURN, 0, GetTickCount());
-  SendKey(VK_RETURN, KEYEVENTF_KEYUP, GetTickCount());
+  for (int repeat = 0; repeat < 3; ++repeat) SendKey(VK_RETURN, 0);
+  SendKey(VK_RETURN, KEYEVENTF_KEYUP);
   Sleep(GetDoubleClickTime());
   EXPECT_EQ(program_.AnswerMessage(IDNO), kFormat);
   AwaitPage(kNamePage);
