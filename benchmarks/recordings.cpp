@@ -5,7 +5,7 @@
 
 #include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
-#include "tests/support/recording_builder.h"
+#include "tests/support/recordings.h"
 
 namespace {
 
@@ -24,15 +24,14 @@ void SetStamps(std::string& block, std::int64_t number) {
 }  // namespace
 
 std::string FullBlock(int images) {
-  RecordingBuilder builder(format::kType30);
-  builder.Block();
+  BlockPlan block;
   const int sectors = kTrailer / format::kSectorSize / images;
   for (int i = 0; i < images; ++i)
-    builder.Image({.camera = i % 16,
-                   .seconds = kFirstSecond + i,
-                   .bytes = Picture(sectors * format::kSectorSize - 100, i),
-                   .title = "Camera"});
-  return builder.Bytes();
+    block.images.push_back({.camera = i % 16,
+                            .seconds = kFirstSecond + i,
+                            .bytes = Picture(sectors * format::kSectorSize - 100, i),
+                            .title = "Camera"});
+  return Recording(format::kType30, {block});
 }
 
 void WriteRecording(const std::string& path, std::string block, std::int64_t blocks,

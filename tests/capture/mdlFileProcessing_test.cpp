@@ -6,10 +6,8 @@
 #include <algorithm>
 
 #include "capture/format.h"
-#include "tests/support/fake_clock.h"
-#include "tests/support/fake_dates.h"
-#include "tests/support/memory_disk.h"
-#include "tests/support/recording_builder.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/recordings.h"
 
 namespace mdlFileProcessing {
 namespace {
@@ -23,62 +21,66 @@ std::vector<T> AsVector(const OneBased<T>& array) {
   return {array.data(), array.data() + array.UpperBound()};
 }
 
-/// Scans `recording` as a file of its own.
-class Scan {
- public:
-  Scan(const std::string& recording, bool is20D) {
-    disk.Put("r", recording);
-    bln20D = is20D;
-    valid = ScanSourceFile(disk, dates, "r") == ReadEnd::kDone;
-  }
-  ~Scan() {
+class Source : public testing::Test {
+ protected:
+  ~Source() override {
     EXPECT_EQ(disk.OpenHandles(), 0u);
     EXPECT_EQ(hSourceFile, platform::FileHandle::kInvalid);
   }
+  ReadEnd Scan(const std::string& recording, bool is20D = false) {
+    disk.Put("r", recording);
+    bln20D = is20D;
+    return ScanSourceFile(disk, dates, "r");
+  }
 
-  MemoryDisk disk;
+  /// A disk that may claim a size for its files.
+  struct LyingDisk : MemoryDisk {
+    std::optional<std::uint64_t> claimed;
+    std::optional<std::uint64_t> Size(platform::FileHandle file) override {
+      return claimed ? claimed : MemoryDisk::Size(file);
+    }
+  } disk;
   FakeDates dates;
-  bool valid;
 };
 
-RecordingBuilder Blocks(int type, std::vector<std::int32_t> starts) {
-  RecordingBuilder recording(type);
-  for (const std::int32_t start : starts) recording.Block().Stamps(start, start + 10);
-  return recording;
+std::string Blocks(int type, const std::vector<std::int32_t>& starts) {
+  std::vector<BlockPlan> blocks;
+  for (const std::int32_t start : starts) blocks.push_back({.stamps = {{start, start + 10}}});
+  return Recording(type, blocks);
 }
 
-TEST(ScanSourceFile, TheLastBlocksTypeDecides) {
+TEST_F(Source, IsWhatTheLastBlocksTypeSays) {
   const struct {
     int first, last;
     bool is20D;
-    bool valid;
+    ReadEnd end;
   } kCases[] = {
-      {0x60, 0x10, false, true},  {0x60, 0x00, false, true}, {0x30, 0x20, false, true},
-      {0x30, 0x60, false, false}, {0x60, 0x60, true, true},  {0x60, 0x30, true, false},
+      {0x60, 0x10, false, ReadEnd::kDone}, {0x60, 0x00, false, ReadEnd::kDone},
+      {0x30, 0x20, false, ReadEnd::kDone}, {0x30, 0x60, false, ReadEnd::kNotValid},
+      {0x60, 0x60, true, ReadEnd::kDone},  {0x60, 0x30, true, ReadEnd::kNotValid},
   };
   for (const auto& c : kCases) {
     // The type's place follows the file's kind, whatever the type is.
-    const RecordingBuilder kind(c.is20D ? 0x60 : 0x30);
-    std::string recording = Blocks(c.is20D ? 0x60 : 0x30, {1, 2}).Bytes();
-    recording[kind.TrailerOffset() + 13] = static_cast<char>(c.first);
-    recording[2 * kMiB + kind.TrailerOffset() + 13] = static_cast<char>(c.last);
-    const Scan scan(recording, c.is20D);
-    EXPECT_EQ(scan.valid, c.valid) << c.first << ", " << c.last << ", " << c.is20D;
+    const int kind = c.is20D ? 0x60 : 0x30;
+    const auto place = static_cast<std::size_t>(LayoutOf(kind).trailer) + 13;
+    std::string recording = Blocks(kind, {1, 2});
+    recording[place] = static_cast<char>(c.first);
+    recording[2 * kMiB + place] = static_cast<char>(c.last);
+    EXPECT_EQ(Scan(recording, c.is20D), c.end) << c.first << ", " << c.last << ", " << c.is20D;
     EXPECT_EQ(bytBlockStatus, c.last);
     EXPECT_THAT(AsVector(lngBlockStart), ElementsAre(1, 2));
     EXPECT_THAT(AsVector(lngBlockEnd), ElementsAre(11, 12));
   }
 }
 
-TEST(ScanSourceFile, CountsBlocksByRoundingHalvesToEven) {
-  const std::string recording = Blocks(0x30, {-1, 6, 7, 8}).Bytes();
+TEST_F(Source, HasBlocksByRoundingHalvesToEven) {
+  const std::string recording = Blocks(0x30, {-1, 6, 7, 8});
   const std::pair<std::size_t, int> kCounts[] = {{0, 0},        {kMiB, 0},     {kMiB + 1, 1},
                                                  {3 * kMiB, 2}, {5 * kMiB, 2}, {5 * kMiB + 1, 3},
                                                  {6 * kMiB, 3}, {7 * kMiB, 4}};
   for (const auto& [size, count] : kCounts) {
-    const Scan scan(recording.substr(0, size), false);
+    EXPECT_EQ(Scan(recording.substr(0, size)), count > 0 ? ReadEnd::kDone : ReadEnd::kNotValid);
     EXPECT_EQ(lngBlockCount, count) << size;
-    EXPECT_EQ(scan.valid, count > 0 ? 1 : 0) << size;
     EXPECT_EQ(dtBlockEnd.UpperBound(), count) << size;
   }
   // The trailer of the fourth block lies past the end of the file.
@@ -86,42 +88,29 @@ TEST(ScanSourceFile, CountsBlocksByRoundingHalvesToEven) {
   EXPECT_NEAR(dtBlockStart[1], DateOf(1959, 12, 31, 23, 59, 59), 1e-6);
   EXPECT_EQ(dtBlockStart[4], DateOf(1960, 1, 1));
   EXPECT_EQ(bytBlockStatus, 0);
-  EXPECT_EQ(Scan("", false).valid, 0) << "although the type left behind would fit";
 }
 
-/// A disk that claims a size for every file.
-class LyingDisk : public MemoryDisk {
- public:
-  explicit LyingDisk(std::uint64_t size) : size_(size) {}
-  std::optional<std::uint64_t> Size(platform::FileHandle) override { return size_; }
-
- private:
-  std::uint64_t size_;
-};
-
-TEST(ScanSourceFile, RefusesSizesThatNoRecordingHas) {
-  const Scan before(Blocks(0x30, {5}).Bytes(), false);
+TEST_F(Source, HasNoSizeThatNoRecordingHas) {
   for (const std::uint64_t size :
        {std::uint64_t{0xFFFFFFFF}, std::uint64_t{kMostBlocks + 1} * format::kBlockSize,
         std::uint64_t{1} << 62, ~std::uint64_t{1} << 32}) {
-    LyingDisk disk(size);
-    disk.Put("r", "");
-    FakeDates dates;
-    EXPECT_EQ(ScanSourceFile(disk, dates, "r"), ReadEnd::kNotValid) << size;
+    disk.claimed.reset();
+    Scan(Blocks(0x30, {5}));
+    disk.claimed = size;
+    EXPECT_EQ(Scan(""), ReadEnd::kNotValid) << size;
     EXPECT_EQ(lngBlockCount, 0) << size;
     EXPECT_EQ(lngBlockStart.UpperBound(), 0) << size;
-    EXPECT_EQ(disk.OpenHandles(), 0u);
   }
 }
 
-TEST(CheckAvailability, ReadsTheMasksOfTheRange) {
+TEST_F(Source, HasTheCamerasOfTheRange) {
   for (const int type : {0x00, 0x10, 0x20, 0x30, 0x60}) {
-    RecordingBuilder recording(type);
+    std::vector<BlockPlan> blocks;
     for (const int camera : {0, 1, 4, 15})
-      recording.Block().Image({.camera = camera}).Image({.camera = 2});
-    if (type == 0x20) recording.Block().Image({.camera = 16}).Image({.camera = 31});
-    Scan scan(recording.Bytes(), type == 0x60);
-    CheckAvailability(scan.disk, "r", 2, 100);
+      blocks.push_back({.images = {{.camera = camera}, {.camera = 2}}});
+    if (type == 0x20) blocks.push_back({.images = {{.camera = 16}, {.camera = 31}}});
+    Scan(Recording(type, blocks), type == 0x60);
+    CheckAvailability(disk, "r", 2, 100);
     if (type == 0x20) {
       EXPECT_THAT(AsVector(lngCamMask), ElementsAre(0x0006, 0x0014, 0x8004, 0));
       EXPECT_THAT(AsVector(lngCamMaskAlt), ElementsAre(0, 0, 0, 0x8001));
@@ -129,22 +118,18 @@ TEST(CheckAvailability, ReadsTheMasksOfTheRange) {
       EXPECT_THAT(AsVector(lngCamMask), ElementsAre(0x0006, 0x0014, 0x8004)) << type;
       EXPECT_EQ(lngCamMaskAlt.UpperBound(), 0);
     }
-    CheckAvailability(scan.disk, "r", -1, 1);
+    CheckAvailability(disk, "r", -1, 1);
     EXPECT_EQ(lngCamMask.UpperBound(), 1);
-    CheckAvailability(scan.disk, "r", 3, 2);
+    CheckAvailability(disk, "r", 3, 2);
     EXPECT_EQ(lngCamMask.UpperBound(), 0);
   }
 }
 
-TEST(Reading, IsClosedAndToldWhateverCallFails) {
-  const std::string recording = Blocks(0x30, {1, 2, 3}).Bytes();
+TEST_F(Source, IsClosedAndToldOfWhateverCallFails) {
+  const std::string recording = Blocks(0x30, {1, 2, 3});
   ForEachFault([&](Fault& fault) {
-    MemoryDisk disk;
-    disk.Put("r", recording);
     disk.fault = fault;
-    FakeDates dates;
-    bln20D = false;
-    const ReadEnd scanned = ScanSourceFile(disk, dates, "r");
+    const ReadEnd scanned = Scan(recording);
     const int indexed = lngBlockStart.UpperBound();
     const ReadEnd checked = CheckAvailability(disk, "r", 1, 3);
     fault = disk.fault;
@@ -160,13 +145,10 @@ TEST(Reading, IsClosedAndToldWhateverCallFails) {
   });
 }
 
-TEST(Reading, BreathesEvery64BlocksOrTenthOfASecondUntilItIsStopped) {
-  LyingDisk disk(std::uint64_t{200} * format::kBlockSize);
-  disk.Put("r", "");
-  FakeDates dates;
+TEST_F(Source, IsReadWithABreathEvery64BlocksOrTenthOfASecondUntilItIsStopped) {
+  disk.claimed = std::uint64_t{200} * format::kBlockSize;
   FakeClock clock;
   std::vector<int> breaths;
-  bln20D = false;
   const auto read = [&](bool scan, int lastBreath) {
     breaths.clear();
     Breathing breathing(clock, [&](std::int32_t done, std::int32_t total) {
@@ -179,7 +161,7 @@ TEST(Reading, BreathesEvery64BlocksOrTenthOfASecondUntilItIsStopped) {
   };
   for (const bool scan : {true, false}) {
     clock.step = FakeClock::Duration::zero();
-    EXPECT_EQ(read(true, 200), ReadEnd::kDone);
+    EXPECT_EQ(Scan(""), ReadEnd::kDone);
     EXPECT_EQ(read(scan, 200), ReadEnd::kDone);
     EXPECT_THAT(breaths, ElementsAre(64, 128, 192));
     clock.step = std::chrono::milliseconds(30);

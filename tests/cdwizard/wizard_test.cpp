@@ -1,28 +1,15 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <initializer_list>
 #include <new>
-#include <string>
-#include <vector>
 
-#include "capture/mdlFileProcessing.h"
 #include "cdwizard/cd_wizard.h"
 #include "cdwizard/file_name.h"
 #include "cdwizard/system_helpers.h"
 #include "cdwizard/wizard_flow.h"
 #include "platform/runtime_error.h"
-#include "save/operations.h"
-#include "save/save_messages.h"
-#include "save/save_state.h"
-#include "tests/cdwizard/fake_wizard_view.h"
-#include "tests/support/fake_platform.h"
-#include "tests/support/recording_builder.h"
+#include "tests/cdwizard/wizard_world.h"
 
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -37,20 +24,15 @@ constexpr char kDone[] = "page CD Creator Wizard Is Done!";
 constexpr char kNotReady[] = "ask Disk not ready! Do you want to try again?";
 constexpr char kEjectDialog[] = "Drag-to-Disc   Eject Options";
 
-class Wizard : public testing::Test {
+class Wizard : public testing::Test, protected WizardWorld {
  protected:
   Wizard() {
     strBurnExeName = "DirectCD.exe";
-    mdlSave::blnSomeCameras = false;
-    mdlFileProcessing::bln20D = false;
-    world.disk.Put("C:\\Rec\\cam.60D", std::string(2 * 2097152, 'r'));
-    world.disk.AddCdRom("D:");
-    world.disk.AddCdRom("E:");
     view.input.fileName = "Part";
   }
 
   void Register(const std::string& executable) {
-    world.registry
+    outside.registry
         .values[{platform::RegistryRoot::kLocalMachine,
                  "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\" + executable, ""}] = {
         platform::RegistryValue::kString, "C:\\CD\\" + executable};
@@ -61,64 +43,65 @@ class Wizard : public testing::Test {
     wizard.Load();
     for (const int button : buttons) wizard.cmdNext_Click(button);
     view.log.clear();
-    world.desktop.log.clear();
+    Done();
   }
   std::vector<std::string> Click(int button) {
     wizard.cmdNext_Click(button);
     return view.Taken();
   }
+  /// What the desktop was asked to do since the last call.
+  std::vector<std::string> Done() { return std::exchange(desktop.log, {}); }
 
-  FakePlatform world;
-  FakeMainWindow mainWindow;
-  FakeWizardView view;
-  CdWizard wizard{world.system, mainWindow, view};
+  FakeDesktop& desktop = outside.desktop;
+  CdWizard wizard{outside.system, *this, view};
 };
 
+// What is pressed while it copies means nothing.
 TEST_F(Wizard, RunsThroughWithDirectCd) {
   Register("DirectCD.exe");
-  mainWindow.target = "C:\\Out\\My Part.60D";
-  world.desktop.windows = {"DirectCD", "DrgToDsc", kEjectDialog};
+  disk.cdRoms = {"D:", "E:"};
+  target = "C:\\Out\\My Part.60D";
+  desktop.windows = {"DirectCD", "DrgToDsc", kEjectDialog};
   wizard.Load();
   EXPECT_THAT(view.drives, ElementsAre("D:", "E:"));
   EXPECT_THAT(view.Taken(), ElementsAre(kWelcome));
   EXPECT_THAT(Click(0), ElementsAre(kWelcome, kDrive));
   EXPECT_THAT(Click(1), ElementsAre(kFileName, "discard"));
-  EXPECT_THAT(world.desktop.log, ElementsAre("open C:\\CD\\DirectCD.exe", "front DirectCD"));
+  EXPECT_THAT(Done(), ElementsAre("open C:\\CD\\DirectCD.exe", "front DirectCD"));
   EXPECT_EQ(view.input.fileName, "My Part.60D");
-  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "progress", "percent 50", "percent 100",
-                                    "idle", kEject));
-  EXPECT_EQ(world.disk.Bytes("E:\\My Part.60D"), world.disk.Bytes("C:\\Rec\\cam.60D"));
-  world.desktop.log.clear();
+  view.onMessages = [&] {
+    EXPECT_FALSE(wizard.MayClose());
+    for (int button = 0; button < kPageButtons; ++button) wizard.cmdNext_Click(button);
+    wizard.cmdCancel_Click();
+  };
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "progress", "percent 47", "percent 97",
+                                    "percent 50", "percent 100", "idle", kEject));
+  EXPECT_TRUE(wizard.MayClose());
+  EXPECT_EQ(disk.View("E:\\My Part.60D"), ThreeBlocks().substr(0, 2 * kBlock));
   EXPECT_THAT(Click(3), ElementsAre(kDone, "discard"));
-  EXPECT_THAT(world.desktop.log, ElementsAre("media open  E:  type cdaudio alias cd1",
-                                             "media set cd1 door open wait"));
+  EXPECT_THAT(Done(), ElementsAre("media open  E:  type cdaudio alias cd1",
+                                  "media set cd1 door open wait"));
   EXPECT_THAT(Click(4), ElementsAre("close"));
 }
 
 // The eject dialog comes after a while, titles that only look like it before.
 TEST_F(Wizard, RunsThroughWithDragToDisc) {
   Register("DrgToDsc.exe");
-  world.desktop.windows = {"DrgToDsc", "DirectCD"};
+  desktop.windows = {"DrgToDsc", "DirectCD"};
   GoTo({0});
   EXPECT_THAT(Click(1), ElementsAre(kFileName, "ask Do you want to format this CD?", "discard"));
-  EXPECT_THAT(world.desktop.log,
-              ElementsAre("activate DrgToDsc",                                       //
-                          "down 12 extended", "down 4B extended", "up 4B extended",  //
-                          "up 12 extended",                                          //
-                          "down 12 extended", "down 46 extended", "up 46 extended",  //
-                          "up 12 extended", "activate DrgToDsc",                     //
-                          "down 12 extended", "down 4F extended", "up 4F extended",  //
-                          "up 12 extended"));
+  EXPECT_THAT(Done(), ElementsAre("activate DrgToDsc", "+12", "+4B", "-4B", "-12", "+12", "+46",
+                                  "-46", "-12", "activate DrgToDsc", "+12", "+4F", "-4F", "-12"));
   EXPECT_EQ(Click(2).back(), kEject);
-  world.desktop.log.clear();
-  world.desktop.windows = {"Drag-to-Disc  Eject Options", "Drag-to-Disc    Eject Options"};
+  Done();
+  desktop.windows = {"Drag-to-Disc  Eject Options", "Drag-to-Disc    Eject Options"};
   int looks = 0;
-  world.desktop.onLook = [&](const std::string&) {
-    if (++looks == 5) world.desktop.windows.insert(kEjectDialog);
+  desktop.onLook = [&](const std::string&) {
+    if (++looks == 5) desktop.windows.insert(kEjectDialog);
   };
   EXPECT_THAT(Click(3), ElementsAre("hourglass", "pointer", kDone, "discard"));
   EXPECT_THAT(
-      world.desktop.log,
+      Done(),
       ElementsAre("media open  E:  type cdaudio alias cd1", "media set cd1 door open wait",
                   std::string("front ") + kEjectDialog, std::string("front ") + kEjectDialog));
   EXPECT_EQ(looks, 5);
@@ -128,14 +111,14 @@ TEST_F(Wizard, StartsDragToDiscWhenItDoesNotRun) {
   Register("DrgToDsc.exe");
   GoTo({0});
   EXPECT_THROW(Click(1), RuntimeError) << "activated a window that there is not";
-  EXPECT_THAT(world.desktop.log, ElementsAre("open C:\\CD\\DrgToDsc.exe", "activate DrgToDsc"));
+  EXPECT_THAT(Done(), ElementsAre("open C:\\CD\\DrgToDsc.exe", "activate DrgToDsc"));
   EXPECT_TRUE(view.look.showsFileName) << "the page is up and stays";
   EXPECT_EQ(view.log.back(), "discard");
-  world.desktop.log.clear();
+  Done();
   Click(6);
   view.answers = {false};
   Click(1);
-  EXPECT_THAT(world.desktop.log, IsEmpty()) << "the disc is formatted already";
+  EXPECT_THAT(Done(), IsEmpty()) << "the disc is formatted already";
 }
 
 TEST_F(Wizard, WantsDirectCdEvenWhereThereIsDragToDisc) {
@@ -148,21 +131,18 @@ TEST_F(Wizard, WantsDirectCdEvenWhereThereIsDragToDisc) {
                           "close"));
 }
 
-TEST(WizardLoad, WantsOneToThreeDrives) {
-  const auto load = [](const std::string& letters) {
-    FakePlatform world;
-    FakeMainWindow mainWindow;
-    FakeWizardView view;
-    for (const char letter : letters) world.disk.AddCdRom({letter, ':'});
-    CdWizard(world.system, mainWindow, view).Load();
-    return view.log;
+TEST_F(Wizard, WantsOneToThreeDrives) {
+  const auto load = [&](const std::vector<std::string>& drives) {
+    disk.cdRoms = drives;
+    wizard.Load();
+    return view.Taken();
   };
-  EXPECT_THAT(load(""), ElementsAre("tell as application No CDRom was detected on your computer, "
+  EXPECT_THAT(load({}), ElementsAre("tell as application No CDRom was detected on your computer, "
                                     "the wizard will not continue!",
                                     "close"));
-  EXPECT_THAT(load("D"), ElementsAre(kWelcome));
-  EXPECT_THAT(load("DEF"), ElementsAre(kWelcome));
-  EXPECT_THROW(load("DEFG"), RuntimeError);
+  EXPECT_THAT(load({"D:"}), ElementsAre(kWelcome));
+  EXPECT_THAT(load({"D:", "E:", "F:"}), ElementsAre(kWelcome));
+  EXPECT_THROW(load({"D:", "E:", "F:", "G:"}), RuntimeError);
 }
 
 TEST_F(Wizard, GoesBackAndForth) {
@@ -173,7 +153,7 @@ TEST_F(Wizard, GoesBackAndForth) {
   Click(0);
   EXPECT_THAT(Click(1), ElementsAre(kFileName, "discard"));
   EXPECT_EQ(view.input.fileName, "typed");
-  mainWindow.target = "given.60D";
+  target = "given.60D";
   Click(6);
   Click(1);
   EXPECT_EQ(view.input.fileName, "given.60D");
@@ -209,7 +189,7 @@ TEST(IsFileName, TakesWhatWindowsTakes) {
 // The estimate is 4 MB; the free space is rounded, halves to even, and must be greater.
 TEST_F(Wizard, ComparesWithTheRoomOnTheDisc) {
   const auto writeOn = [&](double freeMB) {
-    world.disk.SetRoom("E:", static_cast<std::uint64_t>(freeMB * 1048576));
+    disk.room["E:"] = static_cast<std::uint64_t>(freeMB * 1048576);
     GoTo({0, 1});
     view.answers = {false};
     return Click(2);
@@ -231,32 +211,20 @@ TEST_F(Wizard, ComparesWithTheRoomOnTheDisc) {
 }
 
 TEST_F(Wizard, TriesAgainFromTheDrivePageOrGivesUp) {
-  world.disk.SetRoom("E:", 0);
+  disk.room["E:"] = 0;
   GoTo({0, 1});
   EXPECT_THAT(Click(2), ElementsAre(kNotReady, kReselect, kDrive));
   EXPECT_TRUE(view.look.showsDrives);
   EXPECT_FALSE(view.look.showsFileName);
 
-  world.disk.SetRoom("E:", 100 << 20);
-  mainWindow.source = "C:\\gone.60D";
+  disk.room["E:"] = 100 << 20;
+  source = "C:\\gone.60D";
   Click(1);
   EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "idle", kNotReady, kReselect, kDrive));
   Click(1);
   view.answers = {false};
   EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "idle", kNotReady,
                                     "tell The wizard will not continue.", "close"));
-}
-
-TEST_F(Wizard, TakesNothingWhileItCopies) {
-  GoTo({0, 1});
-  view.onMessages = [&] {
-    EXPECT_FALSE(wizard.MayClose());
-    for (int button = 0; button < kPageButtons; ++button) wizard.cmdNext_Click(button);
-    wizard.cmdCancel_Click();
-  };
-  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "progress", "percent 50", "percent 100",
-                                    "idle", kEject));
-  EXPECT_TRUE(wizard.MayClose());
 }
 
 TEST_F(Wizard, CanBeClosedHoweverACopyEnds) {
@@ -271,7 +239,7 @@ TEST_F(Wizard, CanBeClosedHoweverACopyEnds) {
   };
   EXPECT_THAT(Click(2), Contains(kNotReady));
   EXPECT_TRUE(wizard.MayClose());
-  EXPECT_FALSE(world.disk.HasFile("E:\\Part.60D"));
+  EXPECT_FALSE(disk.HasFile("E:\\Part.60D"));
 }
 
 // At the end of the session, even one that came just before the copy, there is nobody to be asked.
@@ -285,16 +253,11 @@ TEST_F(Wizard, ClosesWhenTheSessionEnds) {
 
 // Another try would find no images, either.
 TEST_F(Wizard, ClosesWhenTheCamerasHaveNoImages) {
-  world.disk.Put("C:\\Rec\\cam.60D", RecordingBuilder(0x30).Block().Image({}).Bytes());
-  mdlFileProcessing::ScanSourceFile(world.disk, world.dates, "C:\\Rec\\cam.60D");
-  mdlSave::blnSomeCameras = true;
+  ChooseCamera();
   mdlSave::lngCamSelLow = 1 << 9;
-  mainWindow.last = 1;
   GoTo({0, 1});
-  const auto log = Click(2);
-  EXPECT_THAT(log, Contains(std::string("tell ") + save_text::kNoImages));
-  EXPECT_EQ(log.back(), "close");
-  EXPECT_THAT(log, Not(Contains(kNotReady)));
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "progress", "percent 47", "percent 97",
+                                    std::string("tell ") + save_text::kNoImages, "idle", "close"));
 }
 
 constexpr Page kAllPages[] = {Page::kWelcome, Page::kLookingUp, Page::kDrive, Page::kFileName,

@@ -13,7 +13,7 @@ class MemoryWorld : public DiskWorld {
   explicit MemoryWorld(std::string folder) : folder_(std::move(folder)) {
     disk_.MakeFolder(folder_);
     disk_.MakeFolder(elsewhere());
-    disk_.Mount(elsewhere(), "F:");
+    disk_.mounts[elsewhere()] = "F:";
   }
 
   platform::Files& files() override { return disk_; }
@@ -21,9 +21,9 @@ class MemoryWorld : public DiskWorld {
   platform::Drives* drives() override { return &disk_; }
   std::string folder() const override { return folder_; }
   std::string elsewhere() const override { return "E:\\mounted"; }
-  long long Written(const std::string& path) override { return disk_.Written(path); }
+  long long Written(const std::string& path) override { return disk_.At(path)->written; }
   void SetWritten(const std::string& path, long long when) override {
-    disk_.SetWritten(path, when);
+    disk_.At(path)->written = when;
   }
 
  private:

@@ -11,6 +11,7 @@
 #include "save/save_state.h"
 #include "tests/save/fake_progress.h"
 #include "tests/support/fake_platform.h"
+#include "tests/support/recordings.h"
 
 constexpr char kSource[] = "C:\\Recordings\\door.60D";
 constexpr char kTarget[] = "C:\\Saved\\part.60D";
@@ -23,48 +24,46 @@ constexpr std::int32_t kWholeBlocks = 0;
 struct SaveWorld {
   SaveWorld(int type, std::string recording, const Fault& fault = {})
       : is20D(type == 0x60), source(std::move(recording)) {
-    world.disk.Put(kSource, source);
-    world.disk.Put(kTarget, "old");
+    disk.Put(kSource, source);
+    disk.Put(kTarget, "old");
     mdlFileProcessing::bln20D = is20D;
-    mdlFileProcessing::ScanSourceFile(world.disk, world.dates, kSource);
-    world.disk.fault = fault;
+    mdlFileProcessing::ScanSourceFile(disk, world.dates, kSource);
+    disk.fault = fault;
   }
 
   SaveEnd Run(int first, int last, std::int32_t cameras, const std::string& target = kTarget,
               const std::string& from = kSource) {
+    const auto mode =
+        cameras == kWholeBlocks ? SaveJob::Mode::kWholeBlocks : SaveJob::Mode::kChosenCameras;
     mdlSave::lngCamSelLow = cameras;
-    result = RunSave(world.system, progress,
-                     {.sourcePath = from,
-                      .targetPath = target,
-                      .firstBlock = first,
-                      .lastBlock = last,
-                      .mode = cameras == kWholeBlocks ? SaveJob::Mode::kWholeBlocks
-                                                      : SaveJob::Mode::kChosenCameras});
+    result = RunSave(world.system, progress, {from, target, first, last, mode});
     return result.end;
   }
   /// Ends the fault, so that it strikes no check of what it has done.
-  Fault TakeFault() { return std::exchange(world.disk.fault, {}); }
+  Fault TakeFault() { return std::exchange(disk.fault, {}); }
+  std::vector<tools::Image> Saved() const { return ImagesOf(disk.View(kTarget), is20D); }
 
   /// What holds however a save ends.
   void ExpectNothingLeft() {
-    EXPECT_EQ(world.disk.OpenHandles(), 0u);
+    EXPECT_EQ(disk.OpenHandles(), 0u);
     EXPECT_EQ(mdlFileProcessing::hSourceFile, platform::FileHandle::kInvalid);
-    EXPECT_EQ(world.disk.View(kSource), source);
-    EXPECT_TRUE(progress.PointerIsUsual());
+    EXPECT_EQ(disk.View(kSource), source);
+    EXPECT_EQ(progress.hourglasses, 0);
     ExpectNoTemporary();
   }
   void ExpectNoTemporary() {
-    for (const std::string& path : world.disk.Paths()) EXPECT_FALSE(path.ends_with(".tmp")) << path;
+    for (const std::string& path : disk.Paths()) EXPECT_FALSE(path.ends_with(".tmp")) << path;
   }
   /// What holds when a save was refused before it has touched anything.
   void ExpectRefusal(const std::string& message) {
     EXPECT_THAT(progress.messages, testing::IsEmpty());
     EXPECT_EQ(MessageOfEnd(result).text, message);
-    EXPECT_EQ(world.disk.View(kTarget), "old");
+    EXPECT_EQ(disk.View(kTarget), "old");
     ExpectNothingLeft();
   }
 
   FakePlatform world;
+  MemoryDisk& disk = world.disk;
   bool is20D;
   std::string source;
   FakeProgress progress;

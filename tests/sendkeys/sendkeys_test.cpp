@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include "platform/runtime_error.h"
@@ -10,50 +9,40 @@
 namespace {
 
 // The key events in short: "+12" is Alt (hex 12) down, "-12" Alt up, a lone "4B" a key down and up.
-std::string Keys(const FakeDesktop& desktop) {
+std::string Keys(FakeDesktop& desktop) {
   std::string text;
-  for (std::size_t i = 0; i < desktop.log.size(); ++i) {
-    const std::string& line = desktop.log[i];
-    const bool down = line.rfind("down ", 0) == 0;
-    EXPECT_EQ(line.substr(line.size() - 9), " extended");
-    const std::string key = down ? line.substr(5, 2) : line.substr(3, 2);
-    const bool pressed =
-        down && i + 1 < desktop.log.size() && desktop.log[i + 1] == "up " + key + " extended";
-    text += (text.empty() ? "" : " ") + std::string(pressed ? "" : down ? "+" : "-") + key;
-    if (pressed) ++i;
+  for (const std::string& event : std::exchange(desktop.log, {})) {
+    const std::string key = event.substr(1);
+    if (event == "-" + key && text.ends_with("+" + key))
+      text.erase(text.size() - event.size(), 1);
+    else
+      text += (text.empty() ? "" : " ") + event;
   }
   return text;
 }
 
-struct Script {
-  const char* text;
-  const char* keys;
-};
+constexpr std::pair<const char*, const char*> kScripts[] = {
+    {"", ""},
+    {"%(K)%(F)x+aA1", "+12 4B -12 +12 46 -12 58 10 41 41 31"},
+    {"~(+(ab)c)", "+11 +10 41 42 -10 43 -11"},
+    {"~%%()", "11 12 12"},
+    // Names, in any case, before characters; what is no name is typed by its first letter.
+    {"{TAB}{tab}{Tab 2}{~}{BKSP}{F16}{F17}", "09 09 09 09 0D 08 7F 46"},
+    {"{PRTSC}{BREAK}{SCROLLLOCK}{PGDN}{}}{{}{%}", "2A 13 91 22 DD DB 35"},
+    // Repetitions.
+    {"{a 3}b{a 2.5}b{a 1.5}b{a  +.2e1 }", "41 41 41 42 41 41 42 41 41 42 41 41"},
+    {"{a 0}{b -7}{c 1e-999}", ""},
+    // A character beyond 16 bits is two units, and no key gives either.
+    {"\xC3\xA9\xF0\x9F\x98\x80", "FF FF FF"},
+    {"\xFF\xC1\x81", "FF FF FF"}};
 
-class GoodScript : public testing::TestWithParam<Script> {};
-
-TEST_P(GoodScript, SendsItsKeysInOrder) {
-  FakeDesktop desktop;
-  clsSendKeys(desktop, "Trimbrook").SendKeys(GetParam().text, true);
-  EXPECT_EQ(Keys(desktop), GetParam().keys);
+TEST(SendKeys, SendsItsKeysInOrder) {
+  for (const auto& [text, keys] : kScripts) {
+    FakeDesktop desktop;
+    clsSendKeys(desktop, "Trimbrook").SendKeys(text, true);
+    EXPECT_EQ(Keys(desktop), keys) << text;
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    All, GoodScript,
-    testing::Values(
-        Script{"", ""}, Script{"%(K)", "+12 4B -12"}, Script{"%(F)x", "+12 46 -12 58"},
-        Script{"+a", "10 41"}, Script{"A1", "41 31"}, Script{"~", "11"},
-        Script{"~(+(ab)c)", "+11 +10 41 42 -10 43 -11"}, Script{"%", "12"}, Script{"%()", "12"},
-        // Names, in any case, before characters; what is no name is typed by its first letter.
-        Script{"{TAB}{tab}{Tab 2}", "09 09 09 09"}, Script{"{~}{BKSP}{F16}", "0D 08 7F"},
-        Script{"{F17}", "46"}, Script{"{PRTSC}{BREAK}{SCROLLLOCK}{PGDN}", "2A 13 91 22"},
-        Script{"{}}{{}{%}", "DD DB 35"},
-        // Repetitions.
-        Script{"{a 3}b", "41 41 41 42"}, Script{"{a 2.5}", "41 41"}, Script{"{a 1.5}", "41 41"},
-        Script{"{a  +.2e1 }", "41 41"}, Script{"{a 0}{b -7}{c 1e-999}", ""},
-        // A character beyond 16 bits is two units, and no key gives either.
-        Script{"\xC3\xA9", "FF"}, Script{"\xF0\x9F\x98\x80", "FF FF"}, Script{"\xFF", "FF"},
-        Script{"\xC1\x81", "FF FF"}));
 
 struct Fault {
   const char* script;
@@ -62,44 +51,43 @@ struct Fault {
   const char* description;
 };
 
-class BadScript : public testing::TestWithParam<Fault> {};
-
-TEST_P(BadScript, LetsGoOfModifiersAndTells) {
-  FakeDesktop desktop;
-  clsSendKeys keys(desktop, "Trimbrook");
-  try {
-    keys.SendKeys(GetParam().script);
-    FAIL() << "no fault";
-  } catch (const RuntimeError& fault) {
-    EXPECT_EQ(fault.number(), GetParam().number);
-    EXPECT_EQ(fault.source(), "Trimbrook.cSendKeys");
-    EXPECT_EQ(fault.description(), GetParam().description);
-  }
-  EXPECT_EQ(Keys(desktop), GetParam().keys);
-  desktop.log.clear();
-  keys.SendKeys("a");
-  EXPECT_EQ(Keys(desktop), "41") << "a held modifier was left over";
-}
-
 #define INVALID "Invalid sendkeys command"
-INSTANTIATE_TEST_SUITE_P(
-    All, BadScript,
-    testing::Values(
-        Fault{"a)", "41", 0, INVALID ": unmatched ) at position 2"},
-        Fault{"\xC3\xA9\xF0\x9F\x98\x80)", "FF FF FF", 0, INVALID ": unmatched ) at position 4"},
-        Fault{"%(F", "+12 46 -12", 0, INVALID ": more open brackets than close brackets."},
-        Fault{"~(%(", "+11 12 -11", 0, INVALID ": more open brackets than close brackets."},
-        Fault{"{", "", 0, INVALID "; opening { without content or closing } at position 1"},
-        Fault{"ab{}", "41 42", 0, INVALID "; opening { without content or closing } at position 3"},
-        Fault{"{ab", "", 0, INVALID "; opening { without closing } at position 1"},
-        Fault{"+(a{}b", "+10 41 -10", 0, INVALID "; opening { without closing } at position 4"},
-        Fault{"{TAB x}", "", 0, INVALID "; key repetitions 'x' is invalid near position 8"},
-        Fault{"{TAB }", "", 0, INVALID "; key repetitions '' is invalid near position 7"},
-        Fault{"{TAB  1e}a", "", 0, INVALID "; key repetitions ' 1e' is invalid near position 10"},
-        Fault{"{a 1 2}", "", 0, INVALID "; key repetitions '1 2' is invalid near position 8"},
-        Fault{"{a .}", "", 0, INVALID "; key repetitions '.' is invalid near position 6"},
-        Fault{"~({ 3})", "11", 9, "Key  could not be interpreted."},
-        Fault{"%({a 2147483648})", "12", 6, "Overflow"}, Fault{"{a 1e999}", "", 6, "Overflow"}));
+const Fault kFaults[] = {
+    {"a)", "41", 0, INVALID ": unmatched ) at position 2"},
+    {"\xC3\xA9\xF0\x9F\x98\x80)", "FF FF FF", 0, INVALID ": unmatched ) at position 4"},
+    {"%(F", "+12 46 -12", 0, INVALID ": more open brackets than close brackets."},
+    {"~(%(", "+11 12 -11", 0, INVALID ": more open brackets than close brackets."},
+    {"{", "", 0, INVALID "; opening { without content or closing } at position 1"},
+    {"ab{}", "41 42", 0, INVALID "; opening { without content or closing } at position 3"},
+    {"{ab", "", 0, INVALID "; opening { without closing } at position 1"},
+    {"+(a{}b", "+10 41 -10", 0, INVALID "; opening { without closing } at position 4"},
+    {"{TAB x}", "", 0, INVALID "; key repetitions 'x' is invalid near position 8"},
+    {"{TAB }", "", 0, INVALID "; key repetitions '' is invalid near position 7"},
+    {"{TAB  1e}a", "", 0, INVALID "; key repetitions ' 1e' is invalid near position 10"},
+    {"{a 1 2}", "", 0, INVALID "; key repetitions '1 2' is invalid near position 8"},
+    {"{a .}", "", 0, INVALID "; key repetitions '.' is invalid near position 6"},
+    {"~({ 3})", "11", 9, "Key  could not be interpreted."},
+    {"%({a 2147483648})", "12", 6, "Overflow"},
+    {"{a 1e999}", "", 6, "Overflow"}};
+
+TEST(SendKeys, LetsGoOfModifiersAndTellsOfAFault) {
+  for (const Fault& bad : kFaults) {
+    SCOPED_TRACE(bad.script);
+    FakeDesktop desktop;
+    clsSendKeys keys(desktop, "Trimbrook");
+    try {
+      keys.SendKeys(bad.script);
+      ADD_FAILURE() << "no fault";
+    } catch (const RuntimeError& fault) {
+      EXPECT_EQ(fault.number(), bad.number);
+      EXPECT_EQ(fault.source(), "Trimbrook.cSendKeys");
+      EXPECT_EQ(fault.description(), bad.description);
+    }
+    EXPECT_EQ(Keys(desktop), bad.keys);
+    keys.SendKeys("a");
+    EXPECT_EQ(Keys(desktop), "41") << "a held modifier was left over";
+  }
+}
 
 // The shift state of the scan is dropped; a name wins over its first letter.
 TEST(KeyCodes, ComeFromTheSystem) {

@@ -12,19 +12,8 @@ constexpr double kSecondsPerDay = 86400;
 const chrono::sys_seconds kDayZero = chrono::sys_days(chrono::year(1899) / 12 / 30);
 
 /// What `strftime` and `strptime` call each style's text.
-const char* PatternOf(FakeDates::Style style) {
-  switch (style) {
-    case FakeDates::Style::kUs:
-      return "%-m/%-d/%Y %-I:%M:%S %p";
-    case FakeDates::Style::k24Hour:
-      return "%-m/%-d/%Y %-H:%M:%S";
-    case FakeDates::Style::kGerman:
-      return "%d.%m.%Y %H:%M:%S";
-    case FakeDates::Style::kUnreadable:
-      break;
-  }
-  return "%-d of %-m %Y, %-Hh%M";
-}
+constexpr const char* kPatterns[] = {"%-m/%-d/%Y %-I:%M:%S %p", "%-m/%-d/%Y %-H:%M:%S",
+                                     "%d.%m.%Y %H:%M:%S", "%-d of %-m %Y, %-Hh%M"};
 
 }  // namespace
 
@@ -41,12 +30,13 @@ std::string FakeDates::Format(platform::Date date) {
   std::tm parts = {};
   gmtime_r(&time, &parts);
   char text[64];
-  return {text, std::strftime(text, sizeof text, PatternOf(style), &parts)};
+  return {text, std::strftime(text, sizeof text, kPatterns[static_cast<int>(style)], &parts)};
 }
 
 std::optional<platform::Date> FakeDates::Parse(const std::string& text) {
   std::tm parts = {};
-  if (style == Style::kUnreadable || !strptime(text.c_str(), PatternOf(style), &parts))
+  if (style == Style::kUnreadable ||
+      !strptime(text.c_str(), kPatterns[static_cast<int>(style)], &parts))
     return std::nullopt;
   return DateOf(parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min,
                 parts.tm_sec);

@@ -12,9 +12,9 @@
 #include "platform/desktop.h"
 #include "platform/registry.h"
 
-/// A desktop with a United States keyboard that writes down all it is asked to do, one line a call:
-/// "open PATH", "front TITLE", "activate TITLE", "down VK" and "up VK" (with " extended"),
-/// "media COMMAND".
+/// A desktop with the letters, digits and brackets of a United States keyboard that writes down all
+/// it is asked to do, one line a call: "open PATH", "front TITLE", "activate TITLE", "down VK" and
+/// "up VK" (with " extended"), "media COMMAND".
 class FakeDesktop : public platform::Desktop {
  public:
   /// Everything done so far, in order.
@@ -32,8 +32,10 @@ class FakeDesktop : public platform::Desktop {
   bool ActivateTitled(const std::string& title) override;
   void KeyEvent(std::uint8_t virtualKey, std::uint32_t flags) override;
   std::int16_t ScanUnicodeKey(char16_t unit) override;
-  std::int16_t ScanAnsiKey(char character) override;
-  char ToAnsi(char16_t unit) override;
+  std::int16_t ScanAnsiKey(char character) override {
+    return ScanUnicodeKey(static_cast<unsigned char>(character));
+  }
+  char ToAnsi(char16_t unit) override { return unit < 256 ? static_cast<char>(unit) : '?'; }
   std::uint32_t VersionWord() override { return versionWord; }
   std::uint32_t MediaCommand(const std::string& command) override;
 
@@ -50,5 +52,8 @@ class FakeRegistry : public platform::Registry {
 
   std::optional<platform::RegistryValue> Query(platform::RegistryRoot root,
                                                const std::string& keyPath,
-                                               const std::string& valueName) override;
+                                               const std::string& valueName) override {
+    const auto found = values.find({root, keyPath, valueName});
+    return found == values.end() ? std::nullopt : std::optional(found->second);
+  }
 };

@@ -2,13 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 
 namespace {
-
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 std::string Trimmed(std::string folder) {
   while (!folder.empty() && folder.back() == '\\') folder.pop_back();
@@ -25,35 +20,21 @@ std::string DriveOf(const std::string& path) {
   return colon == std::string::npos ? "" : path.substr(0, colon + 1);
 }
 
+bool IsSamePath(const std::string& left, const std::string& right) {
+  return strcasecmp(left.c_str(), right.c_str()) == 0;
+}
+
 }  // namespace
 
 using platform::FileHandle;
-using platform::OpenMode;
-
-bool MemoryDisk::IsSamePath(const std::string& left, const std::string& right) {
-  return !CaseBlind()(left, right) && !CaseBlind()(right, left);
-}
-
-bool MemoryDisk::CaseBlind::operator()(const std::string& left, const std::string& right) const {
-  return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
-                                      [](char a, char b) { return Lower(a) < Lower(b); });
-}
 
 std::string& MemoryDisk::NewFile(const std::string& path) {
   for (std::string folder = ParentOf(path); !folder.empty(); folder = ParentOf(folder))
     folders_.insert(folder);
   auto& file = files_[path] = std::make_shared<File>();
   file->permissions = ParentOf(path);
+  file->volume = VolumeOf(path);
   return file->bytes;
-}
-
-void MemoryDisk::Link(const std::string& from, const std::string& to) {
-  files_[to] = At(from);
-}
-
-std::optional<std::string> MemoryDisk::Bytes(const std::string& path) const {
-  const auto file = At(path);
-  return file ? std::optional(file->bytes) : std::nullopt;
 }
 
 std::string MemoryDisk::Take(const std::string& path) {
@@ -80,21 +61,12 @@ MemoryDisk::Handle* MemoryDisk::Of(FileHandle file) {
 
 std::string MemoryDisk::VolumeOf(const std::string& path) const {
   for (std::string folder = Trimmed(path); !folder.empty(); folder = ParentOf(folder))
-    if (const auto mount = mounts_.find(folder); mount != mounts_.end()) return mount->second;
+    if (const auto mount = mounts.find(folder); mount != mounts.end()) return mount->second;
   return DriveOf(path);
-}
-
-bool MemoryDisk::HasFoldersPermissions(const std::string& path) const {
-  return IsSamePath(At(path)->permissions, ParentOf(path));
 }
 
 bool MemoryDisk::HasRoomFor(const std::string& path) const {
   return !path.empty() && !Exists(path) && TakesNewFiles(ParentOf(path));
-}
-
-std::uint64_t MemoryDisk::LimitOf(const Limits& limits, const std::string& path) const {
-  const auto found = limits.find(VolumeOf(path));
-  return found == limits.end() ? std::numeric_limits<std::uint64_t>::max() : found->second;
 }
 
 FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
@@ -110,7 +82,7 @@ FileHandle MemoryDisk::Open(const std::string& path, OpenMode mode) {
   }
   file->mode = mode;
   ++file->handles;
-  handles_[nextHandle_] = {file, VolumeOf(path), mode};
+  handles_[nextHandle_] = {file};
   return static_cast<FileHandle>(nextHandle_++);
 }
 
@@ -118,37 +90,37 @@ bool MemoryDisk::Read(FileHandle file, void* buffer, std::uint32_t bytes,
                       std::uint32_t& bytesRead) {
   bytesRead = 0;
   Handle* handle = Of(file);
-  if (Fails("read") || !handle || handle->Writes()) return false;
+  if (Fails("read") || !handle || handle->file->IsWritten()) return false;
   bytes = Moved("read", bytes);
-  ++reads_;
+  ++reads;
   const std::string& content = handle->file->bytes;
   if (handle->position >= content.size()) return true;
   const std::uint64_t left = content.size() - handle->position;
   bytesRead = static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes, left));
   if (bytesRead > 0) std::memcpy(buffer, content.data() + handle->position, bytesRead);
   handle->position += bytesRead;
-  bytesRead_ += bytesRead;
+  totalRead += bytesRead;
   return true;
 }
 
-bool MemoryDisk::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
+bool MemoryDisk::Write(FileHandle handle, const void* buffer, std::uint32_t bytes,
                        std::uint32_t& bytesWritten) {
   bytesWritten = 0;
-  Handle* handle = Of(file);
-  if (Fails("write") || !handle || !handle->Writes()) return false;
+  Handle* open = Of(handle);
+  if (Fails("write") || !open || !open->file->IsWritten()) return false;
   bytes = Moved("write", bytes);
   if (bytes == 0) return true;
-  const std::uint64_t end = handle->position + bytes;
-  if (end > LimitOf(largest_, handle->volume)) return false;
-  std::string& content = handle->file->bytes;
-  if (end > content.size()) {
-    handle->file->unflushed += end - content.size();
-    content.resize(end);
+  File& file = *open->file;
+  const std::uint64_t end = open->position + bytes;
+  if (end > LimitOf(largest, file.volume)) return false;
+  if (end > file.bytes.size()) {
+    file.unflushed += end - file.bytes.size();
+    file.bytes.resize(end);
   }
-  std::memcpy(content.data() + handle->position, buffer, bytes);
-  handle->position = end;
+  std::memcpy(file.bytes.data() + open->position, buffer, bytes);
+  open->position = end;
   bytesWritten = bytes;
-  handle->file->written = ++time_;
+  file.written = ++time_;
   return true;
 }
 
@@ -167,38 +139,32 @@ std::optional<std::uint64_t> MemoryDisk::Size(FileHandle file) {
 
 bool MemoryDisk::Flush(FileHandle file) {
   const Handle* handle = Of(file);
-  if (!handle || !Keeps("flush", *handle)) return false;
+  if (!handle || !Keeps("flush", *handle->file)) return false;
   handle->file->unflushed = 0;
   return true;
 }
 
 bool MemoryDisk::Rename(FileHandle file, const std::string& from, const std::string& to) {
   const Handle* handle = Of(file);
-  if (Fails("rename") || !handle || handle->mode != OpenMode::kWriteExisting) return false;
+  if (Fails("rename") || !handle || handle->file->mode != OpenMode::kWriteExisting) return false;
   if (handle->file != At(from) || !HasRoomFor(to)) return false;
-  if (!IsSamePath(handle->volume, VolumeOf(to))) return false;
-  if (refusedRenames_ != 0) {
-    if (refusedRenames_ > 0) --refusedRenames_;
-    return false;
-  }
+  if (!IsSamePath(handle->file->volume, VolumeOf(to))) return false;
+  if (refusedRenames-- > 0) return false;
   files_.erase(from);
   files_[to] = handle->file;
   return true;
 }
 
 bool MemoryDisk::Close(FileHandle file) {
-  const auto found = handles_.find(static_cast<std::intptr_t>(file));
-  if (found == handles_.end()) return false;
-  const Handle handle = found->second;
-  handles_.erase(found);
-  --handle.file->handles;
-  return Keeps("close", handle);
+  const auto closed = handles_.extract(static_cast<std::intptr_t>(file));
+  if (!closed) return false;
+  --closed.mapped().file->handles;
+  return Keeps("close", *closed.mapped().file);
 }
 
-bool MemoryDisk::Keeps(const char* operation, const Handle& handle) {
+bool MemoryDisk::Keeps(const char* operation, File& file) {
   if (!Fails(operation)) return true;
-  File& file = *handle.file;
-  if (handle.Writes()) file.bytes.resize(file.bytes.size() - (file.unflushed + 1) / 2);
+  if (file.IsWritten()) file.bytes.resize(file.bytes.size() - (file.unflushed + 1) / 2);
   file.unflushed = 0;
   return false;
 }
@@ -214,15 +180,6 @@ std::optional<platform::FileIdentity> MemoryDisk::Identity(FileHandle file) {
   const Handle* handle = Of(file);
   if (Fails("identity") || !handle) return std::nullopt;
   return platform::FileIdentity{1, reinterpret_cast<std::uintptr_t>(handle->file.get())};
-}
-
-bool MemoryDisk::Find(const std::string& path) {
-  const auto file = At(path);
-  return !Fails("find") && file && !file->hidden;
-}
-
-bool MemoryDisk::Remove(const std::string& path) {
-  return !Fails("remove") && Delete(path);
 }
 
 bool MemoryDisk::Delete(const std::string& path) {
@@ -254,14 +211,6 @@ bool MemoryDisk::CopyTimes(const std::string& from, const std::string& to) {
   return true;
 }
 
-std::uint64_t MemoryDisk::FreeBytes(const std::string& root) {
-  return Fails("free bytes") ? 0 : LimitOf(room_, root);
-}
-
-std::uint64_t MemoryDisk::LargestFile(const std::string& folder) {
-  return LimitOf(largest_, folder);
-}
-
 bool MemoryDisk::OnSameVolume(const std::string& pathA, const std::string& pathB) {
   return !Fails("same volume") && Exists(pathA) && Exists(pathB) &&
          IsSamePath(VolumeOf(pathA), VolumeOf(pathB));
@@ -272,14 +221,6 @@ bool MemoryDisk::InheritPermissions(const std::string& path) {
   if (Fails("permissions") || !file) return false;
   file->permissions = ParentOf(path);
   return true;
-}
-
-bool MemoryDisk::HasFile(const std::string& path) {
-  return !Fails("has file") && At(path);
-}
-
-bool MemoryDisk::HasFolder(const std::string& path) {
-  return !Fails("has folder") && !path.empty() && IsFolder(path);
 }
 
 bool MemoryDisk::IsFolder(const std::string& path) const {

@@ -1,13 +1,21 @@
 #pragma once
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <deque>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "capture/mdlFileProcessing.h"
 #include "cdwizard/wizard_view.h"
 #include "save/main_window_view.h"
+#include "save/save_messages.h"
+#include "save/save_state.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/recordings.h"
 
 /// A wizard's window that writes down what is asked of it, one line a call: "page HEADING", "tell
 /// TEXT", "tell as application TEXT", "ask TEXT", "percent N", "progress", "busy", "idle",
@@ -61,18 +69,49 @@ class FakeWizardView : public WizardView {
   }
 };
 
-/// The main window's choices.
-class FakeMainWindow : public MainWindowView {
- public:
-  std::string source = "C:\\Rec\\cam.60D";
-  std::string target;
-  std::int32_t estimate = 4;
-  std::int32_t first = 1;
-  std::int32_t last = 2;
+inline constexpr char kSource[] = "C:\\Rec\\cam.60D";
+inline constexpr std::size_t kBlock = 2097152;
 
+/// Three blocks with an image of each of three cameras.
+inline const std::string& ThreeBlocks() {
+  static const std::string recording = [] {
+    std::vector<BlockPlan> blocks(3);
+    for (int i = 0; i < 9; ++i)
+      blocks[i / 3].images.push_back(
+          {.camera = i % 3, .seconds = 1000 + i, .bytes = Picture(900, i)});
+    return Recording(0x30, blocks);
+  }();
+  return recording;
+}
+
+/// A recording of three blocks, of which the first two are chosen, a CD drive E:, and what a wizard
+/// works with.
+struct WizardWorld : MainWindowView {
+  WizardWorld() {
+    mdlSave::blnSomeCameras = false;
+    mdlFileProcessing::bln20D = false;
+    disk.cdRoms = {"E:"};
+    disk.Put(kSource, ThreeBlocks());
+  }
+  /// Scans the recording and chooses camera 2.
+  void ChooseCamera() {
+    mdlFileProcessing::ScanSourceFile(disk, outside.dates, kSource);
+    mdlSave::blnSomeCameras = true;
+    mdlSave::lngCamSelLow = 1 << 1;
+  }
+
+  // The main window's choices.
   std::string SourcePath() override { return source; }
   std::string TargetPath() override { return target; }
-  std::int32_t SizeEstimateMB() override { return estimate; }
+  std::int32_t SizeEstimateMB() override { return 4; }
   std::int32_t FirstBlock() override { return first; }
   std::int32_t LastBlock() override { return last; }
+
+  std::string source = kSource;
+  std::string target;
+  std::int32_t first = 1;
+  std::int32_t last = 2;
+  FakePlatform outside;
+  MemoryDisk& disk = outside.disk;
+  FakeWizardView view;
 };

@@ -1,0 +1,89 @@
+#include "tests/support/recordings.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+void Demand(bool holds, const std::string& what) {
+  if (!holds) throw std::out_of_range(what);
+}
+
+std::string WithoutZeros(const std::uint8_t* begin, const std::uint8_t* end) {
+  while (end > begin && end[-1] == 0) --end;
+  return {begin, end};
+}
+
+tools::Image CopyOf(const tools::StoredBlock& block, const tools::StoredImage& image) {
+  const std::uint8_t* tail = block.At(image.bytesEnd);
+  const std::uint8_t* title = tail + tools::kTailTitle;
+  return {image.camera,
+          static_cast<std::int32_t>(image.seconds),
+          WithoutZeros(block.At(image.begin), tail),
+          WithoutZeros(title, title + tools::kTailTitleBytes),
+          image.text,
+          {block.At(image.soundBegin), block.At(image.end)},
+          image.flags};
+}
+
+}  // namespace
+
+std::string Picture(int bytes, int seed) {
+  std::string picture = tools::Random(static_cast<std::uint64_t>(seed)).Text(bytes);
+  if (bytes > 0 && picture.back() == 0) picture.back() = '!';
+  return picture;
+}
+
+std::ostream& tools::operator<<(std::ostream& out, const Image& image) {
+  return out << "camera " << image.camera << " at " << image.seconds << ", " << image.bytes.size()
+             << " bytes, title '" << image.title << "', text '" << image.text << "', "
+             << image.sound.size() << " of sound, flags " << image.flags;
+}
+
+const tools::Layout& LayoutOf(int type) {
+  return *tools::FindLayout(static_cast<std::uint8_t>(type), type == 0x60);
+}
+
+std::string Recording(int type, const std::vector<BlockPlan>& blocks) {
+  std::string recording;
+  std::uint32_t number = 0;
+  for (const BlockPlan& plan : blocks) {
+    tools::BlockStyle style = {.tight = true};
+    std::copy(plan.titles.begin(), plan.titles.end(), style.titles.begin());
+    tools::BlockBuilder block(style);
+    block.Begin(LayoutOf(type), ++number);
+    if (plan.stamps) block.SetTimes(plan.stamps->first, plan.stamps->second);
+    for (const tools::Image& image : plan.images) block.Add(image);
+    const tools::Bytes& bytes = block.Finish();
+    recording.append(bytes.begin(), bytes.end());
+  }
+  return recording;
+}
+
+std::vector<tools::StoredBlock> BlocksOf(std::string_view recording, bool is20D) {
+  std::vector<tools::StoredBlock> blocks;
+  for (std::size_t start = 0; start < recording.size(); start += tools::kBlockBytes) {
+    const std::string_view bytes = recording.substr(start, tools::kBlockBytes);
+    const tools::Layout& layout = tools::FormOf(is20D);
+    tools::StoredBlock& block = blocks.emplace_back();
+    block.bytes.assign(bytes.begin(), bytes.end());
+    block.trailer = static_cast<int>(bytes.size()) - layout.trailerBytes;
+    Demand(block.trailer >= 0, "trailer");
+    tools::ParseBlock(block, is20D);
+    Demand(block.isKnown && block.layout == &layout, "block type");
+    Demand(block.listedCount <= layout.mostImages, "image count");
+    for (const tools::StoredImage& image : block.images) {
+      Demand(image.trouble.empty(), image.trouble);
+      Demand(std::equal(tools::kTailMark.begin(), tools::kTailMark.end(), block.At(image.bytesEnd)),
+             "tail");
+    }
+  }
+  return blocks;
+}
+
+std::vector<tools::Image> ImagesOf(std::string_view recording, bool is20D) {
+  std::vector<tools::Image> images;
+  for (const tools::StoredBlock& block : BlocksOf(recording, is20D))
+    for (const tools::StoredImage& image : block.images) images.push_back(CopyOf(block, image));
+  return images;
+}

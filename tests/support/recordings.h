@@ -1,0 +1,44 @@
+#pragma once
+
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "tools/block_builder.h"
+#include "tools/recording_reader.h"
+
+/// Recordings in memory, built and read with the tools' own idea of the layout: what the program
+/// writes is compared with it.
+
+/// Deterministic image bytes that end in a byte other than zero; `seed` tells images apart.
+std::string Picture(int bytes, int seed = 1);
+
+namespace tools {
+/// So that a failed comparison tells which image it was.
+std::ostream& operator<<(std::ostream& out, const Image& image);
+}  // namespace tools
+
+/// What a block is to hold.
+struct BlockPlan {
+  std::vector<tools::Image> images = {};
+  /// Titles of cameras 1, 2, ..., in the blocks that keep a table of them.
+  std::vector<std::string> titles = {};
+  /// Start and end; otherwise they follow the images.
+  std::optional<std::pair<std::int32_t, std::int32_t>> stamps = {};
+};
+
+/// The layout of a block type: 0x00, 0x10, 0x20, 0x30 or (in a .20D file) 0x60.
+const tools::Layout& LayoutOf(int type);
+
+/// A recording as a recorder would store it: whole blocks of 2 MiB, all of one type.
+std::string Recording(int type, const std::vector<BlockPlan>& blocks);
+
+/// All blocks of a recording of type 0x30 or 0x60, a compact last one included. Throws
+/// `std::out_of_range` where the recording breaks its own layout.
+std::vector<tools::StoredBlock> BlocksOf(std::string_view recording, bool is20D);
+
+/// The images of all blocks, one after the other, without the zeros behind their bytes.
+std::vector<tools::Image> ImagesOf(std::string_view recording, bool is20D);
