@@ -74,8 +74,8 @@ TEST_F(Wizard, RunsThroughWithDirectCd) {
     for (int button = 0; button < kPageButtons; ++button) wizard.cmdNext_Click(button);
     wizard.cmdCancel_Click();
   };
-  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "progress", "percent 47", "percent 97",
-                                    "percent 50", "percent 100", "idle", kEject));
+  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "progress", "percent 50", "percent 100",
+                                    "idle", kEject));
   EXPECT_TRUE(wizard.MayClose());
   EXPECT_EQ(disk.View("E:\\My Part.60D"), ThreeBlocks().substr(0, 2 * kBlock));
   EXPECT_THAT(Click(3), ElementsAre(kDone, "discard"));
