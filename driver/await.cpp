@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "driver/outside.h"
+#include "driver/files.h"
 
 namespace driver {
 

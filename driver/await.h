@@ -26,16 +26,4 @@ auto Await(const std::string& what, Condition condition) {
   }
 }
 
-/// Does something at the real keyboard or mouse until it has its effect: what is done there while
-/// the window in front changes is lost.
-template <typename Action, typename Condition>
-void ActUntil(const std::string& what, Action act, Condition condition) {
-  constexpr int kPollsBetween = 1000;
-  int polls = 0;
-  Await(what, [&] {
-    if (polls++ % kPollsBetween == 0) act();
-    return condition();
-  });
-}
-
 }  // namespace driver

@@ -2,8 +2,6 @@
 
 #include "driver/await.h"
 #include "driver/files.h"
-#include "driver/input.h"
-#include "driver/outside.h"
 #include "driver/wizard.h"
 
 namespace driver {

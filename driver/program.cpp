@@ -1,5 +1,7 @@
 #include "driver/program.h"
 
+#include <dlgs.h>
+
 #include <cstdlib>
 #include <functional>
 #include <stdexcept>
@@ -28,6 +30,31 @@ int Percent(const Window& percentage) {
 }
 
 }  // namespace
+
+bool FileDialog::Is(const Window& window) {
+  if (window.ClassName() != "#32770") return false;
+  return IsWindowVisible(GetDlgItem(window.handle(), cmb13)) != FALSE;
+}
+
+std::string FileDialog::Look() const {
+  const Window kinds = window_.Control(cmb1);
+  return window_.Control(cmb2).Text() + ", " + window_.Control(cmb13).Text() + ", " + kinds.Text() +
+         " of " + std::to_string(kinds.Ask(CB_GETCOUNT));
+}
+
+void FileDialog::Accept(const std::string& name) const {
+  window_.Control(cmb13).SetText(name);
+  window_.Control(IDOK).ClickAndGoOn();
+}
+
+void FileDialog::Cancel() const {
+  window_.Control(IDCANCEL).ClickAndGoOn();
+  AwaitGone();
+}
+
+void FileDialog::AwaitGone() const {
+  Await("end of the file dialog", [&] { return !window_.IsShown(); });
+}
 
 Pause::Pause(const Window& window)
     : thread_(OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT, FALSE,

@@ -36,6 +36,12 @@ void Trimbrook::Settle() const {
   Await("answer", [&] { return !Runs() || state() != before; });
 }
 
+std::vector<std::string> Trimbrook::Texts(const std::vector<int>& ids) const {
+  std::vector<std::string> texts;
+  for (const int id : ids) texts.push_back(Text(id));
+  return texts;
+}
+
 std::vector<int> Trimbrook::EnabledCameras() const {
   std::vector<int> cameras;
   for (int camera = 1; camera <= kCameras; ++camera)

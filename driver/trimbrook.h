@@ -25,6 +25,7 @@ class Trimbrook : public Program {
   /// A control of the main window; of an array, with its index.
   Window At(int id, int index = 0) const { return main_.Control(id + index); }
   std::string Text(int id) const { return At(id).Text(); }
+  std::vector<std::string> Texts(const std::vector<int>& ids) const;
   /// Moves the focus to a control of the main window, as Tab does.
   void Focus(int id) const {
     main_.Ask(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(At(id).handle()), TRUE);

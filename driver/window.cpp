@@ -1,5 +1,6 @@
 #include "driver/window.h"
 
+#include <ranges>
 #include <stdexcept>
 
 #include "driver/await.h"
@@ -104,6 +105,73 @@ void Window::PressAndGoOn(WORD virtualKey) const {
   RequireUsable();
   PostMessageW(handle_, WM_KEYDOWN, virtualKey, 0);
   PostMessageW(handle_, WM_KEYUP, virtualKey, 0);
+}
+
+void BringToFront(const Window& window) {
+  Await("window in front", [&] {
+    SetForegroundWindow(window.handle());
+    return GetForegroundWindow() == window.handle();
+  });
+}
+
+void AwaitFocus(const Window& control) {
+  const HWND window = GetAncestor(control.handle(), GA_ROOT);
+  Await("focus", [&] {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+    if (!info.hwndFocus) SetForegroundWindow(window);
+    return info.hwndFocus == control.handle();
+  });
+}
+
+// The place goes with the click, too: a program that sees the mouse move late puts it back.
+void DoubleClickOn(const Window& control) {
+  constexpr int kWholeScreen = 65'536;
+  const RECT place = control.Place();
+  const int x = (place.left + place.right) / 2;
+  const int y = (place.top + place.bottom) / 2;
+  SetCursorPos(x, y);
+  INPUT input = {};
+  input.type = INPUT_MOUSE;
+  input.mi.dx = MulDiv(x, kWholeScreen, GetSystemMetrics(SM_CXSCREEN));
+  input.mi.dy = MulDiv(y, kWholeScreen, GetSystemMetrics(SM_CYSCREEN));
+  const DWORD first = GetTickCount();
+  for (const DWORD time : {first, first + GetDoubleClickTime() / 4})
+    for (const DWORD button : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
+      input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | button;
+      input.mi.time = time;
+      SendInput(1, &input, sizeof input);
+    }
+}
+
+void SendKey(BYTE virtualKey, DWORD flags, DWORD time) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = virtualKey;
+  input.ki.dwFlags = flags;
+  input.ki.time = time;
+  SendInput(1, &input, sizeof input);
+}
+
+void TapKey(BYTE virtualKey, DWORD time) {
+  SendKey(virtualKey, 0, time);
+  SendKey(virtualKey, KEYEVENTF_KEYUP, time);
+}
+
+void PressUntil(const std::string& what, const Window& window, const std::vector<BYTE>& virtualKeys,
+                const std::function<bool()>& condition) {
+  constexpr int kPollsBetween = 1000;
+  BringToFront(window);
+  const auto press = [&] {
+    SetForegroundWindow(window.handle());
+    for (const BYTE key : virtualKeys) SendKey(key, 0);
+    for (const BYTE key : std::views::reverse(virtualKeys)) SendKey(key, KEYEVENTF_KEYUP);
+  };
+  Await(what, [&, polls = 0]() mutable {
+    if (polls++ % kPollsBetween == 0) press();
+    return condition();
+  });
 }
 
 }  // namespace driver

@@ -225,6 +225,15 @@ TEST_F(FormsTest, ACalendarTellsADayOnceAndAlwaysHasTheOneItShows) {
     for (int repeated = 0; repeated < 2; ++repeated) notify(notice);
     EXPECT_EQ(form.told, told) << shown.day;
   }
+  // The middle of the page is never the first of a month.
+  RECT page = {};
+  GetClientRect(form.Calendar.window(), &page);
+  form.told.clear();
+  for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP})
+    SendMessageW(form.Calendar.window(), message, MK_LBUTTON,
+                 MAKELPARAM(page.right / 2, page.bottom / 2));
+  EXPECT_EQ(form.told, "c");
+  EXPECT_NE(form.Calendar.Value().day, 1);
 }
 
 TEST_F(FormsTest, AModalWindowLeavesItsOwnerInFront) {

@@ -56,13 +56,6 @@ auto WorldIn(const std::string& folder) {
 
 class PlatformTest : public FolderContract {
  protected:
-  std::optional<FileIdentity> IdentityOf(const std::string& path) {
-    const FileHandle file = files.Open(path, OpenMode::kReadExisting);
-    const std::optional<FileIdentity> identity = files.Identity(file);
-    files.Close(file);
-    return identity;
-  }
-
   WindowsPlatform windows;
   Desktop& desktop = windows.bundle().desktop;
   DateText& dates = windows.bundle().dates;
@@ -70,28 +63,13 @@ class PlatformTest : public FolderContract {
 
 INSTANTIATE_TEST_SUITE_P(Windows, PlatformTest, testing::Values(WorldIn(TemporaryFolder())));
 
-TEST_P(PlatformTest, KnowsAFileUnderAnyOfItsNames) {
-  const std::string path = Make(Path("one"));
-  const std::string other = Make(Path("two"));
-  ASSERT_TRUE(CreateHardLinkW(Wide(Path("link")).c_str(), Wide(path).c_str(), nullptr));
-  EXPECT_EQ(IdentityOf(path), IdentityOf(Path("ONE")));
-  EXPECT_EQ(IdentityOf(path), IdentityOf(Path("link")));
-  EXPECT_NE(IdentityOf(path), IdentityOf(other));
-  EXPECT_EQ(IdentityOf("NUL"), std::nullopt);
-}
-
-TEST_P(PlatformTest, FindsNormalFilesOnly) {
-  const std::string path = Make(Path("seen"));
-  EXPECT_TRUE(names.Find(path));
-  EXPECT_FALSE(names.Find(Path("*")));
-  EXPECT_FALSE(names.Find(world->folder()));
-  SetFileAttributesW(Wide(path).c_str(), FILE_ATTRIBUTE_HIDDEN);
-  EXPECT_FALSE(names.Find(path) || names.Find(Path("missing")));
-}
-
-TEST_P(PlatformTest, MarksATemporaryFileAndNothingElse) {
+TEST_P(PlatformTest, TellsDevicesAndHiddenFilesFromNormalOnes) {
+  const FileHandle device = files.Open("NUL", OpenMode::kReadExisting);
+  EXPECT_EQ(files.Identity(device), std::nullopt);
+  files.Close(device);
   const std::wstring path = Wide(Make(Path("marked")));
   SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_FALSE(names.Find(Path("marked")) || names.Find(Path("*")));
   for (const bool temporary : {true, false}) {
     EXPECT_TRUE(names.SetTemporary(Path("marked"), temporary));
     // Wine does not keep the mark itself.
@@ -160,6 +138,9 @@ TEST_P(PlatformTest, WritesDatesAsTheUserDoesAndReadsThemBack) {
     EXPECT_NEAR(dates.Parse(text).value_or(1), date, 0.1 / 86400) << text;
     EXPECT_NEAR(platform::WindowsDateText().Parse(text).value_or(1), date, 0.1 / 86400) << text;
   }
+  for (const double none : {1e300, -1e300, std::numeric_limits<double>::quiet_NaN()})
+    EXPECT_EQ(dates.Format(none), "");
+  EXPECT_EQ(dates.Parse("yesterday"), std::nullopt);
 }
 
 TEST_P(PlatformTest, ReadsADateJustWrittenAsItsTextShowsIt) {
@@ -177,24 +158,17 @@ TEST_P(PlatformTest, ReadsADateJustWrittenAsItsTextShowsIt) {
   SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, usual);
 }
 
-TEST_P(PlatformTest, RefusesWhatIsNoDate) {
-  EXPECT_EQ(dates.Format(1e300), "");
-  EXPECT_EQ(dates.Format(-1e300), "");
-  EXPECT_EQ(dates.Format(std::numeric_limits<double>::quiet_NaN()), "");
-  EXPECT_EQ(dates.Parse("yesterday"), std::nullopt);
-}
-
 TEST_P(PlatformTest, TellsWindowsApartByEveryCharacterOfTheirTitles) {
+  const auto open = [](const char* title) {
+    return CreateWindowExA(0, "STATIC", title, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
+                           nullptr);
+  };
   const std::string title = "Drag   Test";
-  const char* const similar[] = {"DRAG   TEST", "Drag  Test", "Drag   Test "};
-  for (const char* other : similar)
-    CreateWindowExA(0, "STATIC", other, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+  for (const char* similar : {"DRAG   TEST", "Drag  Test", "Drag   Test "}) open(similar);
   EXPECT_EQ(desktop.WindowTitled(title), WindowHandle::kNone);
   EXPECT_FALSE(desktop.ActivateTitled(title));
-  const HWND exact = CreateWindowExA(0, "STATIC", title.c_str(), WS_POPUP, 0, 0, 1, 1, nullptr,
-                                     nullptr, nullptr, nullptr);
-  CreateWindowExA(0, "STATIC", "drag   test", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
-                  nullptr);
+  const HWND exact = open(title.c_str());
+  open("drag   test");
   EXPECT_EQ(desktop.WindowTitled(title), WindowHandle(reinterpret_cast<UINT_PTR>(exact)));
 }
 

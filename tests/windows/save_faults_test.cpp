@@ -7,7 +7,6 @@
 
 #include "driver/await.h"
 #include "driver/files.h"
-#include "driver/outside.h"
 #include "driver/trimbrook.h"
 #include "tests/support/figure.h"
 #include "tests/windows/rounds.h"

@@ -2,9 +2,9 @@
 
 #include "driver/await.h"
 #include "driver/files.h"
-#include "driver/input.h"
 #include "driver/trimbrook.h"
 #include "resources/version.h"
+#include "tests/support/figure.h"
 
 namespace driver {
 namespace {
@@ -210,6 +210,30 @@ TEST_F(Save, OnlyANewPressCancelsIt) {
     EXPECT_EQ(save.IsShown(), !cancels);
     if (save.IsShown()) program_.LeaveSave();
   }
+}
+
+class BigRecording : public Save {};
+
+TEST_F(BigRecording, ItsLastBlocksAreSaved) {
+  constexpr int kBlocks = 51'200;
+  const std::string source = Recording("100GiB.60D");
+  program_.OpenSource(source);
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text3), "102400");
+  program_.At(IDC_frmTrimbrook_Slider1).Press(VK_END);
+  while (program_.First() > kBlocks - 2) program_.At(IDC_frmTrimbrook_Slider1).Press(VK_LEFT);
+  EXPECT_EQ(program_.Last(), kBlocks);
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text5), "1/1/1990 7:06:38 AM----1/1/1990 7:08:55 AM");
+
+  program_.ChooseTarget(InWork("last blocks.60D"));
+  program_.SaveAndLeave();
+  EXPECT_TRUE(HoldsBlocks(InWork("last blocks.60D"), source, kBlocks - 2, kBlocks));
+
+  program_.ChooseCameras({2});
+  program_.ChooseTarget(InWork("last images.60D"));
+  program_.SaveAndLeave();
+  CheckLater({"--compare", source, "--cameras", "2", "--blocks", "51198-51200",
+              InWork("last images.60D")});
+  PrintFigure(2, "saves compared");
 }
 
 }  // namespace

@@ -1,22 +1,21 @@
+// The source file and the target file as the main window takes them.
 #include <gmock/gmock.h>
 
 #include "driver/await.h"
 #include "driver/files.h"
-#include "driver/input.h"
 #include "driver/trimbrook.h"
 #include "resources/version.h"
 
 namespace driver {
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
 
-/// The boxes of the first cameras are shown, with their numbers, and no others.
-void ExpectCameras(const Trimbrook& program, int last) {
-  for (int camera = 1; camera <= 32; ++camera) {
-    EXPECT_EQ(program.At(IDC_frmTrimbrook_Check1, camera - 1).IsShown(), camera <= last) << camera;
-    EXPECT_EQ(program.At(IDC_frmTrimbrook_Label5, camera).IsShown(), camera <= last) << camera;
-  }
+/// Whether a camera's box is shown with its number.
+bool Shows(const Trimbrook& program, int camera) {
+  return program.At(IDC_frmTrimbrook_Check1, camera - 1).IsShown() &&
+         program.At(IDC_frmTrimbrook_Label5, camera).IsShown();
 }
 
 TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
@@ -25,9 +24,10 @@ TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Command7).IsShown());
   AwaitFocus(program.At(IDC_frmTrimbrook_Command1));
   EXPECT_FALSE(program.At(IDC_frmTrimbrook_Slider1).IsEnabled());
-  ExpectCameras(program, 16);
-  for (int camera = 1; camera <= 32; ++camera)
+  for (int camera = 1; camera <= 32; ++camera) {
+    EXPECT_EQ(Shows(program, camera), camera <= 16) << camera;
     EXPECT_TRUE(program.At(IDC_frmTrimbrook_Check1, camera - 1).IsTicked());
+  }
   program.At(IDC_frmTrimbrook_CheckCTRS).Click();
   for (const int button : {IDC_frmTrimbrook_Command2, IDC_frmTrimbrook_Command3,
                            IDC_frmTrimbrook_Command5, IDC_frmTrimbrook_Command8})
@@ -40,10 +40,10 @@ TEST(Source, AtStartNothingIsChosenAndNothingCanBeSaved) {
 TEST(Source, ShowsItsRangeAndSizeUntilTheDialogClosesIt) {
   const Trimbrook program;
   program.OpenSource(Recording("day.60D"));
-  for (const int box : {IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text5})
-    EXPECT_EQ(program.Text(box), "1/31/2003 3:04:05 PM----1/31/2003 3:08:26 PM");
-  for (const int box : {IDC_frmTrimbrook_Text3, IDC_frmTrimbrook_Text4})
-    EXPECT_EQ(program.Text(box), "6");
+  const std::string range = "1/31/2003 3:04:05 PM----1/31/2003 3:08:26 PM";
+  EXPECT_THAT(program.Texts({IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text3, IDC_frmTrimbrook_Text4,
+                             IDC_frmTrimbrook_Text5}),
+              ElementsAre(range, "6", "6", range));
   EXPECT_EQ(program.First(), 1);
   EXPECT_EQ(program.Last(), 3);
   EXPECT_EQ(program.At(IDC_frmTrimbrook_Slider1).Ask(TBM_GETRANGEMAX), 3);
@@ -55,9 +55,9 @@ TEST(Source, ShowsItsRangeAndSizeUntilTheDialogClosesIt) {
   program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
   program.AwaitFileDialog("Select Source File").Cancel();
   program.Settle();
-  for (const int box : {IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text3,
-                        IDC_frmTrimbrook_Text6, IDC_frmTrimbrook_Text7})
-    EXPECT_EQ(program.Text(box), "");
+  EXPECT_THAT(program.Texts({IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text3,
+                             IDC_frmTrimbrook_Text6, IDC_frmTrimbrook_Text7}),
+              Each(""));
   for (const int slider : {IDC_frmTrimbrook_Slider1, IDC_frmTrimbrook_Slider2})
     EXPECT_FALSE(program.At(slider).IsEnabled());
 }
@@ -128,8 +128,7 @@ TEST_F(LongSource, CanBeStoppedAndThenThereIsNone) {
   // By other programs, too, nothing can be used meanwhile.
   program_.At(IDC_frmTrimbrook_Command4).Ask(BM_CLICK);
   StopReading();
-  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text1), "");
-  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text2), "");
+  EXPECT_THAT(program_.Texts({IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2}), Each(""));
   EXPECT_FALSE(program_.ShowsDialog());
   EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Command1).IsEnabled());
 
@@ -161,13 +160,116 @@ TEST(Source, ShowsAsManyCamerasAsItHas) {
   const auto frame = [&] { return program.At(IDC_frmTrimbrook_Frame7).Place(); };
   const RECT narrow = frame();
   program.OpenSource(Recording("cameras32.60D"));
-  ExpectCameras(program, 32);
+  EXPECT_TRUE(Shows(program, 32));
   EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 17, 32));
   EXPECT_GT(frame().right - frame().left, narrow.right - narrow.left);
 
   program.OpenSource(Recording("pictures.20d"));
-  ExpectCameras(program, 16);
+  EXPECT_FALSE(Shows(program, 17));
   EXPECT_EQ(frame().left, narrow.left);
+}
+
+constexpr const char* kNoTarget = "Please select the target file first!";
+constexpr const char* kNoCamera = "Please select at least one camera!";
+constexpr const char* kNoSpace = "There is not enough space on the disk for the selected file!";
+
+class Target : public testing::Test {
+ protected:
+  FileDialog OpenDialog() {
+    program_.At(IDC_frmTrimbrook_Command2).ClickAndGoOn();
+    return program_.AwaitFileDialog("Save New File");
+  }
+
+  Trimbrook program_;
+};
+
+TEST_F(Target, DialogOffersTheSourcesKindOnly) {
+  for (const auto& [source, filter] : {std::pair("day.60D", "Wavelet Image Sequences (*.60D)"),
+                                       {"pictures.20d", "JPEG2000 Image Sequences (*.20D)"}}) {
+    program_.OpenSource(Recording(source));
+    const FileDialog dialog = OpenDialog();
+    EXPECT_EQ(dialog.Look(), std::string("Trimbrook, , ") + filter + " of 1");
+    dialog.Cancel();
+  }
+}
+
+// Without a choice there is no target, but the last one's space is still shown.
+TEST_F(Target, NameEndsInTheSourcesKind) {
+  program_.OpenSource(Recording("day.60D"));
+  for (const auto& [typed, chosen] : {std::pair("plain", "plain.60D"),
+                                      {"other.txt", "other.txt.60D"},
+                                      {"wrong.20D", "wrong.20D.60D"},
+                                      {"small.60d", "small.60d"}}) {
+    OpenDialog().Accept(InWork(typed));
+    Await(chosen, [&] { return program_.Text(IDC_frmTrimbrook_Text6) == InWork(chosen); });
+  }
+  program_.Settle();
+  const std::string space = program_.Text(IDC_frmTrimbrook_Text7);
+  EXPECT_GT(std::stol(space), 0);
+  EXPECT_EQ(space.find_first_not_of("0123456789"), std::string::npos);
+
+  MakeFile(InWork("old.60D"), 7);
+  OpenDialog().Accept(InWork("old"));
+  program_.AnswerMessage(IDNO);
+  const FileDialog again = program_.AwaitFileDialog("Save New File");
+  EXPECT_THAT(again.Look(), testing::HasSubstr(", old.60D, "));
+  again.Cancel();
+  program_.Settle();
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text6), "");
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), space);
+  EXPECT_EQ(Read(InWork("old.60D")).size(), 7u);
+}
+
+TEST_F(Target, SaveIsRefusedUntilAllIsChosen) {
+  program_.OpenSource(Recording("day.60D"));
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoTarget));
+  program_.ChooseTarget(InWork("never.60D"));
+  program_.At(IDC_frmTrimbrook_cmdClear).Click();
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoCamera));
+  EXPECT_FALSE(FileExists(InWork("never.60D")));
+  program_.At(IDC_frmTrimbrook_cmdSet).Click();
+  EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Check1, 31).IsTicked());
+}
+
+TEST_F(Target, TheSpaceCheckFollowsTheRange) {
+  if (!FileExists("F:\\")) GTEST_SKIP() << "no small disk: mounting one takes root";
+  program_.Prepare(Recording("day.60D"), "F:\\too large.60D");
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), "4");
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoSpace));
+  program_.ChooseBlocks(2, 3);
+  Append("F:\\filling.bin", std::string(1 << 20, 'x'));
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoSpace));
+  DeleteFileA("F:\\filling.bin");
+  program_.SaveAndLeave();
+  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), "0");
+  EXPECT_TRUE(HoldsBlocks("F:\\too large.60D", Recording("day.60D"), 2, 3));
+}
+
+TEST_F(Target, CamerasAreThoseOfTheRangeThatWasLookedAtLast) {
+  const std::string source = InWork("late camera.60D");
+  const std::string target = InWork("late camera saved.60D");
+  CopyTo(Recording("day.60D"), source);
+  for (int block = 0; block < 2; ++block)  // Camera 3 is in the last block only.
+    Patch(source, block * kBlock + 0x1FFC00 + 19, "\x03");
+  program_.Prepare(source, target);
+  program_.ChooseBlocks(1, 2);
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
+  PressUntil("availability", program_.main(), {VK_F5}, [&] {
+    return program_.EnabledCameras() == std::vector{1, 2};
+  });
+
+  // Who saves has it looked at again where nobody has.
+  program_.ChooseCameras({});
+  program_.ChooseBlocks(1, 3);
+  program_.PressSaveToCd();
+  EXPECT_EQ(program_.AnswerMessage().text,
+            "No CDRom was detected on your computer, the wizard will not continue!");
+  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
+  program_.ChooseBlocks(1, 2);
+  program_.At(IDC_frmTrimbrook_Command8).Click();
+  program_.ChooseBlocks(1, 3);
+  program_.SaveAndLeave();  // Camera 3 has kept its tick and is there again.
+  CheckLater({"--compare", source, "--cameras", "3", target});
 }
 
 }  // namespace
