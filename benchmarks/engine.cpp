@@ -13,9 +13,7 @@
 #include "save/camera_index.h"
 #include "save/operations.h"
 #include "save/save_state.h"
-#include "tests/support/fake_dates.h"
-#include "tests/support/fake_desktop.h"
-#include "tests/support/memory_disk.h"
+#include "tests/support/fake_platform.h"
 
 namespace engine {
 namespace {

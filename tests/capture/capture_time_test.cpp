@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "tests/support/fake_dates.h"
+#include "tests/support/fake_platform.h"
 
 namespace {
 
@@ -52,49 +52,35 @@ TEST(CaptureTime, SecondsAreRoundedAndTakeAnyDate) {
 }
 
 /// A locale with texts of its own.
-class OneText : public platform::DateText {
- public:
-  explicit OneText(std::string text) : text_(std::move(text)) {}
-  std::string Format(platform::Date) override { return text_; }
-  std::optional<platform::Date> Parse(const std::string&) override { return std::nullopt; }
-
- private:
-  std::string text_;
+struct OneText : FakeDates {
+  std::string text;
+  std::string Format(platform::Date) override { return text; }
 };
 
 TEST(CaptureTime, PartsFollowTheTextWhereItHasThem) {
-  struct Parts {
-    const char* text;
-    int hour, minute, second;
-  };
-  // The last ones have no parts that can be read: those of the date count.
-  constexpr Parts kCases[] = {
-      {"1/31/2003 3:04:05 PM", 15, 4, 5},
-      {"1/31/2003 3:04:05 AM", 3, 4, 5},
-      {"1/31/2003 12:30:00 PM", 24, 30, 0},
-      {"1/31/2003 12:30:00 AM", 12, 30, 0},
-      {"31/1/2003 9:08:07 am", 9, 8, 7},
-      {"31/1/2003 9:08:07 p.m.", 21, 8, 7},
-      {"31.01.2003 23:59:59", 23, 59, 59},
-      {"1/31/2003 0:30:00", 0, 30, 0},
-      {"31. 1. 2003 9:09:09", 19, 18, 17},
-      {"31/1/2003 9.09.09", 19, 18, 17},
-      {"31/1/2003 9:09", 19, 18, 17},
-      {"31/1/2003 9:09:09:09", 19, 18, 17},
-      {"31/1/2003 ::", 19, 18, 17},
-      {"31/1/2003", 19, 18, 17},
-      {"31/1/2003 9h:09m:09s", 19, 18, 17},
-      {"", 19, 18, 17},
-      {"31/1/2003 99999999999:99999999999:99999999999", 19, 18, 17},
-  };
   const platform::Date when = DateOf(2003, 1, 31, 19, 18, 17);
-  for (const Parts& parts : kCases) {
-    OneText dates(parts.text);
-    EXPECT_EQ(TimePart(dates, when, 1), parts.hour) << parts.text;
-    EXPECT_EQ(TimePart(dates, when, 2), parts.minute) << parts.text;
-    EXPECT_EQ(TimePart(dates, when, 3), parts.second) << parts.text;
+  OneText dates;
+  const auto expect = [&](const char* text, int hour, int minute, int second) {
+    dates.text = text;
+    EXPECT_EQ(TimePart(dates, when, 1), hour) << text;
+    EXPECT_EQ(TimePart(dates, when, 2), minute) << text;
+    EXPECT_EQ(TimePart(dates, when, 3), second) << text;
     for (const int other : {0, 4, -1}) EXPECT_EQ(TimePart(dates, when, other), std::nullopt);
-  }
+  };
+  expect("1/31/2003 3:04:05 PM", 15, 4, 5);
+  expect("1/31/2003 3:04:05 AM", 3, 4, 5);
+  expect("1/31/2003 12:30:00 PM", 24, 30, 0);
+  expect("1/31/2003 12:30:00 AM", 12, 30, 0);
+  expect("31/1/2003 9:08:07 am", 9, 8, 7);
+  expect("31/1/2003 9:08:07 p.m.", 21, 8, 7);
+  expect("31.01.2003 23:59:59", 23, 59, 59);
+  expect("1/31/2003 0:30:00", 0, 30, 0);
+  // Where there are no parts that can be read, those of the date count.
+  for (const char* text :
+       {"31. 1. 2003 9:09:09", "31/1/2003 9.09.09", "31/1/2003 9:09", "31/1/2003 9:09:09:09",
+        "31/1/2003 ::", "31/1/2003", "31/1/2003 9h:09m:09s", "",
+        "31/1/2003 99999999999:99999999999:99999999999"})
+    expect(text, 19, 18, 17);
   EXPECT_EQ(ClockPart(DateOf(1892, 1, 18, 3, 14, 7), 1), 3);
 }
 

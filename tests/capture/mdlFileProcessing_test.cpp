@@ -185,29 +185,20 @@ TEST(Fields, AreReadMostSignificantByteFirst) {
 }
 
 TEST(Fields, StoreWhatFitsAndNothingElse) {
-  const struct {
-    int length;
-    std::int64_t value;
-    const char* stored;  // Null when the value does not fit.
-  } kCases[] = {{1, 255, "\xFF..."},
-                {1, 256, nullptr},
-                {1, -1, nullptr},
-                {2, 0x10000, nullptr},
-                {3, 0xABCDEF, "\xAB\xCD\xEF."},
-                {4, -2, "\xFF\xFF\xFF\xFE"},
-                {4, 0xFFFFFFFE, "\xFF\xFF\xFF\xFE"},
-                {4, 1LL << 32, nullptr},
-                {4, INT32_MIN - 1LL, nullptr}};
-  for (const auto& c : kCases) {
-    std::string bytes = "....";
-    const auto put = [&] {
-      PutBigEndian(reinterpret_cast<std::uint8_t*>(bytes.data()), c.length, c.value);
-    };
-    if (c.stored)
-      put();
-    else
-      EXPECT_THROW(put(), RuntimeError);
-    EXPECT_EQ(bytes, c.stored ? c.stored : "....") << c.value;
+  std::string bytes;
+  const auto stored = [&](int length, std::int64_t value) {
+    bytes = "....";
+    PutBigEndian(reinterpret_cast<std::uint8_t*>(bytes.data()), length, value);
+    return bytes;
+  };
+  EXPECT_EQ(stored(1, 255), "\xFF...");
+  EXPECT_EQ(stored(3, 0xABCDEF), "\xAB\xCD\xEF.");
+  for (const std::int64_t value : {-2LL, 0xFFFFFFFELL})
+    EXPECT_EQ(stored(4, value), "\xFF\xFF\xFF\xFE");
+  for (const auto& [length, value] :
+       {std::pair(1, 256LL), {1, -1}, {2, 0x10000}, {4, 1LL << 32}, {4, INT32_MIN - 1LL}}) {
+    EXPECT_THROW(stored(length, value), RuntimeError) << value;
+    EXPECT_EQ(bytes, "....") << value;
   }
 }
 

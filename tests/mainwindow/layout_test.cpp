@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ostream>
 #include <set>
 #include <string>
 #include <utility>
@@ -31,33 +30,25 @@ struct Control : Row {
 
 /// A form in one of its states: the rows as they stand then.
 struct State {
-  std::string name;
-  int clientWidth;
-  int clientHeight;
-  std::vector<Control> rows;
-
-  State(std::string stateName, const layout::Form& form)
-      : name(std::move(stateName)), clientWidth(form.clientWidth), clientHeight(form.clientHeight) {
+  explicit State(const layout::Form& form)
+      : clientWidth(form.clientWidth), clientHeight(form.clientHeight) {
     for (const Row& row : form.rows) rows.push_back({row});
   }
   Control& ControlById(int id) { return *std::ranges::find(rows, id, &Row::id); }
-  void Show(bool shown, std::initializer_list<int> ids) {
-    for (const int id : ids) ControlById(id).SetVisible(shown);
-  }
+
+  int clientWidth;
+  int clientHeight;
+  std::vector<Control> rows;
 };
 
-void PrintTo(const State& state, std::ostream* out) {
-  *out << state.name;
-}
-
 State Progress() {
-  State state("progress", layout::kFrmSaveFile);
+  State state(layout::kFrmSaveFile);
   for (Control& control : state.rows) control.SetVisible(true);
   return state;
 }
 
-State MainWindow(const char* name, bool expanded, bool manyCameras, bool withCd = false) {
-  State state(name, layout::kFrmTrimbrook);
+State MainWindow(bool expanded, bool manyCameras, bool withCd) {
+  State state(layout::kFrmTrimbrook);
   if (expanded) state.clientHeight += layout::kExpandedHeight - layout::kCompactHeight;
   layout::Apply(expanded ? layout::kExpanded : layout::kCompact, state);
   layout::Apply(manyCameras ? layout::kThirtyTwoCameras : layout::kSixteenCameras, state);
@@ -66,86 +57,89 @@ State MainWindow(const char* name, bool expanded, bool manyCameras, bool withCd 
 }
 
 /// A page of the CD wizard; the instructions of Drag-to-Disc stand lower.
-State WizardPage(const char* name, Page page, bool dragToDisc = false) {
-  State state(name, layout::kFrmSaveToCD);
+State WizardPage(Page page, bool dragToDisc) {
+  State state(layout::kFrmSaveToCD);
   const PageLook look = LookOf(page, dragToDisc);
+  const auto show = [&](bool shown, std::initializer_list<int> ids) {
+    for (const int id : ids) state.ControlById(id).SetVisible(shown);
+  };
   Row& instructions = state.ControlById(IDC_frmSaveToCD_Label1);
   instructions.top = look.instructionsTop;
   instructions.height = look.instructionsHeight;
-  state.Show(look.instructionsHeight > 0, {IDC_frmSaveToCD_Label1});
-  state.Show(look.showsDrives, {IDC_frmSaveToCD_Combo1});
-  state.Show(look.showsFileName, {IDC_frmSaveToCD_Text1, IDC_frmSaveToCD_Check1});
-  state.Show(page == Page::kCopying,
-             {IDC_frmSaveToCD_Animation1, IDC_frmSaveToCD_ProgressBar1, IDC_frmSaveToCD_Label3});
+  show(look.instructionsHeight > 0, {IDC_frmSaveToCD_Label1});
+  show(look.showsDrives, {IDC_frmSaveToCD_Combo1});
+  show(look.showsFileName, {IDC_frmSaveToCD_Text1, IDC_frmSaveToCD_Check1});
+  show(page == Page::kCopying,
+       {IDC_frmSaveToCD_Animation1, IDC_frmSaveToCD_ProgressBar1, IDC_frmSaveToCD_Label3});
   for (int i = 0; i < kPageButtons; ++i)
-    state.Show(look.buttons[static_cast<std::size_t>(i)].visible, {IDC_frmSaveToCD_cmdNext + i});
+    show(look.buttons[static_cast<std::size_t>(i)].visible, {IDC_frmSaveToCD_cmdNext + i});
   return state;
 }
 
-/// A control where it stands in the window.
-struct Placed {
-  Row row;
-  int left, top, right, bottom;
+int Right(const Row& row) {
+  return row.left + row.width;
+}
+int Bottom(const Row& row) {
+  return row.top + row.height;
+}
+bool Overlap(const Row& a, const Row& b) {
+  return a.left < Right(b) && b.left < Right(a) && a.top < Bottom(b) && b.top < Bottom(a);
+}
+bool TakesFocus(const Row& row) {
+  static const std::set<Kind> kPassive = {Kind::kLabel,  Kind::kFrame,       Kind::kLine,
+                                          Kind::kUpDown, Kind::kProgressBar, Kind::kAnimation};
+  return !kPassive.contains(row.kind) && (row.styles & layout::kNoTabStop) == 0;
+}
 
-  bool Holds(const Placed& other) const {
-    return left < other.left && other.right < right && top < other.top && other.bottom < bottom;
-  }
-  bool Overlaps(const Placed& other) const {
-    return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
-  }
-  bool TakesFocus() const {
-    static const std::set<Kind> kPassive = {Kind::kLabel,  Kind::kFrame,       Kind::kLine,
-                                            Kind::kUpDown, Kind::kProgressBar, Kind::kAnimation};
-    return !kPassive.contains(row.kind) && (row.styles & layout::kNoTabStop) == 0;
-  }
-};
-
-/// The controls that show, by row and behind their window, which has the id 0; a control in a
-/// hidden frame does not show.
-std::vector<Placed> ShownIn(const State& state) {
-  std::vector<Placed> shown = {{{}, 0, 0, state.clientWidth, state.clientHeight}};
-  for (const Row& row : state.rows) {
-    const auto frame =
-        std::ranges::find(shown, row.container, [](auto& each) { return each.row.id; });
+/// The controls that show, where they stand in their window; those of a hidden frame do not show.
+/// Before them the window itself, which has the id 0.
+std::vector<Row> ShownIn(const State& state) {
+  std::vector<Row> shown = {{0, Kind::kFrame, -1, "", 0, 0, state.clientWidth, state.clientHeight}};
+  for (Row row : state.rows) {
+    const auto frame = std::ranges::find(shown, row.container, &Row::id);
     if (row.kind == Kind::kTimer || (row.styles & layout::kHidden) != 0 || frame == shown.end())
       continue;
-    const int left = frame->left + row.left, top = frame->top + row.top;
-    EXPECT_TRUE(frame->Holds({row, left, top, left + row.width, top + row.height})) << row.id;
-    shown.push_back({row, left, top, left + row.width, top + row.height});
+    row.left += frame->left;
+    row.top += frame->top;
+    EXPECT_TRUE(frame->left < row.left && Right(row) < Right(*frame)) << row.id;
+    EXPECT_TRUE(frame->top < row.top && Bottom(row) < Bottom(*frame)) << row.id;
+    shown.push_back(row);
   }
   return shown;
 }
 
-class Layout : public testing::TestWithParam<State> {};
-
-TEST_P(Layout, ControlsStandApartInsideWhatHoldsThemAndTabGoesOnToTheRightOrDown) {
-  const std::vector<Placed> shown = ShownIn(GetParam());
-  const Placed* before = nullptr;
-  for (const Placed& control : shown) {
-    for (const Placed& other : shown) {
-      const bool isApart =
-          &other < &control && other.row.id != 0 && control.row.container == other.row.container;
-      EXPECT_FALSE(isApart && control.Overlaps(other)) << control.row.id << ", " << other.row.id;
-    }
-    if (control.row.id == 0 || !control.TakesFocus()) continue;
-    if (before)
-      EXPECT_TRUE(control.left >= before->right || control.top >= before->bottom)
-          << before->row.id << " to " << control.row.id;
+/// Controls stand apart inside what holds them, and Tab goes on to the right or down.
+void ExpectOrder(const State& state) {
+  const std::vector<Row> shown = ShownIn(state);
+  const Row* before = nullptr;
+  for (const Row& control : shown) {
+    for (const Row* other = shown.data(); other != &control; ++other)
+      EXPECT_FALSE(other->container == control.container && Overlap(*other, control))
+          << control.id << ", " << other->id;
+    if (!TakesFocus(control)) continue;
+    EXPECT_TRUE(!before || control.left >= Right(*before) || control.top >= Bottom(*before))
+        << before->id << " to " << control.id;
     before = &control;
   }
   EXPECT_NE(before, nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Forms, Layout,
-    testing::Values(MainWindow("compact16", false, false), MainWindow("compact32", false, true),
-                    MainWindow("expanded16", true, false), MainWindow("expanded32", true, true),
-                    MainWindow("withCd", false, false, true), Progress(),
-                    WizardPage("welcome", Page::kWelcome), WizardPage("drive", Page::kDrive),
-                    WizardPage("driveDragToDisc", Page::kDrive, true),
-                    WizardPage("fileName", Page::kFileName), WizardPage("copying", Page::kCopying),
-                    WizardPage("eject", Page::kEject), WizardPage("done", Page::kDone)),
-    [](const auto& test) { return test.param.name; });
+TEST(Layout, HasOrderInEveryState) {
+  ExpectOrder(Progress());
+  for (const bool a : {false, true})
+    for (const bool b : {false, true})
+      for (const bool c : {false, true}) {
+        SCOPED_TRACE(testing::Message()
+                     << "expanded " << a << ", 32 cameras " << b << ", CD " << c);
+        ExpectOrder(MainWindow(a, b, c));
+      }
+  for (const Page page :
+       {Page::kWelcome, Page::kDrive, Page::kFileName, Page::kCopying, Page::kEject, Page::kDone})
+    for (const bool dragToDisc : {false, true}) {
+      SCOPED_TRACE(LookOf(page, dragToDisc).heading);
+      ExpectOrder(WizardPage(page, dragToDisc));
+    }
+}
 
 TEST(Table, HasSoundRows) {
   for (const layout::Form* form : {&layout::kFrmTrimbrook, &layout::kFrmSaveFile}) {

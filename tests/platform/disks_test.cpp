@@ -8,65 +8,45 @@
 
 namespace {
 
-class MemoryWorld : public DiskWorld {
- public:
-  explicit MemoryWorld(std::string folder) : folder_(std::move(folder)) {
-    disk_.MakeFolder(folder_);
-    disk_.MakeFolder(elsewhere());
-    disk_.mounts[elsewhere()] = "F:";
-  }
-
-  platform::Files& files() override { return disk_; }
-  platform::FileNames& names() override { return disk_; }
-  platform::Drives* drives() override { return &disk_; }
-  std::string folder() const override { return folder_; }
-  std::string elsewhere() const override { return "E:\\mounted"; }
-  long long Written(const std::string& path) override { return disk_.At(path)->written; }
-  void SetWritten(const std::string& path, long long when) override {
-    disk_.At(path)->written = when;
-  }
-
- private:
-  MemoryDisk disk_;
-  std::string folder_;
-};
-
-std::string NewFolder(std::string in) {
-  in += "/disk.XXXXXX";
-  return mkdtemp(in.data()) ? in : "";
+auto MemoryWorld(const std::string& folder) {
+  return [folder] {
+    const auto disk = std::make_shared<MemoryDisk>();
+    const std::string elsewhere = "E:\\mounted";
+    disk->MakeFolder(folder);
+    disk->MakeFolder(elsewhere);
+    disk->mounts[elsewhere] = "F:";
+    const auto aged = [disk](const std::string& path, long long seconds) {
+      return disk->At(path)->written -= seconds;
+    };
+    return DiskWorld{*disk, *disk, disk.get(), folder, elsewhere, aged};
+  };
 }
 
-class PosixWorld : public DiskWorld {
- public:
-  ~PosixWorld() override {
-    std::filesystem::remove_all(folder_);
-    if (!elsewhere_.empty()) std::filesystem::remove_all(elsewhere_);
+/// Folders of this system, which go with it.
+struct PosixPlace {
+  ~PosixPlace() {
+    for (const std::string& each : {folder, elsewhere})
+      if (!each.empty()) std::filesystem::remove_all(each);
+  }
+  static std::string NewFolder(std::string in) {
+    in += "/disk.XXXXXX";
+    return mkdtemp(in.data()) ? in : "";
   }
 
-  platform::Files& files() override { return disk_; }
-  platform::FileNames& names() override { return disk_; }
-  platform::Drives* drives() override { return nullptr; }
-  std::string folder() const override { return folder_; }
-  std::string elsewhere() const override { return elsewhere_; }
-  char separator() const override { return '/'; }
-
- private:
-  PosixDisk disk_;
-  std::string folder_ = NewFolder(std::filesystem::temp_directory_path());
-  std::string elsewhere_ = NewFolder("/dev/shm");
+  PosixDisk disk;
+  std::string folder = NewFolder(std::filesystem::temp_directory_path());
+  std::string elsewhere = NewFolder("/dev/shm");
 };
 
-template <typename World, typename... Arguments>
-auto Maker(Arguments... arguments) {
-  return [=] { return std::make_unique<World>(arguments...); };
+DiskWorld PosixWorld() {
+  const auto place = std::make_shared<PosixPlace>();
+  const auto aged = [place](const std::string& path, long long by) { return Aged(path, by); };
+  return {place->disk, place->disk, nullptr, place->folder, place->elsewhere, aged, '/'};
 }
 
-INSTANTIATE_TEST_SUITE_P(Memory, DiskContract,
-                         testing::Values(Maker<MemoryWorld>("C:\\Folder"),
-                                         Maker<MemoryWorld>("E:\\")));
-INSTANTIATE_TEST_SUITE_P(Memory, FolderContract,
-                         testing::Values(Maker<MemoryWorld>("C:\\Folder"),
-                                         Maker<MemoryWorld>("E:\\")));
-INSTANTIATE_TEST_SUITE_P(Posix, DiskContract, testing::Values(Maker<PosixWorld>()));
+const auto kMemory = testing::Values(MemoryWorld("C:\\Folder"), MemoryWorld("E:\\"));
+INSTANTIATE_TEST_SUITE_P(Memory, DiskContract, kMemory);
+INSTANTIATE_TEST_SUITE_P(Memory, FolderContract, kMemory);
+INSTANTIATE_TEST_SUITE_P(Posix, DiskContract, testing::Values(PosixWorld));
 
 }  // namespace

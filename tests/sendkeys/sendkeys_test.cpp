@@ -4,7 +4,7 @@
 
 #include "platform/runtime_error.h"
 #include "sendkeys/clsSendKeys.h"
-#include "tests/support/fake_desktop.h"
+#include "tests/support/fake_platform.h"
 
 namespace {
 

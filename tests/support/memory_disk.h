@@ -2,7 +2,9 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <optional>
@@ -23,6 +25,7 @@
 /// written since the last flush, and a close that fails has closed the file all the same.
 class MemoryDisk : public platform::Files, public platform::FileNames, public platform::Drives {
  public:
+  using FileHandle = platform::FileHandle;
   using OpenMode = platform::OpenMode;
 
   struct File {
@@ -69,7 +72,10 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   /// Gives a file another name, as a hard link does.
   void Link(const std::string& from, const std::string& to) { files_[to] = At(from); }
   /// The file of this path; null when there is none.
-  std::shared_ptr<File> At(const std::string& path) const;
+  std::shared_ptr<File> At(const std::string& path) const {
+    const auto found = files_.find(path);
+    return found == files_.end() ? nullptr : found->second;
+  }
   /// The bytes of a file that is there, for as long as it stays as it is.
   std::string_view View(const std::string& path) const { return At(path)->bytes; }
   /// The bytes of a file; none when there is no such file.
@@ -77,54 +83,229 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     return At(path) ? std::optional(At(path)->bytes) : std::nullopt;
   }
   /// Takes a file away and answers its bytes; nothing when there is no such file.
-  std::string Take(const std::string& path);
+  std::string Take(const std::string& path) {
+    const auto file = At(path);
+    files_.erase(path);
+    return file ? std::move(file->bytes) : "";
+  }
   /// Paths of all files.
-  std::vector<std::string> Paths() const;
+  std::vector<std::string> Paths() const {
+    std::vector<std::string> paths;
+    for (const auto& [path, file] : files_) paths.push_back(path);
+    return paths;
+  }
   /// What a loss of power does: what was written since the last flush is gone.
-  void LoseUnflushed();
+  void LoseUnflushed() {
+    for (const auto& [path, file] : files_) {
+      file->bytes.resize(file->bytes.size() - file->unflushed);
+      file->unflushed = 0;
+    }
+  }
   /// Number of handles that are open.
   std::size_t OpenHandles() const { return handles_.size(); }
 
-  platform::FileHandle Open(const std::string& path, OpenMode mode) override;
-  bool Read(platform::FileHandle file, void* buffer, std::uint32_t bytes,
-            std::uint32_t& bytesRead) override;
-  bool Write(platform::FileHandle file, const void* buffer, std::uint32_t bytes,
-             std::uint32_t& bytesWritten) override;
-  bool Seek(platform::FileHandle file, std::int64_t position) override;
-  std::optional<std::uint64_t> Size(platform::FileHandle file) override;
-  bool Flush(platform::FileHandle file) override;
-  bool Rename(platform::FileHandle file, const std::string& from, const std::string& to) override;
-  bool Close(platform::FileHandle file) override;
-  std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override;
+  FileHandle Open(const std::string& path, OpenMode mode) override {
+    if (Fails("open")) return FileHandle::kInvalid;
+    auto file = At(path);
+    const bool anew = mode == OpenMode::kWriteNew;
+    if (!file && (!anew || !HasRoomFor(path))) return FileHandle::kInvalid;
+    if (file && file->handles > 0 && (anew || file->mode != mode)) return FileHandle::kInvalid;
+    if (!file) Put(path, ""), file = At(path);
+    if (anew) {
+      file->bytes.clear();
+      file->unflushed = 0;
+    }
+    file->mode = mode;
+    ++file->handles;
+    handles_[nextHandle_] = {file};
+    return static_cast<FileHandle>(nextHandle_++);
+  }
+
+  bool Read(FileHandle file, void* buffer, std::uint32_t bytes, std::uint32_t& bytesRead) override {
+    bytesRead = 0;
+    Handle* handle = Of(file);
+    if (Fails("read") || !handle || handle->file->IsWritten()) return false;
+    bytes = Moved("read", bytes);
+    ++reads;
+    const std::string& content = handle->file->bytes;
+    if (handle->position >= content.size()) return true;
+    const std::uint64_t left = content.size() - handle->position;
+    bytesRead = static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes, left));
+    if (bytesRead > 0) std::memcpy(buffer, content.data() + handle->position, bytesRead);
+    handle->position += bytesRead;
+    totalRead += bytesRead;
+    return true;
+  }
+
+  bool Write(FileHandle handle, const void* buffer, std::uint32_t bytes,
+             std::uint32_t& bytesWritten) override {
+    bytesWritten = 0;
+    Handle* open = Of(handle);
+    if (Fails("write") || !open || !open->file->IsWritten()) return false;
+    bytes = Moved("write", bytes);
+    if (bytes == 0) return true;
+    File& file = *open->file;
+    const std::uint64_t end = open->position + bytes;
+    if (end > LimitOf(largest, file.volume)) return false;
+    if (end > file.bytes.size()) {
+      file.unflushed += end - file.bytes.size();
+      file.bytes.resize(end);
+    }
+    std::memcpy(file.bytes.data() + open->position, buffer, bytes);
+    open->position = end;
+    bytesWritten = bytes;
+    file.written = ++time_;
+    return true;
+  }
+
+  bool Seek(FileHandle file, std::int64_t position) override {
+    Handle* handle = Of(file);
+    if (Fails("seek") || !handle || position < 0) return false;
+    handle->position = static_cast<std::uint64_t>(position);
+    return true;
+  }
+
+  std::optional<std::uint64_t> Size(FileHandle file) override {
+    const Handle* handle = Of(file);
+    if (Fails("size") || !handle) return std::nullopt;
+    return handle->file->bytes.size();
+  }
+
+  bool Flush(FileHandle file) override {
+    const Handle* handle = Of(file);
+    if (!handle || !Keeps("flush", *handle->file)) return false;
+    handle->file->unflushed = 0;
+    return true;
+  }
+
+  bool Rename(FileHandle file, const std::string& from, const std::string& to) override {
+    const Handle* handle = Of(file);
+    if (Fails("rename") || !handle || handle->file->mode != OpenMode::kWriteExisting) return false;
+    if (handle->file != At(from) || !HasRoomFor(to)) return false;
+    if (!IsSamePath(handle->file->volume, VolumeOf(to))) return false;
+    if (refusedRenames-- > 0) return false;
+    files_.erase(from);
+    files_[to] = handle->file;
+    return true;
+  }
+
+  bool Close(FileHandle file) override {
+    const auto closed = handles_.extract(static_cast<std::intptr_t>(file));
+    if (!closed) return false;
+    --closed.mapped().file->handles;
+    return Keeps("close", *closed.mapped().file);
+  }
+
+  std::optional<platform::FileIdentity> Identity(FileHandle file) override {
+    const Handle* handle = Of(file);
+    if (Fails("identity") || !handle) return std::nullopt;
+    return platform::FileIdentity{1, reinterpret_cast<std::uintptr_t>(handle->file.get())};
+  }
 
   bool Find(const std::string& path) override {
     return !Fails("find") && At(path) && !At(path)->hidden;
   }
   bool Remove(const std::string& path) override { return !Fails("remove") && Delete(path); }
-  std::string MakeTemporary(const std::string& folder, const std::string& prefix) override;
-  bool SetTemporary(const std::string& path, bool temporary) override;
-  bool CopyTimes(const std::string& from, const std::string& to) override;
+
+  std::string MakeTemporary(const std::string& folder, const std::string& prefix) override {
+    if (Fails("temporary name") || !TakesNewFiles(folder)) return "";
+    const std::string path =
+        Trimmed(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
+    Put(path, "");
+    return path;
+  }
+
+  bool SetTemporary(const std::string& path, bool temporary) override {
+    const auto file = At(path);
+    if (Fails("attribute") || !file) return false;
+    file->temporary = temporary;
+    return true;
+  }
+
+  bool CopyTimes(const std::string& from, const std::string& to) override {
+    const auto source = At(from), target = At(to);
+    if (Fails("times") || !source || !target) return false;
+    target->written = source->written;
+    return true;
+  }
   std::uint64_t FreeBytes(const std::string& root) override {
     return Fails("free bytes") ? 0 : LimitOf(room, VolumeOf(root));
   }
   std::uint64_t LargestFile(const std::string& folder) override {
     return LimitOf(largest, VolumeOf(folder));
   }
-  bool OnSameVolume(const std::string& pathA, const std::string& pathB) override;
-  bool InheritPermissions(const std::string& path) override;
+
+  bool OnSameVolume(const std::string& pathA, const std::string& pathB) override {
+    return !Fails("same volume") && Exists(pathA) && Exists(pathB) &&
+           IsSamePath(VolumeOf(pathA), VolumeOf(pathB));
+  }
+
+  bool InheritPermissions(const std::string& path) override {
+    const auto file = At(path);
+    if (Fails("permissions") || !file) return false;
+    file->permissions = ParentOf(path);
+    return true;
+  }
 
   std::vector<std::string> CdRomDrives() override { return cdRoms; }
   bool HasFile(const std::string& path) override { return !Fails("has file") && At(path); }
   bool HasFolder(const std::string& path) override {
     return !Fails("has folder") && !path.empty() && IsFolder(path);
   }
-  std::optional<std::uint64_t> FileBytes(const std::string& path) override;
-  bool MakeFolder(const std::string& path) override;
-  bool RemoveFolder(const std::string& path) override;
-  bool RemoveFilesIn(const std::string& folder) override;
-  std::vector<std::string> FilesBelow(const std::string& folder) override;
+
+  std::optional<std::uint64_t> FileBytes(const std::string& path) override {
+    const auto file = At(path);
+    if (Fails("file bytes") || !file) return std::nullopt;
+    return file->bytes.size();
+  }
+
+  bool MakeFolder(const std::string& path) override {
+    return !Fails("make folder") && HasRoomFor(path) && folders_.insert(Trimmed(path)).second;
+  }
+
+  bool RemoveFolder(const std::string& path) override {
+    if (Fails("remove folder") || !IsFolder(path)) return false;
+    for (const std::string& file : FilesBelow(path))
+      if (!Delete(file)) return false;
+    std::erase_if(folders_, [&](const std::string& each) { return IsIn(path, each + "\\"); });
+    return true;
+  }
+
+  bool RemoveFilesIn(const std::string& folder) override {
+    if (Fails("remove files") || !IsFolder(folder)) return false;
+    for (const std::string& file : FilesBelow(folder))
+      if (IsSamePath(ParentOf(file), Trimmed(folder)) && !Delete(file)) return false;
+    return true;
+  }
+
+  std::vector<std::string> FilesBelow(const std::string& folder) override {
+    std::vector<std::string> paths;
+    for (const auto& [path, file] : files_)
+      if (IsIn(folder, path)) paths.push_back(path);
+    return paths;
+  }
 
  private:
+  static std::string Trimmed(std::string folder) {
+    while (!folder.empty() && folder.back() == '\\') folder.pop_back();
+    return folder;
+  }
+  static std::string ParentOf(const std::string& path) {
+    const std::size_t slash = Trimmed(path).rfind('\\');
+    return slash == std::string::npos ? "" : path.substr(0, slash);
+  }
+  static std::string DriveOf(const std::string& path) {
+    const std::size_t colon = path.find(':');
+    return colon == std::string::npos ? "" : path.substr(0, colon + 1);
+  }
+  static bool IsSamePath(const std::string& left, const std::string& right) {
+    return strcasecmp(left.c_str(), right.c_str()) == 0;
+  }
+  static bool IsIn(const std::string& folder, const std::string& path) {
+    const std::string below = Trimmed(folder) + "\\";
+    return IsSamePath(path.substr(0, below.size()), below);
+  }
+
   struct Handle {
     std::shared_ptr<File> file;
     std::uint64_t position = 0;
@@ -138,20 +319,51 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::uint32_t Moved(const char* operation, std::uint32_t bytes) {
     return fault.Strikes(operation, Fault::Kind::kShortTransfer) ? bytes / 2 : bytes;
   }
-  bool IsFolder(const std::string& path) const;
+  bool IsFolder(const std::string& path) const {
+    const std::string folder = Trimmed(path);
+    return folder.empty() || folder == DriveOf(folder) || folders_.contains(folder);
+  }
   bool TakesNewFiles(const std::string& folder) const {
     return IsFolder(folder) && !protectedFolders.contains(folder);
   }
-  bool Delete(const std::string& path);
+
+  bool Delete(const std::string& path) {
+    const auto file = At(path);
+    if (!file || file->handles > 0) return false;
+    files_.erase(path);
+    return true;
+  }
   /// Makes an empty file, its folders included, and answers its bytes.
-  std::string& NewFile(const std::string& path);
-  Handle* Of(platform::FileHandle file);
+  std::string& NewFile(const std::string& path) {
+    for (std::string folder = ParentOf(path); !folder.empty(); folder = ParentOf(folder))
+      folders_.insert(folder);
+    auto& file = files_[path] = std::make_shared<File>();
+    file->permissions = ParentOf(path);
+    file->volume = VolumeOf(path);
+    return file->bytes;
+  }
+
+  Handle* Of(FileHandle file) {
+    const auto found = handles_.find(static_cast<std::intptr_t>(file));
+    return found == handles_.end() ? nullptr : &found->second;
+  }
   /// Whether a flush or close keeps what was written; else half of it is gone.
-  bool Keeps(const char* operation, File& file);
+  bool Keeps(const char* operation, File& file) {
+    if (!Fails(operation)) return true;
+    if (file.IsWritten()) file.bytes.resize(file.bytes.size() - (file.unflushed + 1) / 2);
+    file.unflushed = 0;
+    return false;
+  }
   /// The volume of a path: that of its drive or of the folder, mounted, in which it lies.
-  std::string VolumeOf(const std::string& path) const;
+  std::string VolumeOf(const std::string& path) const {
+    for (std::string folder = Trimmed(path); !folder.empty(); folder = ParentOf(folder))
+      if (const auto mount = mounts.find(folder); mount != mounts.end()) return mount->second;
+    return DriveOf(path);
+  }
   /// Whether a file or folder can be made there: its folder exists, and the name is free.
-  bool HasRoomFor(const std::string& path) const;
+  bool HasRoomFor(const std::string& path) const {
+    return !path.empty() && !Exists(path) && TakesNewFiles(ParentOf(path));
+  }
   bool Exists(const std::string& path) const { return At(path) || IsFolder(path); }
 
   std::map<std::string, std::shared_ptr<File>, CaseBlind> files_;

@@ -1,14 +1,10 @@
 // Runs the program's own core on real files without its windows: scans a recording, checks which
-// cameras a range of blocks has, and saves it. Prints what each step took.
+// cameras a range of blocks has, and saves it.
 // Usage: save_part SOURCE TARGET FIRST LAST [CAMERA...]
 
-#include <sys/resource.h>
-
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <string>
 
 #include "capture/mdlFileProcessing.h"
 #include "platform/posix/posix_disk.h"
@@ -20,25 +16,11 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-/// Prints how long a step took and the most memory that the process has had so far.
-void Report(const char* step, Clock::time_point begin) {
-  rusage usage = {};
-  getrusage(RUSAGE_SELF, &usage);
-  std::printf("%s %.3f s, peak %.1f MiB\n", step,
-              std::chrono::duration<double>(Clock::now() - begin).count(),
-              static_cast<double>(usage.ru_maxrss) / 1024);
-}
-
 bool Scan(PosixDisk& disk, const SaveJob& job) {
-  const auto begin = Clock::now();
   FakeDates dates;
   mdlFileProcessing::bln20D = tools::IsNameOf20D(job.sourcePath);
   const auto end = mdlFileProcessing::ScanSourceFile(disk, dates, job.sourcePath);
-  Report("scan", begin);
   mdlFileProcessing::CheckAvailability(disk, job.sourcePath, job.firstBlock, job.lastBlock);
-  Report("scan and availability", begin);
   return end == mdlFileProcessing::ReadEnd::kDone;
 }
 
@@ -49,9 +31,7 @@ bool Save(PosixDisk& disk, const SaveJob& job) {
                             outside.disk, outside.dates, outside.clock,    folder,
                             "Save"};
   FakeProgress progress;
-  const auto begin = Clock::now();
   const SaveResult result = RunSave(system, progress, job);
-  Report("save", begin);
   progress.messages.push_back(MessageOfLosses(result));
   progress.messages.push_back(MessageOfEnd(result).text);
   for (const std::string& message : progress.messages)

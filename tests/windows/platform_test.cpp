@@ -22,36 +22,35 @@ std::string TemporaryFolder() {
 }
 
 /// A folder on a disk of Windows; what leads to it is made when it is missing.
-class WindowsWorld : public DiskWorld {
- public:
-  explicit WindowsWorld(std::string in) : folder_(std::move(in)) {
-    for (std::size_t end = folder_.find('\\'); end != std::string::npos;
-         end = folder_.find('\\', end + 1))
-      drives_.MakeFolder(folder_.substr(0, end));
-    drives_.MakeFolder(folder_);
+struct Place {
+  explicit Place(std::string in) : folder(std::move(in)) {
+    for (std::size_t end = folder.find('\\'); end != std::string::npos;
+         end = folder.find('\\', end + 1))
+      drives.MakeFolder(folder.substr(0, end));
+    drives.MakeFolder(folder);
   }
-  ~WindowsWorld() override {
-    drives_.RemoveFilesIn(folder_);
-    drives_.RemoveFolder(folder_ + "\\sub");
+  ~Place() {
+    drives.RemoveFilesIn(folder);
+    drives.RemoveFolder(folder + "\\sub");
   }
 
-  Files& files() override { return files_; }
-  FileNames& names() override { return names_; }
-  Drives* drives() override { return &drives_; }
-  std::string folder() const override { return folder_; }
-  // Under Wine the other drives are folders of one volume.
-  std::string elsewhere() const override { return WindowsDrives().HasFolder("F:\\") ? "F:\\" : ""; }
-  std::filesystem::path SystemPath(const std::string& path) override { return WidePath(path); }
-
- private:
-  WindowsFiles files_;
-  WindowsFileNames names_;
-  WindowsDrives drives_;
-  std::string folder_;
+  WindowsFiles files;
+  WindowsFileNames names;
+  WindowsDrives drives;
+  std::string folder;
 };
 
 auto WorldIn(const std::string& folder) {
-  return [folder] { return std::make_unique<WindowsWorld>(folder); };
+  return [folder] {
+    const auto place = std::make_shared<Place>(folder);
+    // Under Wine the other drives are folders of one volume.
+    const bool hasOther = place->drives.HasFolder("F:\\");
+    const auto aged = [place](const std::string& path, long long seconds) {
+      return Aged(WidePath(path), seconds);
+    };
+    return DiskWorld{place->files, place->names,           &place->drives,
+                     folder,       hasOther ? "F:\\" : "", aged};
+  };
 }
 
 class PlatformTest : public FolderContract {
@@ -106,8 +105,8 @@ TEST_P(PlatformTest, ClearsFoldersWithReadOnlyFiles) {
   drives.MakeFolder(Path("sub"));
   for (const char* name : {"top.txt", "sub\\below"})
     SetFileAttributesW(Wide(Make(Path(name))).c_str(), FILE_ATTRIBUTE_READONLY);
-  EXPECT_TRUE(drives.RemoveFilesIn(world->folder()));
-  EXPECT_EQ(drives.FilesBelow(world->folder()), std::vector<std::string>{Path("sub\\below")});
+  EXPECT_TRUE(drives.RemoveFilesIn(world.folder));
+  EXPECT_EQ(drives.FilesBelow(world.folder), std::vector<std::string>{Path("sub\\below")});
   EXPECT_TRUE(drives.RemoveFolder(Path("sub")));
 }
 
