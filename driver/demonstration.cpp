@@ -1,8 +1,10 @@
+#include <gtest/gtest.h>
+
 #include <cstdio>
 
 #include "driver/await.h"
 #include "driver/files.h"
-#include "driver/wizard.h"
+#include "driver/trimbrook.h"
 
 namespace driver {
 namespace {
@@ -55,56 +57,6 @@ TEST(Demonstration, MainJob) {
   SaveAs(program, InWork("pictures.20D"), "Saved camera 2: rebuilt", "saved-20D");
   CheckLater({"--compare", pictures, "--cameras", "2", InWork("pictures.20D")});
   CheckLater({"--check", InWork("pictures.20D")});
-}
-
-/// The CD wizard from page to page, on the same occasion.
-class DemonstrationOfWizard : public Wizard {
- protected:
-  void Reached(const std::string& page) override {
-    BringToFront(*window_);
-    Show(page, "cd-page");
-  }
-};
-
-TEST_F(DemonstrationOfWizard, WritesADisc) {
-  Register(kDirectCd);
-  const std::string recording = InWork("many blocks.60D");
-  for (int i = 0; i < 20; ++i) Append(recording, Read(Recording("sample.60D")));
-  program_.OpenSource(recording);
-  GoToNamePage("Hand-over");
-  {
-    const auto pause = CatchCopy();
-    Show("Copying", "cd-copying");
-  }
-  AwaitPage(kEjectPage);
-  EXPECT_TRUE(Read("E:\\Hand-over.60D") == Read(recording));
-  Press(kEject);
-  AwaitPage(kDonePage);
-  Press(kFinish);
-  ExpectWizardGone();
-}
-
-/// The wizard for whoever wants to use it himself: `./run wizard`.
-class WizardByHand : public Wizard {
- protected:
-  void HandOver() {
-    Register(kDirectCd);
-    program_.OpenSource(Recording("sample.60D"));
-    OpenWizard();
-    BringToFront(*window_);
-    const Window heading = At(IDC_frmSaveToCD_Label2);
-    for (; program_.Runs(); Sleep(100))
-      if (heading.Caption() == kEjectPage) MakeFile(InWork("eject"), 0);
-  }
-};
-
-TEST_F(WizardByHand, DirectCD) {
-  HandOver();
-}
-
-TEST_F(WizardByHand, DragToDisc) {
-  Register(kDragToDisc);
-  HandOver();
 }
 
 }  // namespace

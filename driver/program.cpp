@@ -25,10 +25,6 @@ std::string BoxText(const Window& box) {
   return "";
 }
 
-int Percent(const Window& percentage) {
-  return std::atoi(percentage.Caption().c_str());
-}
-
 }  // namespace
 
 bool FileDialog::Is(const Window& window) {
@@ -56,27 +52,27 @@ void FileDialog::AwaitGone() const {
   Await("end of the file dialog", [&] { return !window_.IsShown(); });
 }
 
-Pause::Pause(const Window& window)
-    : thread_(OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT, FALSE,
-                         GetWindowThreadProcessId(window.handle(), nullptr))) {
-  SuspendThread(thread_);
+std::shared_ptr<void> Pause(const Window& window) {
+  const std::shared_ptr<void> thread(OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT, FALSE,
+                                                GetWindowThreadProcessId(window.handle(), nullptr)),
+                                     [](HANDLE paused) {
+                                       ResumeThread(paused);
+                                       CloseHandle(paused);
+                                     });
+  SuspendThread(thread.get());
   // This comes back when the thread really stands.
   CONTEXT context = {};
   context.ContextFlags = CONTEXT_CONTROL;
-  if (!GetThreadContext(thread_, &context)) throw std::runtime_error("The program goes on");
+  if (!GetThreadContext(thread.get(), &context)) throw std::runtime_error("The program goes on");
+  return thread;
 }
 
-Pause::~Pause() {
-  ResumeThread(thread_);
-  CloseHandle(thread_);
-}
-
-std::unique_ptr<Pause> PauseInTheMidst(const Window& percentage) {
+std::shared_ptr<void> PauseInTheMidst(const Window& percentage) {
   constexpr int kNearTheEnd = 90;
-  Await("some percent", [&] { return Percent(percentage) > 0; });
-  auto pause = std::make_unique<Pause>(percentage);
-  if (Percent(percentage) < kNearTheEnd) return pause;
-  return nullptr;
+  const auto percent = [&] { return std::atoi(percentage.Caption().c_str()); };
+  Await("some percent", [&] { return percent() > 0; });
+  auto pause = Pause(percentage);
+  return percent() < kNearTheEnd ? pause : nullptr;
 }
 
 std::vector<Window> WindowsOf(DWORD process) {

@@ -41,22 +41,12 @@ class FileDialog {
 /// The top-level windows of a process, hidden ones too, from the front to the back.
 std::vector<Window> WindowsOf(DWORD process);
 
-/// Has the program of a window stand still as long as this lives. What is posted meanwhile is there
-/// when it goes on.
-class Pause {
- public:
-  explicit Pause(const Window& window);
-  Pause(const Pause&) = delete;
-  Pause& operator=(const Pause&) = delete;
-  ~Pause();
-
- private:
-  HANDLE thread_;
-};
-
-/// Has a program stand still when a percentage shows that it is in the midst of something; null
-/// when it has come too near to the end of it.
-std::unique_ptr<Pause> PauseInTheMidst(const Window& percentage);
+/// Has the program of a window stand still as long as the answer lives. What is posted meanwhile is
+/// there when it goes on.
+std::shared_ptr<void> Pause(const Window& window);
+/// The same when a percentage shows that the program is in the midst of something; null when it has
+/// come too near to the end of it.
+std::shared_ptr<void> PauseInTheMidst(const Window& percentage);
 
 /// A started program whose windows are worked from outside. It is ended with this object, if it
 /// still runs then.

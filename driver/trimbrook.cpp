@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <utility>
 
 #include "driver/await.h"
 #include "forms/text.h"
@@ -79,6 +78,10 @@ void Trimbrook::Drop(const std::vector<std::string>& paths) const {
 
 void Trimbrook::OpenSource(const std::string& path) const {
   AnswerSourceDialog(path);
+  AwaitSource(path);
+}
+
+void Trimbrook::AwaitSource(const std::string& path) const {
   Await("source " + path, [&] { return Text(IDC_frmTrimbrook_Text1) == path; });
 }
 
@@ -107,16 +110,18 @@ void Trimbrook::ChooseBlocks(int first, int last) const {
 }
 
 void Trimbrook::PressSaveToCd() const {
-  const Window button = At(IDC_frmTrimbrook_Command7);
-  PostMessageW(main_.handle(), WM_COMMAND, MAKEWPARAM(IDC_frmTrimbrook_Command7, BN_CLICKED),
-               reinterpret_cast<LPARAM>(button.handle()));
+  PostMessageW(main_.handle(), WM_COMMAND, MAKEWPARAM(IDC_frmTrimbrook_Command7, BN_CLICKED), 0);
+}
+
+Message Trimbrook::AnswerMessage(int button) const {
+  const Message message = Program::AnswerMessage(button);
+  Settle();
+  return message;
 }
 
 Message Trimbrook::MessageAfterClick(int id) const {
   At(id).ClickAndGoOn();
-  const Message message = AnswerMessage();
-  Settle();
-  return message;
+  return AnswerMessage();
 }
 
 Window Trimbrook::StartSave() const {
@@ -142,11 +147,9 @@ Window Trimbrook::AwaitDone() const {
   return save;
 }
 
-Trimbrook::CaughtSave Trimbrook::CatchSave() const {
+std::shared_ptr<void> Trimbrook::CatchSave() const {
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    const Window window = StartSave();
-    if (auto pause = PauseInTheMidst(window.Control(IDC_frmSaveFile_Label3)))
-      return {window, std::move(pause)};
+    if (auto pause = PauseInTheMidst(StartSave().Control(IDC_frmSaveFile_Label3))) return pause;
     AwaitDone();
     LeaveSave();
   }

@@ -43,6 +43,8 @@ class Trimbrook : public Program {
   void Drop(const std::vector<std::string>& paths) const;
   /// Opens a recording that the program takes.
   void OpenSource(const std::string& path) const;
+  /// Waits until this recording is open, or none.
+  void AwaitSource(const std::string& path) const;
   /// Chooses a target; a file of this name is agreed to be replaced.
   void ChooseTarget(const std::string& path) const;
   /// Both.
@@ -51,6 +53,8 @@ class Trimbrook : public Program {
   void ChooseBlocks(int first, int last) const;
   /// Presses the hidden "Save To CD".
   void PressSaveToCd() const;
+  /// Answers a message box with the button of this id, and waits for what follows.
+  Message AnswerMessage(int button = IDOK) const;
   /// The one message box that a click opens, answered.
   Message MessageAfterClick(int id) const;
   /// Presses "Save File"; the progress window.
@@ -61,13 +65,9 @@ class Trimbrook : public Program {
   void SaveAndLeave() const;
   /// Waits until the progress window has its finished look.
   Window AwaitDone() const;
-  /// A save that stands still in its midst.
-  struct CaughtSave {
-    Window window;
-    std::unique_ptr<Pause> pause;
-  };
-  /// Saves, again and again if need be, until a save is caught. It takes a long recording.
-  CaughtSave CatchSave() const;
+  /// Saves, again and again if need be, until a save is caught: it stands still in its midst as
+  /// long as the answer lives. It takes a long recording.
+  std::shared_ptr<void> CatchSave() const;
   /// Leaves the progress window by its last button.
   void LeaveSave() const;
 

@@ -75,9 +75,9 @@ TEST(Package, InstallsUpdatesAndGoes) {
     SaveAndCheck(kFolder, program, kFolder + "saved Größe.60D");
     const std::string recording = Recording("long.60D");
     program.Prepare(recording, InWork("long.60D"));
-    auto save = program.CatchSave();
+    auto pause = program.CatchSave();
     EXPECT_EQ(ExitCodeOf(kSetup), kAborted);
-    save.pause.reset();
+    pause.reset();
     program.AwaitDone();
     program.LeaveSave();
     EXPECT_TRUE(HoldsBlocks(InWork("long.60D"), recording, 1, kLongBlocks));

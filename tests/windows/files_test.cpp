@@ -79,21 +79,18 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
   const std::string blocks = InWork("blocks.60d");
   CopyTo(Recording("day.60D"), wide);
   const Trimbrook program(" \"" + wide + "\" D:\\pictures.20d");
-  const auto awaitSource = [&](const std::string& path) {
-    Await("source " + path, [&] { return program.Text(IDC_frmTrimbrook_Text1) == path; });
-  };
-  awaitSource(wide);
+  program.AwaitSource(wide);
   program.Drop({Recording("cameras32.60D"), wide});
-  awaitSource(Recording("cameras32.60D"));
+  program.AwaitSource(Recording("cameras32.60D"));
   for (const std::uint64_t size : {kBlock, 2 * kBlock + 1}) {
     MakeFile(blocks, size);
     program.Drop({blocks});
     EXPECT_EQ(program.AnswerMessage(), Refusal(kInvalidSource)) << size;
-    awaitSource("");
+    program.AwaitSource("");
   }
   Resize(blocks, 2 * kBlock);
   program.Drop({blocks});
-  awaitSource(blocks);
+  program.AwaitSource(blocks);
   EXPECT_TRUE(program.EnabledCameras().empty());
 }
 

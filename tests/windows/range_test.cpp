@@ -49,12 +49,6 @@ class Range : public testing::Test {
   std::vector<std::string> TimeFrom(int firstBox) {
     return program_.Texts({firstBox, firstBox + 3, firstBox + 6});
   }
-  Message MessageAfterKey(int slider, WORD key) {
-    program_.At(slider).PressAndGoOn(key);
-    const Message message = program_.AnswerMessage();
-    program_.Settle();
-    return message;
-  }
 
   Trimbrook program_;
   const std::string path_ = Recording("day.60D");
@@ -64,10 +58,11 @@ TEST_F(Range, SlidersChooseBlocksAndCannotPassEachOther) {
   program_.OpenSource(path_);
   program_.At(IDC_frmTrimbrook_Slider1).Press(VK_RIGHT);
   ExpectBlocks(2, 3);
-  EXPECT_EQ(MessageAfterKey(IDC_frmTrimbrook_Slider2, VK_HOME),
-            Refusal("The End Time should be later than the Start Time!"));
+  program_.At(IDC_frmTrimbrook_Slider2).PressAndGoOn(VK_HOME);
+  EXPECT_EQ(program_.AnswerMessage(), Refusal("The End Time should be later than the Start Time!"));
   ExpectBlocks(2, 2);
-  EXPECT_EQ(MessageAfterKey(IDC_frmTrimbrook_Slider1, VK_END),
+  program_.At(IDC_frmTrimbrook_Slider1).PressAndGoOn(VK_END);
+  EXPECT_EQ(program_.AnswerMessage(),
             Refusal("The Start Time should be earlier than the Ending Time!"));
   ExpectBlocks(2, 2);
 
@@ -76,7 +71,6 @@ TEST_F(Range, SlidersChooseBlocksAndCannotPassEachOther) {
   DragToItsEnd(program_.At(IDC_frmTrimbrook_Slider1));
   EXPECT_EQ(program_.AnswerMessage(),
             Refusal("The Start Time should be earlier than the Ending Time!"));
-  program_.Settle();
   EXPECT_FALSE(program_.ShowsDialog());
   ExpectBlocks(2, 2);
 }

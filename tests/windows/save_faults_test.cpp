@@ -21,21 +21,6 @@ const Message kReadError = {"Trimbrook", "Error reading file ..."};
 const Message kWriteError = {"Trimbrook", "Error writing file ..."};
 const std::string kLong = Recording("long.60D");
 
-/// Drive H, which is the folder of work as long as this lives.
-class PassingDrive {
- public:
-  PassingDrive() {
-    RunOutside("ln -s ../drive_c/work dosdevices/h:");
-    Await("drive H", [] { return FileExists("H:\\source.60D"); });
-  }
-  ~PassingDrive() {
-    RunOutside("rm dosdevices/h:");
-    Await("no drive H", [] { return !FileExists("H:\\source.60D"); });
-  }
-  PassingDrive(const PassingDrive&) = delete;
-  PassingDrive& operator=(const PassingDrive&) = delete;
-};
-
 /// Temporary files of saves in the program's folder and the targets'.
 std::vector<std::string> Temporaries() {
   std::vector<std::string> paths;
@@ -63,7 +48,6 @@ class BothSaves : public testing::TestWithParam<bool> {
   /// The save that is under way is told to have failed and leaves nothing behind.
   void ExpectFailure(const Message& message) {
     EXPECT_EQ(program_.AnswerMessage(), message);
-    program_.Settle();
     const Window save = program_.AwaitShown("frmSaveFile");
     EXPECT_FALSE(program_.ShowsDialog());
     EXPECT_EQ(save.Control(IDC_frmSaveFile_Label2).Text(), "");
@@ -89,7 +73,7 @@ TEST_P(SaveFaults, ADiskThatGetsFullIsTold) {
   if (!FileExists("F:\\")) GTEST_SKIP() << "no small disk: mounting one takes root";
   Prepare(kLong, "F:\\saved.60D");
   {
-    const auto [save, pause] = program_.CatchSave();
+    const auto pause = program_.CatchSave();
     RunOutside("cat /dev/zero >dosdevices/f:/filler");
     Await("full disk", [] {
       ULARGE_INTEGER free = {};
@@ -131,17 +115,20 @@ TEST_P(SaveFaults, WhatCannotBeReplacedStays) {
 TEST_P(SaveFaults, DrivesThatVanishAreTold) {
   const std::string target = InWork("from H.60D");
   MakeFile(target, 7);
-  {
-    const PassingDrive drive;
-    Prepare("H:\\source.60D", target);
-  }
+  // The drive is the folder of work.
+  const auto drive = [](bool isThere) {
+    RunOutside(isThere ? "ln -s ../drive_c/work dosdevices/h:" : "rm dosdevices/h:");
+    Await("drive H", [&] { return FileExists("H:\\source.60D") == isThere; });
+  };
+  drive(true);
+  Prepare("H:\\source.60D", target);
+  drive(false);
   program_.StartSave();
   ExpectFailure(kReadError);
   EXPECT_EQ(Read(target).size(), 7u);
-  {
-    const PassingDrive drive;
-    Prepare(source_, "H:\\onto H.60D");
-  }
+  drive(true);
+  Prepare(source_, "H:\\onto H.60D");
+  drive(false);
   // A drive that is not there has no space.
   EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3),
             Refusal("There is not enough space on the disk for the selected file!"));
@@ -154,7 +141,7 @@ TEST_P(SaveFaults, ASourceThatGoesOrGrowsInTheMidstIsSavedAsItWas) {
     SCOPED_TRACE(goes ? "goes" : "grows");
     CopyTo(kLong, source);
     Prepare(source, target);
-    auto [save, pause] = program_.CatchSave();
+    auto pause = program_.CatchSave();
     RunOutside(goes ? "rm drive_c/work/changing.60D" : "printf more >>drive_c/work/changing.60D");
     Await("change", [&] {
       return goes ? !FileExists(source) : Read(source, kLongBlocks * kBlock) == "more";
@@ -195,7 +182,8 @@ TEST_P(Cancel, InTheMidstLeavesNothing) {
     SCOPED_TRACE(name);
     Prepare(kLong, target_);
     {
-      const auto [save, pause] = program_.CatchSave();
+      const auto pause = program_.CatchSave();
+      const Window save = program_.AwaitShown("frmSaveFile");
       program_.main().Close();  // Takes no notice.
       PostMessageW((control ? save.Control(control) : save).handle(), message, wParam, lParam);
     }

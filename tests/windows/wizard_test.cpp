@@ -1,13 +1,122 @@
 #include <gmock/gmock.h>
 
+#include <memory>
+#include <stdexcept>
+
 #include "driver/await.h"
 #include "driver/files.h"
-#include "driver/wizard.h"
+#include "driver/trimbrook.h"
 
 namespace driver {
 namespace {
 
 using testing::IsEmpty;
+
+constexpr const char* kDirectCd = "DirectCD";
+constexpr const char* kDragToDisc = "DrgToDsc";
+constexpr const char* kEjectDialog = "Drag-to-Disc   Eject Options";
+
+constexpr const char* kWelcomePage = "Welcome to CD Creator Wizard!";
+constexpr const char* kDrivePage = "Please Select CD Recorder Drive:";
+constexpr const char* kNamePage = "Please Input File Name:";
+constexpr const char* kEjectPage = "The Files have been saved to the CD!";
+constexpr const char* kDonePage = "CD Creator Wizard Is Done!";
+
+/// The page buttons.
+enum Button { kStart, kChooseDrive, kCopy, kEject, kFinish, kToDrive = 6 };
+
+constexpr const char* kWizard = "frmSaveToCD";
+constexpr const char* kAppPaths = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\";
+
+/// Waits for a burning program's window.
+void AwaitBurner(const char* title) {
+  Await(title, [&] { return FindWindowA(nullptr, title) != nullptr; });
+}
+
+void EndBurner(const std::string& name) {
+  const std::string program = InWork(name + ".exe");
+  Await("end of " + name, [&] {
+    if (const HWND window = FindWindowA("FakeBurner", name.c_str()))
+      PostMessageA(window, WM_CLOSE, 0, 0);
+    DeleteFileA(program.c_str());
+    return !FileExists(program);
+  });
+  DeleteFileA(InWork(name + ".log").c_str());
+}
+
+/// The wizard, opened from the main window. The outside programs and the disc in drive E: are
+/// cleared away with it.
+class Wizard : public testing::Test {
+ protected:
+  Wizard() { Forget(); }
+  ~Wizard() override { Forget(); }
+
+  /// Registers a burning program, as its set-up does.
+  void Register(const std::string& name) {
+    const std::string path = InWork(name + ".exe");
+    CopyTo(InWork("fake_burner.exe"), path);
+    RegSetKeyValueA(HKEY_LOCAL_MACHINE, (kAppPaths + name + ".exe").c_str(), "", REG_SZ,
+                    path.c_str(), static_cast<DWORD>(path.size() + 1));
+  }
+
+  Window At(int id) { return window_->Control(id); }
+  Window PageButton(int index) { return At(IDC_frmSaveToCD_cmdNext + index); }
+  void Press(Button button) { PageButton(button).ClickAndGoOn(); }
+
+  /// The button that opens the wizard is hidden in this release; its handler is there.
+  void OpenWizard() {
+    program_.PressSaveToCd();
+    window_ = std::make_unique<Window>(program_.AwaitShown(kWizard));
+    AwaitPage(kWelcomePage);
+    EXPECT_FALSE(program_.main().IsEnabled());
+  }
+  void AwaitPage(const std::string& heading) {
+    Await(heading, [&] { return At(IDC_frmSaveToCD_Label2).Text() == heading; });
+    program_.Settle();
+  }
+  /// Goes from the main window to the file name page, in DirectCD mode.
+  void GoToNamePage(const std::string& fileName) {
+    OpenWizard();
+    Press(kStart);
+    AwaitPage(kDrivePage);
+    Press(kChooseDrive);
+    AwaitPage(kNamePage);
+    AwaitBurner(kDirectCd);
+    At(IDC_frmSaveToCD_Text1).SetText(fileName);
+  }
+  /// Copies from the file name page, and from the main window again if need be, until a copy is
+  /// caught: it stands still in its midst. It takes a long recording.
+  std::shared_ptr<void> CatchCopy(const std::string& fileName) {
+    At(IDC_frmSaveToCD_Text1).SetText(fileName);
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+      Press(kCopy);
+      if (auto pause = PauseInTheMidst(At(IDC_frmSaveToCD_Label3))) return pause;
+      AwaitPage(kEjectPage);
+      window_->Close();
+      ExpectWizardGone();
+      GoToNamePage(fileName);
+    }
+    throw std::runtime_error("No copy was caught in its midst");
+  }
+  void ExpectWizardGone() {
+    program_.AwaitGone(kWizard);
+    Await("main window", [&] { return program_.main().IsEnabled(); });
+  }
+
+  Trimbrook program_;
+  std::unique_ptr<Window> window_;
+
+ private:
+  static void Forget() {
+    DeleteFileA(InWork("eject").c_str());
+    for (const char* name : {kDirectCd, kDragToDisc}) {
+      RegDeleteKeyA(HKEY_LOCAL_MACHINE, (std::string(kAppPaths) + name + ".exe").c_str());
+      EndBurner(name);
+    }
+    RegDeleteKeyA(HKEY_CURRENT_USER, "strOrrisdeckSpecial");
+    for (const std::string& file : FilesLike("E:\\*")) DeleteFileA(("E:\\" + file).c_str());
+  }
+};
 
 const Message kFormat = Refusal("Do you want to format this CD?");
 
@@ -19,10 +128,9 @@ TEST_F(Wizard, WritesBlocksThroughDirectCdAndIsNotClosedMeanwhile) {
   Press(kCopy);
   EXPECT_EQ(program_.AnswerMessage(), Refusal("You must input a file name!"));
   AwaitFocus(At(IDC_frmSaveToCD_Text1));
-  At(IDC_frmSaveToCD_Text1).SetText("  part  ");
   EXPECT_EQ(At(IDC_frmSaveToCD_Combo1).Text(), "E:");
   {
-    const auto pause = CatchCopy();
+    const auto pause = CatchCopy("  part  ");
     window_->Close();
     PostMessageW(window_->handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
     PostMessageW(window_->handle(), WM_COMMAND, IDCANCEL, 0);
@@ -145,6 +253,29 @@ TEST_F(WizardDrives, Four) {
   program_.PressSaveToCd();
   EXPECT_EQ(program_.AnswerMessage(), (Message{"Trimbrook", "Subscript out of range"}));
   ExpectWizardGone();
+}
+
+/// The wizard for whoever wants to use it himself, for `./run wizard`.
+class WizardByHand : public Wizard {
+ protected:
+  void HandOver() {
+    Register(kDirectCd);
+    program_.OpenSource(Recording("sample.60D"));
+    OpenWizard();
+    BringToFront(*window_);
+    const Window heading = At(IDC_frmSaveToCD_Label2);
+    for (; program_.Runs(); Sleep(100))
+      if (heading.Caption() == kEjectPage) MakeFile(InWork("eject"), 0);
+  }
+};
+
+TEST_F(WizardByHand, DirectCD) {
+  HandOver();
+}
+
+TEST_F(WizardByHand, DragToDisc) {
+  Register(kDragToDisc);
+  HandOver();
 }
 
 }  // namespace
