@@ -1,12 +1,10 @@
 #include "tools/comparison.h"
 
 #include <algorithm>
-#include <cinttypes>
 #include <cstdio>
 
 #include "tools/listing.h"
 #include "tools/recording_reader.h"
-#include "tools/time_text.h"
 
 namespace tools {
 namespace {
@@ -53,53 +51,40 @@ std::string TitleToSave(const StoredBlock& block, const StoredImage& image) {
   return title.empty() ? "Camera " + std::to_string(image.camera + 1) : title;
 }
 
-/// Checks the trailer of a rebuilt block against its images.
-class TrailerCheck {
- public:
-  explicit TrailerCheck(const StoredBlock& block)
-      : block_(block), where_("target block " + std::to_string(block.number) + ": ") {}
-
-  /// `sequence` is the number that the block should have.
-  void Check(int sequence) {
-    const Layout& layout = *block_.layout;
-    Demand(block_.isKnown && layout.type == FormOf(layout.is20D).type, where_ + "wrong block type");
-    Demand(!block_.images.empty(), where_ + "no images");
-    DemandField("sequence number", kSequence, 4, static_cast<std::uint32_t>(sequence));
-    DemandField("place of the list", kListPlace, 1, 36);
-    for (const StoredImage& image : block_.images) Count(image);
-    DemandField("earliest time", kEarliest, 4, static_cast<std::uint32_t>(earliest_));
-    DemandField("start time", kStart, 4, static_cast<std::uint32_t>(earliest_));
-    DemandField("end time", kEnd, 4, static_cast<std::uint32_t>(latest_));
-    DemandField("camera mask", layout.cameraMask, 2, cameras_);
-    DemandField("text mask", kTextMask, 2, texts_);
-    for (std::size_t i = 0; i < kFlagMasks.size(); ++i)
-      DemandField("mask of flags " + std::to_string(i + 1), kFlagMasks[i], 2, flags_[i]);
-  }
-
- private:
-  void Count(const StoredImage& image) {
+/// Checks the trailer of a rebuilt block, the `sequence`-th, against its images.
+void CheckTrailer(const StoredBlock& block, int sequence) {
+  const Layout& layout = *block.layout;
+  const std::string where = "target block " + std::to_string(block.number) + ": ";
+  Demand(block.isKnown && layout.type == FormOf(layout.is20D).type, where + "wrong block type");
+  Demand(!block.images.empty(), where + "no images");
+  std::int64_t earliest = INT32_MAX;
+  std::int64_t latest = 0;  // The writer starts from 0: times before 1960 do not show here.
+  std::uint32_t cameras = 0, texts = 0;
+  std::array<std::uint32_t, kFlagMasks.size()> flags = {};
+  for (const StoredImage& image : block.images) {
     Demand(image.trouble.empty(),
-           where_ + "image " + std::to_string(image.index) + " " + image.trouble);
+           where + "image " + std::to_string(image.index) + " " + image.trouble);
     const std::uint32_t bit = 1u << image.camera;
-    cameras_ |= bit;
-    if (image.textSectors > 0) texts_ |= bit;
-    if (image.flags > 0) flags_[static_cast<std::size_t>(image.flags) - 1] |= bit;
-    earliest_ = std::min(earliest_, image.seconds);
-    latest_ = std::max(latest_, image.seconds);
+    cameras |= bit;
+    if (image.textSectors > 0) texts |= bit;
+    if (image.flags > 0) flags[static_cast<std::size_t>(image.flags) - 1] |= bit;
+    earliest = std::min(earliest, image.seconds);
+    latest = std::max(latest, image.seconds);
   }
-
-  void DemandField(const std::string& name, int place, int width, std::uint32_t wanted) {
-    DemandSame(where_ + name, wanted, Get(block_.Trailer() + place, width));
-  }
-
-  const StoredBlock& block_;
-  std::string where_;
-  std::int64_t earliest_ = INT32_MAX;
-  std::int64_t latest_ = 0;  ///< The writer starts from 0: times before 1960 do not show here.
-  std::uint32_t cameras_ = 0;
-  std::uint32_t texts_ = 0;
-  std::array<std::uint32_t, 3> flags_ = {};
-};
+  const auto demand = [&](const std::string& name, int place, int width, std::int64_t wanted) {
+    DemandSame(where + name, static_cast<std::uint32_t>(wanted),
+               Get(block.Trailer() + place, width));
+  };
+  demand("sequence number", kSequence, 4, sequence);
+  demand("place of the list", kListPlace, 1, 36);
+  demand("earliest time", kEarliest, 4, earliest);
+  demand("start time", kStart, 4, earliest);
+  demand("end time", kEnd, 4, latest);
+  demand("camera mask", layout.cameraMask, 2, cameras);
+  demand("text mask", kTextMask, 2, texts);
+  for (std::size_t i = 0; i < flags.size(); ++i)
+    demand("mask of flags " + std::to_string(i + 1), kFlagMasks[i], 2, flags[i]);
+}
 
 /// Goes through the images of a rebuilt file.
 class RebuiltFile {
@@ -113,7 +98,7 @@ class RebuiltFile {
     while (!block_ || image_ == block_->images.size()) {
       if (block_ && block_->number == reader_.BlockCount()) return nullptr;
       block_ = &reader_.Read(block_ ? block_->number + 1 : 1);
-      TrailerCheck(*block_).Check(block_->number + SkippedNumbers());
+      CheckTrailer(*block_, block_->number + SkippedNumbers());
       image_ = 0;
       title_.assign(kTailTitleBytes, '\0');
     }

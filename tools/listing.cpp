@@ -1,12 +1,10 @@
 #include "tools/listing.h"
 
-#include <algorithm>
+#include <chrono>
 #include <cinttypes>
 #include <cstdio>
-#include <iterator>
 
 #include "tools/payload.h"
-#include "tools/time_text.h"
 
 namespace tools {
 namespace {
@@ -18,25 +16,21 @@ std::string HashText(const std::uint8_t* bytes, std::ptrdiff_t count) {
   return text;
 }
 
-/// Bytes up to the last one that is not zero.
-std::ptrdiff_t CountWithoutZeros(const std::uint8_t* begin, const std::uint8_t* end) {
-  const auto last = std::find_if(std::make_reverse_iterator(end), std::make_reverse_iterator(begin),
-                                 [](std::uint8_t byte) { return byte != 0; });
-  return last.base() - begin;
-}
+}  // namespace
 
-std::string TimeWord(std::int64_t seconds) {
-  std::string text = TimeText(seconds);
-  text[text.find(' ')] = 'T';
+std::string TimeText(std::int64_t seconds) {
+  using namespace std::chrono;
+  const sys_seconds time = sys_days(year(1960) / January / 1) + std::chrono::seconds(seconds);
+  const sys_days day = floor<days>(time);
+  const year_month_day date(day);
+  const hh_mm_ss clock(time - day);
+  char text[40];
+  std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d", static_cast<int>(date.year()),
+                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
+                static_cast<int>(clock.seconds().count()));
   return text;
 }
-
-/// Whether an image's time is its own, or only spread over its block.
-bool HasOwnTime(const StoredBlock& block, const StoredImage& image) {
-  return image.hasTail || block.layout->entryTime != kNone;
-}
-
-}  // namespace
 
 std::string Quoted(const std::string& text) {
   std::string quoted = "\"";
@@ -53,7 +47,7 @@ std::string DescribeBlock(const StoredBlock& block) {
   const std::string name = "block " + std::to_string(block.number);
   if (!block.isKnown) return name + " DAMAGED: of no type that such a recording has";
   return name + " type=" + block.layout->name + " images=" + std::to_string(block.listedCount) +
-         " start=" + TimeWord(block.start) + " end=" + TimeWord(block.end) +
+         " start=" + TimeText(block.start) + " end=" + TimeText(block.end) +
          " sequence=" + std::to_string(Get(block.Trailer() + kSequence, 4)) +
          (block.ntsc ? " NTSC" : " PAL") + (block.compact ? " compact" : "");
 }
@@ -63,26 +57,25 @@ std::string DescribeImage(const StoredBlock& block, const StoredImage& image) {
                            " camera=" + std::to_string(image.camera + 1);
   if (!image.trouble.empty()) return name + " DAMAGED: " + image.trouble;
   const std::uint8_t* bytes = block.At(image.begin);
+  const std::uint8_t* end = block.At(image.bytesEnd);
+  while (end > bytes && end[-1] == 0) --end;
   const std::uint8_t* sound = block.At(image.soundBegin);
   const int soundBytes = image.end - image.soundBegin;
-  return name + " time=" + TimeWord(image.seconds) + " title=" + Quoted(image.title) +
+  return name + " time=" + TimeText(image.seconds) + " title=" + Quoted(image.title) +
          " flags=" + std::to_string(image.flags) + " text=" + Quoted(image.text) +
          " sound=" + std::to_string(soundBytes / kSectorBytes) +
          " size=" + std::to_string(image.bytesEnd - image.begin) +
-         " hash=" + HashText(bytes, CountWithoutZeros(bytes, block.At(image.bytesEnd))) +
-         " soundhash=" + HashText(sound, soundBytes);
+         " hash=" + HashText(bytes, end - bytes) + " soundhash=" + HashText(sound, soundBytes);
 }
 
 std::string CheckImage(const StoredBlock& block, const StoredImage& image) {
   if (!image.trouble.empty()) return image.trouble;
-  const auto content =
-      ReadPayload(block.At(image.begin), static_cast<std::size_t>(image.bytesEnd - image.begin));
-  if (!content) return "is none of make_recording's";
-  if (!content->trouble.empty()) return content->trouble;
-  if (content->camera != image.camera + 1) return "shows camera " + std::to_string(content->camera);
-  if (HasOwnTime(block, image) && content->time != image.seconds)
-    return "shows " + TimeText(content->time);
-  return "";
+  const std::uint8_t* bytes = block.At(image.begin);
+  const std::string trouble = CheckPayload(bytes, image.bytesEnd - image.begin, image.camera + 1);
+  // An image's time is its own, or only spread over its block.
+  const bool hasOwnTime = image.hasTail || block.layout->entryTime != kNone;
+  if (!trouble.empty() || !hasOwnTime || PayloadTime(bytes) == image.seconds) return trouble;
+  return "shows " + TimeText(PayloadTime(bytes));
 }
 
 }  // namespace tools

@@ -9,6 +9,9 @@ namespace tools {
 /// A text in quotes; bytes that are not printable ASCII, quotes and backslashes as \xHH.
 std::string Quoted(const std::string& text);
 
+/// "2021-03-04T12:34:56" for a number of seconds since 1960-01-01 00:00:00.
+std::string TimeText(std::int64_t seconds);
+
 /// One line about a block.
 std::string DescribeBlock(const StoredBlock& block);
 

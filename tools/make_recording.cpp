@@ -1,7 +1,7 @@
 // Writes recordings as a recorder of security cameras would, for tests and demonstrations. The same
 // command line always gives the same bytes.
 
-#include <cstdio>
+#include <ctime>
 #include <exception>
 #include <iostream>
 #include <sstream>
@@ -10,7 +10,6 @@
 #include "tools/options.h"
 #include "tools/recorder.h"
 #include "tools/recording_reader.h"
-#include "tools/time_text.h"
 
 namespace tools {
 namespace {
@@ -36,6 +35,19 @@ void SetTitles(Wishes& wishes, const std::string& text) {
   wishes.titles = Split(text, '|');
   for (const std::string& title : wishes.titles)
     if (title.size() > kTailTitleBytes) throw std::invalid_argument("a title is too long");
+}
+
+/// The time stamp of a day, with or without a time: "2021-03-04", "2021-03-04 12:00:00".
+std::int32_t ParseTime(const std::string& text) {
+  constexpr std::time_t kEpoch = -315619200;  // 1960-01-01 00:00:00.
+  for (const char* pattern : {"%Y-%m-%d", "%Y-%m-%d %H:%M:%S", "%Y-%m-%dT%H:%M:%S"}) {
+    std::tm time = {};
+    const char* end = strptime(text.c_str(), pattern, &time);
+    const int day = time.tm_mday;
+    const std::time_t seconds = timegm(&time);  // Makes another date of one that there is not.
+    if (end && *end == 0 && time.tm_mday == day) return static_cast<std::int32_t>(seconds - kEpoch);
+  }
+  throw std::invalid_argument("not a time: " + text);
 }
 
 int Turns(const std::string& text) {
@@ -65,9 +77,9 @@ constexpr std::array<Option<Request>, 21> kOptions = {{
     {"titles", "A|B|...", "titles of cameras 1, 2, ...; may be empty (CAM n)",
      [](Request& r, Value v) { SetTitles(r.wishes, v); }},
     {"start", "TIME", "time of the first image (2021-03-04 12:00:00)",
-     [](Request& r, Value v) { r.wishes.start = static_cast<std::int32_t>(ParseTime(v)); }},
+     [](Request& r, Value v) { r.wishes.start = ParseTime(v); }},
     {"step", "SECONDS", "from image to image (1); fractions are welcome",
-     [](Request& r, Value v) { r.wishes.step = ParseDecimal(v); }},
+     [](Request& r, Value v) { r.wishes.step = std::stod(v); }},
     {"pal", nullptr, "video standard PAL instead of NTSC",
      [](Request& r, Value) { r.wishes.style.pal = true; }},
     {"flags-every", "N", "each N-th image has flags, 1 to 3 in turn",
@@ -75,11 +87,11 @@ constexpr std::array<Option<Request>, 21> kOptions = {{
     {"text-every", "N", "each N-th image has a transaction text (not in types 00, 10)",
      [](Request& r, Value v) { r.wishes.textEvery = Turns(v); }},
     {"text-length", "N", "length of these texts, 1 to 500 (different)",
-     [](Request& r, Value v) { r.wishes.textLength = ParseInt(v, 1, kTextBytes); }},
+     [](Request& r, Value v) { r.wishes.textLength = ParseRange(v, 1, kTextBytes); }},
     {"sound-every", "N", "each N-th image has sound (not in types 00, 10)",
      [](Request& r, Value v) { r.wishes.soundEvery = Turns(v); }},
     {"sound-sectors", "N", "sectors of that sound, 1 to 31 (different)",
-     [](Request& r, Value v) { r.wishes.soundSectors = ParseInt(v, 1, 31); }},
+     [](Request& r, Value v) { r.wishes.soundSectors = ParseRange(v, 1, 31); }},
     {"sparse", nullptr, "blocks that take one page of the disk: a single image of\nzeros in each",
      [](Request& r, Value) { r.wishes.sparse = true; }},
     {"dense", "A-B", "blocks of a sparse file that are full all the same;\nmay be repeated",
@@ -89,11 +101,12 @@ constexpr std::array<Option<Request>, 21> kOptions = {{
     {"help", nullptr, "this text", [](Request& r, Value) { r.help = true; }},
 }};
 
-void PrintHelp() {
+int PrintHelp() {
   std::cout << "Usage: make_recording [options] FILE\n"
                "Writes a recording. A name that ends in 20D makes a .20D file.\n\n"
             << HelpText(kOptions) << "\nKinds of damage:\n";
   for (const DamageKind& kind : DamageKinds()) std::cout << HelpLine(kind.name, kind.help);
+  return 0;
 }
 
 const Layout& NamedLayout(const std::string& name, bool is20D) {
@@ -118,10 +131,7 @@ void Complete(Request& request, bool is20D) {
 int Run(int argc, char** argv) {
   Request request;
   const std::vector<std::string> files = ReadOptions(argc, argv, kOptions, request);
-  if (request.help) {
-    PrintHelp();
-    return 0;
-  }
+  if (request.help) return PrintHelp();
   if (files.size() != 1) throw std::invalid_argument("one file name is wanted");
   Complete(request, IsNameOf20D(files[0]));
   Recorder recorder(request.wishes);

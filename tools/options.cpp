@@ -37,14 +37,6 @@ std::vector<int> ParseNumbers(const std::string& text, int least, int most) {
   return {numbers.begin(), numbers.end()};
 }
 
-double ParseDecimal(const std::string& text) {
-  std::istringstream in(text);
-  double value = 0;
-  if (!(in >> value) || in.peek() != EOF || value < 0 || value > 1e9)
-    throw std::invalid_argument("wanted a number, not \"" + text + "\"");
-  return value;
-}
-
 std::string HelpLine(const std::string& name, const std::string& help) {
   constexpr std::size_t kColumn = 26;
   std::string text = "  " + name;

@@ -25,15 +25,13 @@ struct Range {
   int last;
 };
 
-/// A whole number from `least` to `most`. This and the next three raise `std::invalid_argument`
+/// A whole number from `least` to `most`. This and the next two raise `std::invalid_argument`
 /// for any other text.
 int ParseInt(const std::string& text, int least, int most);
 /// "A-B" or a single number.
 Range ParseRange(const std::string& text, int least, int most);
 /// "1,3,5-8", sorted.
 std::vector<int> ParseNumbers(const std::string& text, int least, int most);
-/// A number from 0 on, with a fraction or without.
-double ParseDecimal(const std::string& text);
 
 /// One line or more of a help text: a name in a column of its own, then what it means.
 std::string HelpLine(const std::string& name, const std::string& help);

@@ -33,16 +33,19 @@ std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, 
   return text;
 }
 
-std::optional<Content> ReadPayload(const std::uint8_t* bytes, std::size_t count) {
+std::string CheckPayload(const std::uint8_t* bytes, int count, int camera) {
   if (count < kPayloadHeaderBytes || !std::equal(kMagic.begin(), kMagic.end(), bytes))
-    return std::nullopt;
-  Content content = {static_cast<int>(Get(bytes + kCamera, 4)), GetSigned(bytes + kTime), ""};
+    return "is none of make_recording's";
   const std::uint32_t length = Get(bytes + kLength, 4);
-  if (length > count || length < kPayloadHeaderBytes)
-    content.trouble = "is shorter than its header says";
-  else if (Checksum(bytes, length) != Get(bytes + kChecksum, 4))
-    content.trouble = "has a wrong checksum";
-  return content;
+  if (length > static_cast<std::uint32_t>(count) || length < kPayloadHeaderBytes)
+    return "is shorter than its header says";
+  if (Checksum(bytes, length) != Get(bytes + kChecksum, 4)) return "has a wrong checksum";
+  const int shown = static_cast<int>(Get(bytes + kCamera, 4));
+  return shown == camera ? "" : "shows camera " + std::to_string(shown);
+}
+
+std::int64_t PayloadTime(const std::uint8_t* bytes) {
+  return GetSigned(bytes + kTime);
 }
 
 }  // namespace tools

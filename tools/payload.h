@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "tools/bytes.h"
@@ -17,14 +16,11 @@ inline constexpr int kPayloadHeaderBytes = 28;
 /// short for one.
 std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length);
 
-/// What such an image says of itself.
-struct Content {
-  int camera;           ///< From 1 on.
-  std::int64_t time;    ///< Time stamp.
-  std::string trouble;  ///< What is wrong with the image's bytes; empty when nothing is.
-};
+/// What is wrong with such an image of a camera (from 1 on) that is stored in `count` bytes; empty
+/// when all is well.
+std::string CheckPayload(const std::uint8_t* bytes, int count, int camera);
 
-/// Reads the header of such an image; nothing when there is none.
-std::optional<Content> ReadPayload(const std::uint8_t* bytes, std::size_t count);
+/// The time stamp of such an image.
+std::int64_t PayloadTime(const std::uint8_t* bytes);
 
 }  // namespace tools

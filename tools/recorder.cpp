@@ -50,22 +50,19 @@ Image Recorder::NextImage() {
   // Each part has numbers of its own, so that one option changes one part.
   Random seeds(kSeed + imageCount_);
   Random sizes(seeds.Next()), texts(seeds.Next()), sounds(seeds.Next());
+  const auto [leastText, mostText] = wishes_.textLength;
+  const auto [leastSound, mostSound] = wishes_.soundSectors;
   const bool hasParts = layout_->entryParts != kNone;
   if (hasParts && IsTurn(wishes_.textEvery, imageCount_))
-    image.text =
-        MakeText(texts, wishes_.textLength > 0 ? wishes_.textLength : texts.Between(1, kTextBytes));
+    image.text = MakeText(texts, texts.Between(leastText, mostText));
   if (hasParts && IsTurn(wishes_.soundEvery, imageCount_))
-    image.sound = sounds.Text(kSectorBytes * static_cast<std::size_t>(wishes_.soundSectors > 0
-                                                                          ? wishes_.soundSectors
-                                                                          : sounds.Between(1, 31)));
-  MakeBytes(image, sizes.Between(wishes_.size.first, wishes_.size.last));
-  return image;
-}
-
-void Recorder::MakeBytes(Image& image, int size) {
+    image.sound =
+        sounds.Text(static_cast<std::size_t>(kSectorBytes * sounds.Between(leastSound, mostSound)));
+  int size = sizes.Between(wishes_.size.first, wishes_.size.last);
   if (wishes_.style.tight)
     size = std::max(1, (size + kTailBytes) / kSectorBytes) * kSectorBytes - kTailBytes;
   image.bytes = MakePayload(image.camera + 1, image.seconds, imageCount_, size);
+  return image;
 }
 
 /// Adds one image that ends where the trailer begins.

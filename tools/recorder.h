@@ -20,16 +20,16 @@ struct Wishes {
   std::vector<std::string> titles;          ///< Of camera i + 1 at i; "CAM n" beyond the end.
   std::int32_t start = 1930478400;          ///< Time stamp of the first image: 2021-03-04 12:00:00.
   double step = 1;                          ///< Seconds from image to image.
-  bool tails = true;           ///< Write tails in the block types where they are a choice.
-  int mostImages = INT_MAX;    ///< Images a block at the most.
-  Range size = {4000, 40000};  ///< Bytes of an image.
-  bool fill = false;           ///< Let the last image of a block reach to the trailer.
-  int textEvery = 0;           ///< Each so-manieth image has a text; 0: none.
-  int textLength = 0;          ///< 0: of different lengths.
-  int soundEvery = 0;          ///< Each so-manieth image has sound; 0: none.
-  int soundSectors = 0;        ///< 0: of different lengths.
-  int flagsEvery = 0;          ///< Each so-manieth image has flags, 1 to 3 in turn; 0: none.
-  bool sparse = false;         ///< Blocks outside `dense` hold one image that is a hole.
+  bool tails = true;                   ///< Write tails in the block types where they are a choice.
+  int mostImages = INT_MAX;            ///< Images a block at the most.
+  Range size = {4000, 40000};          ///< Bytes of an image.
+  bool fill = false;                   ///< Let the last image of a block reach to the trailer.
+  int textEvery = 0;                   ///< Each so-manieth image has a text; 0: none.
+  Range textLength = {1, kTextBytes};  ///< Bytes of a text.
+  int soundEvery = 0;                  ///< Each so-manieth image has sound; 0: none.
+  Range soundSectors = {1, 31};        ///< Sectors of sound.
+  int flagsEvery = 0;   ///< Each so-manieth image has flags, 1 to 3 in turn; 0: none.
+  bool sparse = false;  ///< Blocks outside `dense` hold one image that is a hole.
   std::vector<Range> dense;
   std::vector<Damage> damages;
 
@@ -55,7 +55,6 @@ class Recorder {
   /// An image of the camera whose turn it is, of the present time, without contents.
   Image BareImage(std::uint32_t turn) const;
   Image NextImage();
-  void MakeBytes(Image& image, int size);
   void AddImages();
   void FillUp();
   void AddHole(int block);

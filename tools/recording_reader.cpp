@@ -125,13 +125,12 @@ bool RecordingReader::EndsInTrailer() {
   const std::int64_t data = rest_ - form_.trailerBytes;
   if (data <= 0 || data % kSectorBytes != 0) return false;
   const Bytes trailer = ReadBytes(size_ - form_.trailerBytes, form_.trailerBytes);
-  const Layout* found = FindLayout(trailer[kType], form_.is20D);
-  if (found == nullptr) return false;
-  const Layout& layout = *found;
-  const auto count = static_cast<int>(Get(trailer.data() + layout.imageCount, 2));
-  if (count > layout.mostImages) return false;
-  const int end = layout.list + count * layout.entryBytes + layout.entrySector;
-  const std::int64_t sectors = static_cast<int>(Get(trailer.data() + end, 2)) - layout.firstSector;
+  const Layout* layout = FindLayout(trailer[kType], form_.is20D);
+  if (layout == nullptr) return false;
+  const auto count = static_cast<int>(Get(trailer.data() + layout->imageCount, 2));
+  if (count > layout->mostImages) return false;
+  const int end = layout->list + count * layout->entryBytes + layout->entrySector;
+  const std::int64_t sectors = static_cast<int>(Get(trailer.data() + end, 2)) - layout->firstSector;
   return sectors * kSectorBytes == data;
 }
 
