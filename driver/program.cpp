@@ -68,8 +68,9 @@ std::shared_ptr<void> Pause(const Window& window) {
 }
 
 std::shared_ptr<void> PauseInTheMidst(const Window& percentage) {
-  constexpr int kNearTheEnd = 90;
-  const auto percent = [&] { return std::atoi(percentage.Caption().c_str()); };
+  // What is shown lags behind: a save may be nearer to its end than it says.
+  constexpr int kNearTheEnd = 50;
+  const auto percent = [&] { return std::atoi(percentage.Text().c_str()); };
   Await("some percent", [&] { return percent() > 0; });
   auto pause = Pause(percentage);
   return percent() < kNearTheEnd ? pause : nullptr;
@@ -128,7 +129,7 @@ Message Program::AnswerMessage(int button) const {
   const Window box = *Await("message box", [&] {
     return FindTopLevel(process_.dwProcessId, [](Window window) {
       return window.ClassName() == kDialogClass && !FileDialog::Is(window) &&
-             !BoxText(window).empty();
+             !BoxText(window).empty() && window.IsShown();  // No file dialog that is going.
     });
   });
   const Message message = {box.Text(), BoxText(box)};

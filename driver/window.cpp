@@ -7,11 +7,6 @@
 #include "forms/text.h"
 
 namespace driver {
-namespace {
-
-constexpr int kLongestText = 4096;
-
-}  // namespace
 
 LRESULT Window::Ask(UINT message, WPARAM wParam, LPARAM lParam) const {
   DWORD_PTR answer = 0;
@@ -27,24 +22,15 @@ std::string Window::ClassName() const {
   return forms::Utf8(name);
 }
 
-// Wine never answers a question to a window that goes before it is heard: it is asked again.
 std::string Window::Text() const {
-  constexpr DWORD kForOneAnswer = 2'000;  // Milliseconds.
+  constexpr int kLongestText = 4096;
+  const std::string kind = ClassName();
+  const bool isKeptByItself = kind == "Edit" || kind.starts_with("ComboBox");
   std::wstring text(kLongestText, L'\0');
-  DWORD_PTR length = 0;
-  for (DWORD waited = 0; !SendMessageTimeoutW(handle_, WM_GETTEXT, kLongestText,
-                                              reinterpret_cast<LPARAM>(text.data()), SMTO_NORMAL,
-                                              kForOneAnswer, &length) &&
-                         Exists();
-       waited += kForOneAnswer)
-    if (waited > kPatience) throw std::runtime_error("No answer to a question for a text");
-  text.resize(length);
-  return forms::Utf8(text);
-}
-
-std::string Window::Caption() const {
-  std::wstring text(kLongestText, L'\0');
-  text.resize(static_cast<std::size_t>(InternalGetWindowText(handle_, text.data(), kLongestText)));
+  const LRESULT length = isKeptByItself
+                             ? Ask(WM_GETTEXT, kLongestText, reinterpret_cast<LPARAM>(text.data()))
+                             : InternalGetWindowText(handle_, text.data(), kLongestText);
+  text.resize(static_cast<std::size_t>(length));
   return forms::Utf8(text);
 }
 

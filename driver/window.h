@@ -20,10 +20,9 @@ class Window {
   bool IsEnabled() const { return IsWindowEnabled(handle_) != FALSE; }
   bool IsUsable() const { return IsShown() && IsEnabled(); }
   std::string ClassName() const;
+  /// Its text. Only of a box to type into or to choose from is the program asked: of all others the
+  /// system knows it, so that the program may stand still, or be about to end.
   std::string Text() const;
-  /// The same from the system's notes, without asking the window's program: it may stand still.
-  /// Labels and buttons only.
-  std::string Caption() const;
   void SetText(const std::string& text) const;
   /// Place on the screen in pixels.
   RECT Place() const;

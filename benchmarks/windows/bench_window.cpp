@@ -97,7 +97,7 @@ class Jobs {
         Clock::now() + std::chrono::milliseconds(layout::kFrmSaveFile.rows[0].interval);
     Silence silence(program_->main());
     const Window status = window.Control(IDC_frmSaveFile_Label2);
-    Await("end of the save", [&] { return status.Caption() == kDone; });
+    Await("end of the save", [&] { return status.Text() == kDone; });
     const Result result = {SecondsSince(start), silence.End()};
     program_->LeaveSave();
     return result;
@@ -107,7 +107,7 @@ class Jobs {
     const Window window = Begin(kAllCameras, target);
     Silence silence(program_->main());
     const Window percent = window.Control(IDC_frmSaveFile_Label3);
-    Await("some percent", [&] { return std::atoi(percent.Caption().c_str()) >= 5; });
+    Await("some percent", [&] { return std::atoi(percent.Text().c_str()) >= 5; });
     const auto start = Clock::now();
     window.Control(IDC_frmSaveFile_cmdCancel).ClickAndGoOn();
     Await("end of the window", [&] { return !window.IsShown() && program_->main().IsEnabled(); });

@@ -196,7 +196,7 @@ TEST_F(Save, OnlyANewPressCancelsIt) {
     AwaitFocus(save.Control(IDC_frmSaveFile_cmdCancel));
     if (second != 0) TapKey(second, cancels ? GetTickCount() : start + GetDoubleClickTime() / 2);
     const Window status = save.Control(IDC_frmSaveFile_Label2);
-    Await("end", [&] { return !save.IsShown() || status.Caption() == kDone; });
+    Await("end", [&] { return !save.IsShown() || status.Text() == kDone; });
     EXPECT_EQ(save.IsShown(), !cancels);
     if (save.IsShown()) program_.LeaveSave();
   }

@@ -265,7 +265,7 @@ class WizardByHand : public Wizard {
     BringToFront(*window_);
     const Window heading = At(IDC_frmSaveToCD_Label2);
     for (; program_.Runs(); Sleep(100))
-      if (heading.Caption() == kEjectPage) MakeFile(InWork("eject"), 0);
+      if (heading.Text() == kEjectPage) MakeFile(InWork("eject"), 0);
   }
 };
 
