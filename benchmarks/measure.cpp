@@ -1,5 +1,6 @@
 #include "benchmarks/measure.h"
 
+#include <sys/sysinfo.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -38,6 +39,19 @@ double Timed(const std::function<void()>& job) {
   const auto start = Clock::now();
   job();
   return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+void FillMemory(const std::string& emptyFile) {
+  constexpr std::uint64_t kLeftFree = 512;  // MiB, as all here.
+  static std::uint64_t read = 0;
+  struct sysinfo memory = {};
+  sysinfo(&memory);
+  const std::uint64_t free = std::uint64_t{memory.freeram} * memory.mem_unit >> 20;
+  const std::uint64_t count = std::max(free, kLeftFree) - kLeftFree;
+  RunCommand({"truncate", "--size=1T", emptyFile});
+  RunCommand({"dd", "bs=1M", "status=none", "if=" + emptyFile, "of=/dev/null",
+              "skip=" + std::to_string(read), "count=" + std::to_string(count)});
+  read += count;
 }
 
 double Median(std::vector<double> values) {

@@ -12,6 +12,11 @@ void RunCommand(const std::vector<std::string>& command);
 /// Seconds that a job takes in this process.
 double Timed(const std::function<void()>& job);
 
+/// Fills the memory that is free with what this system keeps of a file that it has read, as on a
+/// machine that has been in use for a while. A virtual machine may have given its free memory back
+/// to its host, and who is the first to ask for it again waits several times as long as the next.
+void FillMemory(const std::string& emptyFile);
+
 /// The middle one of several values.
 double Median(std::vector<double> values);
 

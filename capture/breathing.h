@@ -7,8 +7,9 @@
 
 #include "platform/clock.h"
 
-/// Paces work on many blocks that runs on the program's one thread: every 64 blocks or every tenth
-/// of a second, whichever comes first, the windows get to breathe.
+/// Paces work on many blocks that runs on the program's one thread: fifty times a second, however
+/// slow the disk is, the windows get to breathe. Each breath is a talk with the system that may
+/// take longer than hundreds of blocks.
 class Breathing {
  public:
   /// Lets messages run, and may show that `done` of `total` blocks are done; whether to go on.
@@ -19,11 +20,9 @@ class Breathing {
 
   /// Whether to go on, asked after each block.
   bool GoOn(std::int32_t done, std::int32_t total) {
-    constexpr int kBlocks = 64;
-    constexpr std::chrono::milliseconds kTime(100);
-    if (++blocks_ < kBlocks && clock_.Now() - last_ < kTime) return true;
+    constexpr std::chrono::milliseconds kBetweenBreaths(20);
+    if (clock_.Now() - last_ < kBetweenBreaths) return true;
     const bool goOn = breath_(done, total);
-    blocks_ = 0;
     last_ = clock_.Now();
     return goOn;
   }
@@ -32,5 +31,4 @@ class Breathing {
   platform::Clock& clock_;
   Breath breath_;
   std::chrono::steady_clock::duration last_;
-  int blocks_ = 0;
 };

@@ -87,22 +87,39 @@ bool NewFile::WritePiece(const std::uint8_t* bytes, std::uint32_t count) {
   std::uint32_t written = 0;
   if (!system_.files.Write(hTargetFile, bytes, count, written) || written != count) return false;
   position_ += count;
-  return !pace_.Wrote(count) || (Flush() && letMessagesRun_() && IsOpen());
+  if (!pace_.Wrote(count)) return true;
+  if (!AwaitFlush()) return false;
+  BeginFlush();
+  return true;
 }
 
-bool NewFile::Flush() {
-  const auto begun = system_.clock.Now();
-  const bool flushed = system_.files.Flush(hTargetFile);
-  pace_.Flushed(system_.clock.Now() - begun);
-  return flushed;
+void NewFile::BeginFlush() {
+  flushBegun_ = system_.clock.Now();
+  flush_ = system_.files.Flush(hTargetFile);
+}
+
+/// Lets messages run until the flush that was begun last has ended. False when it has failed or the
+/// file is not wanted any more.
+bool NewFile::AwaitFlush() {
+  constexpr std::chrono::milliseconds kBetweenMessages{10};
+  do {
+    if (!letMessagesRun_() || !IsOpen()) return false;
+  } while (flush_.valid() && flush_.wait_for(kBetweenMessages) == std::future_status::timeout);
+  if (!flush_.valid()) return true;
+  pace_.Flushed(system_.clock.Now() - flushBegun_);
+  return flush_.get();
 }
 
 bool NewFile::Finish() {
   if (!IsOpen() || failed_) return false;
-  // Backup tools leave out temporary files.
-  if (place_ == Place::kTemporary) system_.names.SetTemporary(strTempFile, false);
-  if (!Flush()) return false;
-  if (place_ == Place::kTemporary && !TakeName()) return false;
+  if (!AwaitFlush()) return false;
+  BeginFlush();
+  if (!AwaitFlush()) return false;
+  if (place_ == Place::kTemporary) {
+    // Backup tools leave out temporary files.
+    system_.names.SetTemporary(strTempFile, false);
+    if (!TakeName()) return false;
+  }
   // What is on the medium stays, whatever its close answers.
   const bool closed = Close();
   if (place_ == Place::kOwnName && !closed) return false;
@@ -130,6 +147,8 @@ bool NewFile::TakeName() {
 
 bool NewFile::Close() {
   if (!IsOpen()) return true;
+  if (flush_.valid()) flush_.wait();
+  flush_ = {};
   return system_.files.Close(std::exchange(hTargetFile, FileHandle::kInvalid));
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <future>
 #include <string>
 
 #include "capture/flush_pace.h"
@@ -34,8 +35,8 @@ class NewFile {
   bool Create(const std::string& target);
   bool IsOpen() const { return hTargetFile != platform::FileHandle::kInvalid; }
   /// Writes at `position` bytes from the start. What is written is handed to the medium as the file
-  /// grows, and messages run in between on a slow one. False when not all was written: the file
-  /// cannot be finished any more.
+  /// grows, and messages run while a slow one is waited for. False when not all was written: the
+  /// file cannot be finished any more.
   bool WriteAt(std::int64_t position, const void* bytes, std::uint32_t count);
   /// Writes behind all that was written so far.
   bool Append(const void* bytes, std::uint32_t count) { return WriteAt(size_, bytes, count); }
@@ -59,7 +60,8 @@ class NewFile {
   bool CreateTemporary();
   bool OpenTemporary(const std::string& folder);
   bool WritePiece(const std::uint8_t* bytes, std::uint32_t count);
-  bool Flush();
+  void BeginFlush();
+  bool AwaitFlush();
   bool TakeName();
   bool Close();
   void Discard();
@@ -71,6 +73,8 @@ class NewFile {
   std::string
       strTempFile;  ///< Where the file lies until it has its name; empty when it is no more.
   platform::FileHandle hTargetFile = platform::FileHandle::kInvalid;
+  std::future<bool> flush_;  ///< That of what was written before the present slice.
+  std::chrono::steady_clock::duration flushBegun_{};
   FlushPace pace_;
   std::int64_t position_ = 0;
   std::int64_t size_ = 0;

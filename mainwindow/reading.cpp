@@ -2,6 +2,16 @@
 
 #include <utility>
 
+namespace {
+
+using std::chrono::milliseconds;
+
+/// What takes no longer shows nothing of itself.
+constexpr milliseconds kMoment{500};
+constexpr milliseconds kBetweenPercents{100};
+
+}  // namespace
+
 Reading::Reading(forms::Form& form, platform::Clock& clock, forms::TextBox& shownIn,
                  std::vector<forms::Control*> waiting, int passes)
     : busy_(form),
@@ -10,7 +20,7 @@ Reading::Reading(forms::Form& form, platform::Clock& clock, forms::TextBox& show
       shownIn_(shownIn),
       waiting_(std::move(waiting)),
       passes_(passes),
-      begin_(clock.Now()) {}
+      showNext_(clock.Now() + kMoment) {}
 
 Reading::~Reading() {
   if (!taskbar_) return;
@@ -26,9 +36,10 @@ Breathing Reading::NextPass() {
 }
 
 bool Reading::Breathe(std::int32_t done, std::int32_t total) {
-  constexpr std::chrono::milliseconds kMoment(500);
-  if (clock_.Now() - begin_ >= kMoment)
+  if (clock_.Now() >= showNext_) {
     ShowPercent(static_cast<int>(100 * (pass_ - 1 + static_cast<double>(done) / total) / passes_));
+    showNext_ = clock_.Now() + kBetweenPercents;
+  }
   return busy_.LetMessagesRun();
 }
 

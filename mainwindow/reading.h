@@ -37,8 +37,8 @@ class Reading {
   std::vector<forms::Control*> waiting_;
   int passes_;
   int pass_ = 0;
-  std::chrono::steady_clock::duration begin_;
-  int percent_ = -1;  ///< Shown last.
+  std::chrono::steady_clock::duration showNext_;  ///< Not before this time.
+  int percent_ = -1;                              ///< Shown last.
 
   // While it shows.
   std::optional<forms::TaskbarProgress> taskbar_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <future>
 #include <optional>
 #include <string>
 
@@ -43,8 +44,9 @@ class Files {
   virtual bool Seek(FileHandle file, std::int64_t position) = 0;
   /// The file's size in bytes; none when it cannot be told.
   virtual std::optional<std::uint64_t> Size(FileHandle file) = 0;
-  /// Hands everything written so far to the disk. False when that fails.
-  virtual bool Flush(FileHandle file) = 0;
+  /// Hands everything written so far to the disk, beside what else is done. The answer, to be
+  /// awaited before the file is closed, is false when that fails.
+  virtual std::future<bool> Flush(FileHandle file) = 0;
   /// Gives a file that is open with `kWriteExisting` under the name `from` the name `to` on the
   /// same volume. Fails when `to` exists.
   virtual bool Rename(FileHandle file, const std::string& from, const std::string& to) = 0;

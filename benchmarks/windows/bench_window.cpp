@@ -37,13 +37,16 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
+/// How often the program is asked something, in milliseconds. It does nothing else while it
+/// answers.
+constexpr DWORD kBetweenQuestions = 20;
+
 /// Asks a window again and again for an answer, as long as this lives.
 class Silence {
  public:
   explicit Silence(const Window& window)
       : thread_([this, window](const std::stop_token& end) {
-          constexpr DWORD kBetween = 5;  // Milliseconds.
-          for (; !end.stop_requested(); Sleep(kBetween)) {
+          for (; !end.stop_requested(); Sleep(kBetweenQuestions)) {
             const auto start = Clock::now();
             window.Ask(WM_NULL);
             longest_ = std::max(longest_, SecondsSince(start));
@@ -87,7 +90,10 @@ class Jobs {
     program_->AnswerSourceDialog(path);
     const auto start = Clock::now();
     Silence silence(program_->main());
-    Await("source", [&] { return program_->Text(IDC_frmTrimbrook_Text1) == path; });
+    Await("source", [&] {
+      Sleep(kBetweenQuestions);
+      return program_->Text(IDC_frmTrimbrook_Text1) == path;
+    });
     return {SecondsSince(start), silence.End()};
   }
 

@@ -85,8 +85,8 @@ std::optional<std::uint64_t> PosixDisk::Size(FileHandle file) {
   return static_cast<std::uint64_t>(status.st_size);
 }
 
-bool PosixDisk::Flush(FileHandle file) {
-  return fsync(Descriptor(file)) == 0;
+std::future<bool> PosixDisk::Flush(FileHandle file) {
+  return std::async([file] { return fsync(Descriptor(file)) == 0; });
 }
 
 bool PosixDisk::Rename(FileHandle file, const std::string& from, const std::string& to) {

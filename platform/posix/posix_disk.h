@@ -15,7 +15,7 @@ class PosixDisk : public platform::Files, public platform::FileNames {
              std::uint32_t& bytesWritten) override;
   bool Seek(platform::FileHandle file, std::int64_t position) override;
   std::optional<std::uint64_t> Size(platform::FileHandle file) override;
-  bool Flush(platform::FileHandle file) override;
+  std::future<bool> Flush(platform::FileHandle file) override;
   bool Rename(platform::FileHandle file, const std::string& from, const std::string& to) override;
   bool Close(platform::FileHandle file) override;
   std::optional<platform::FileIdentity> Identity(platform::FileHandle file) override;

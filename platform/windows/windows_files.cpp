@@ -78,8 +78,17 @@ std::optional<std::uint64_t> WindowsFiles::Size(FileHandle file) {
   return static_cast<std::uint64_t>(size.QuadPart);
 }
 
-bool WindowsFiles::Flush(FileHandle file) {
-  return FlushFileBuffers(Handle(file));
+// Windows lets no other call into a handle that is being flushed: where the file may be opened once
+// more, it is flushed through a handle of its own.
+std::future<bool> WindowsFiles::Flush(FileHandle file) {
+  const HANDLE own =
+      ReOpenFile(Handle(file), GENERIC_WRITE,
+                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, FILE_ATTRIBUTE_NORMAL);
+  return std::async([file, own] {
+    if (own == INVALID_HANDLE_VALUE) return FlushFileBuffers(Handle(file)) != 0;
+    const BOOL flushed = FlushFileBuffers(own);
+    return CloseHandle(own) && flushed;
+  });
 }
 
 // Through the handle: another program that has the file open cannot hinder it then.

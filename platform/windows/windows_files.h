@@ -13,7 +13,7 @@ class WindowsFiles : public Files {
              std::uint32_t& bytesWritten) override;
   bool Seek(FileHandle file, std::int64_t position) override;
   std::optional<std::uint64_t> Size(FileHandle file) override;
-  bool Flush(FileHandle file) override;
+  std::future<bool> Flush(FileHandle file) override;
   bool Rename(FileHandle file, const std::string& from, const std::string& to) override;
   bool Close(FileHandle file) override;
   std::optional<FileIdentity> Identity(FileHandle file) override;

@@ -41,7 +41,7 @@ TEST(FlushPace, WritesWhatTheMediumTakesInATenthOfASecond) {
 TEST(NewFile, IsGivenUpInTheMidstOfABlockOnASlowMedium) {
   const std::string block(kBlock, 'x');
   for (const auto& [flushTakes, breaths] :
-       {std::pair(milliseconds(0), 5), {milliseconds(400), 9}}) {
+       {std::pair(milliseconds(0), 6), {milliseconds(400), 9}}) {
     FakePlatform world;
     world.clock.step = flushTakes;
     int breathed = 0;
@@ -52,6 +52,28 @@ TEST(NewFile, IsGivenUpInTheMidstOfABlockOnASlowMedium) {
     EXPECT_EQ(breathed, breaths);
     EXPECT_EQ(written, breaths < 9);
     EXPECT_EQ(file.Finish(), written);
+  }
+}
+
+// What is written meanwhile is for the next one.
+TEST(NewFile, AwaitsEachFlushWhileMessagesRun) {
+  struct SlowDisk : MemoryDisk {
+    std::promise<bool> answer;
+    std::future<bool> Flush(platform::FileHandle) override { return (answer = {}).get_future(); }
+  };
+  const std::string block(kBlock, 'x');
+  for (const bool flushes : {true, false}) {
+    PlatformWith<SlowDisk> world;
+    int breaths = 0;
+    NewFile file(world.system, NewFile::Place::kTemporary, [&] {
+      if (++breaths % 4 == 0) world.disk.answer.set_value(flushes);
+      return true;
+    });
+    EXPECT_TRUE(file.Create("C:\\Trimbrook\\new.60D") && file.Append(block.data(), kBlock / 4));
+    EXPECT_EQ(breaths, 1);
+    EXPECT_EQ(file.Append(block.data(), kBlock / 4), flushes);
+    EXPECT_EQ(breaths, 4);
+    EXPECT_EQ(file.Finish(), flushes);
   }
 }
 

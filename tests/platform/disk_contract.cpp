@@ -60,7 +60,7 @@ bool DiskContract::Opens(const std::string& path, OpenMode mode) {
 TEST_P(DiskContract, ReadsBackWhatWasWrittenWhereItWasWritten) {
   const std::string path = Make(Path("file"), "0123456789");
   FileHandle file = files.Open(path, OpenMode::kWriteExisting);
-  EXPECT_TRUE(files.Seek(file, 12) && Write(file, "end") && files.Flush(file));
+  EXPECT_TRUE(files.Seek(file, 12) && Write(file, "end") && files.Flush(file).get());
   EXPECT_TRUE(files.Seek(file, 1) && Write(file, "x") && !files.Seek(file, -1));
   EXPECT_EQ(files.Size(file), 15u);
   std::array<char, 8> bytes = {};
@@ -116,7 +116,7 @@ TEST_P(DiskContract, RenamesAnOpenFileOntoNothingElse) {
   }
   EXPECT_TRUE(names.Find(from) && Write(file, "t"));
   EXPECT_TRUE(files.Rename(file, from, Path("to")));
-  EXPECT_TRUE(Write(file, "w") && files.Flush(file) && files.Close(file));
+  EXPECT_TRUE(Write(file, "w") && files.Flush(file).get() && files.Close(file));
   EXPECT_EQ(Read(Path("to")), "twe");
   EXPECT_EQ(Read(taken), "other");
   EXPECT_FALSE(names.Find(from));

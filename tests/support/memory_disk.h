@@ -171,11 +171,13 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     return handle->file->bytes.size();
   }
 
-  bool Flush(FileHandle file) override {
+  std::future<bool> Flush(FileHandle file) override {
     const Handle* handle = Of(file);
-    if (!handle || !Keeps("flush", *handle->file)) return false;
-    handle->file->unflushed = 0;
-    return true;
+    const bool flushed = handle && Keeps("flush", *handle->file);
+    if (flushed) handle->file->unflushed = 0;
+    std::promise<bool> answer;
+    answer.set_value(flushed);
+    return answer.get_future();
   }
 
   bool Rename(FileHandle file, const std::string& from, const std::string& to) override {
