@@ -16,17 +16,15 @@ constexpr const char* kStarts[] = {"1/31/2003 3:04:05 PM", "1/31/2003 3:05:31 PM
 constexpr const char* kEnds[] = {"1/31/2003 3:05:30 PM", "1/31/2003 3:07:00 PM",
                                  "1/31/2003 3:08:26 PM"};
 
-/// Drags the thumb of a slider from the left to the right, whatever the program says meanwhile.
-void DragToItsEnd(const Window& slider) {
-  constexpr int kToThumb = 12;
+/// Where a slider at its left has its thumb, in pixels across and down.
+constexpr int kInThumb = 12;
+
+/// Moves the mouse with its button held over a slider, from the left to the right.
+void DragAcross(const Window& slider) {
   constexpr int kStep = 20;
   const RECT place = slider.Place();
-  const auto post = [&](UINT message, int x) {
-    PostMessageW(slider.handle(), message, MK_LBUTTON,
-                 MAKELPARAM(x, (place.bottom - place.top) / 2));
-  };
-  post(WM_LBUTTONDOWN, kToThumb);
-  for (int x = kToThumb; x < place.right - place.left; x += kStep) post(WM_MOUSEMOVE, x);
+  for (int x = kInThumb; x < place.right - place.left; x += kStep)
+    PostMessageW(slider.handle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, kInThumb));
 }
 
 class Range : public testing::Test {
@@ -68,9 +66,13 @@ TEST_F(Range, SlidersChooseBlocksAndCannotPassEachOther) {
 
   // Nor by the mouse, and that is told once.
   program_.ChooseBlocks(1, 2);
-  DragToItsEnd(program_.At(IDC_frmTrimbrook_Slider1));
+  const Window slider = program_.At(IDC_frmTrimbrook_Slider1);
+  PostMessageW(slider.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(kInThumb, kInThumb));
+  DragAcross(slider);
   EXPECT_EQ(program_.AnswerMessage(),
             Refusal("The Start Time should be earlier than the Ending Time!"));
+  DragAcross(slider);
+  program_.Settle();
   EXPECT_FALSE(program_.ShowsDialog());
   ExpectBlocks(2, 2);
 }
