@@ -59,7 +59,6 @@ SaveResult SaveBlockRange(platform::Platform& system, SaveProgress& progress, co
   mdlFileProcessing::lngBlockCount =
       mdlFileProcessing::BlocksInFile(mdlFileProcessing::FileSize64(system.files, hSourceFile));
 
-  if (!MayTakePlace(system, job.targetPath)) return {.end = SaveEnd::kNotWritten};
   NewFile file(system, job.place, MessagesOf(progress));
   if (!ClearTarget(system, progress, job.targetPath) || !file.Create(job.targetPath))
     return {.end = SaveEnd::kNotWritten};

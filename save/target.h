@@ -14,7 +14,7 @@
 bool MayTakePlace(platform::Platform& system, const std::string& targetPath);
 
 /// Deletes the file that has the target's name, if there is one. False when that fails, or a new
-/// file may not take its place.
+/// file may not take its place, which is asked first.
 bool ClearTarget(platform::Platform& system, SaveProgress& progress, const std::string& targetPath);
 
 /// What a new file does between its slices: lets messages run, and asks whether to go on.
