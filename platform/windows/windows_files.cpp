@@ -78,16 +78,17 @@ std::optional<std::uint64_t> WindowsFiles::Size(FileHandle file) {
   return static_cast<std::uint64_t>(size.QuadPart);
 }
 
-// Windows lets no other call into a handle that is being flushed: where the file may be opened once
-// more, it is flushed through a handle of its own.
+// Windows lets no other call into a handle that is being flushed: the flush has one of its own
+// where the file may be opened once more. Wine does not do that, but lets calls pass each other.
 std::future<bool> WindowsFiles::Flush(FileHandle file) {
   const HANDLE own =
       ReOpenFile(Handle(file), GENERIC_WRITE,
                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, FILE_ATTRIBUTE_NORMAL);
   return std::async([file, own] {
-    if (own == INVALID_HANDLE_VALUE) return FlushFileBuffers(Handle(file)) != 0;
-    const BOOL flushed = FlushFileBuffers(own);
-    return CloseHandle(own) && flushed;
+    const bool hasOwn = own != INVALID_HANDLE_VALUE;
+    const bool flushed = hasOwn && FlushFileBuffers(own);
+    if (hasOwn) CloseHandle(own);
+    return flushed || FlushFileBuffers(Handle(file));
   });
 }
 
