@@ -99,7 +99,7 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
 class LongSource : public testing::Test {
  protected:
   LongSource() {
-    constexpr std::uint64_t kBlocks = 200'000;
+    constexpr std::uint64_t kBlocks = 600'000;
     MakeFile(path_, kBlocks * kBlock);
     Patch(path_, 0x1FFC00 + 19, "\x01");
   }
