@@ -13,9 +13,9 @@ TEST(SaveChosenCameras, ReadsOnlyTheListsAndTheChosenImages) {
     BlockPlan block;
     for (int i = 0; i < 20; ++i)
       block.images.push_back({.camera = i % 4, .bytes = Picture(400, i)});
-    SaveWorld save(type, Recording(type, {block}));
+    SaveWorld save(Recording(type, {block}), type);
     save.disk.totalRead = save.disk.reads = 0;
-    EXPECT_EQ(save.Run(1, 1, 0b0010), SaveEnd::kSaved);
+    EXPECT_EQ(save.Run(0b0010, 1, 1), SaveEnd::kSaved);
     EXPECT_EQ(save.disk.reads, 1 + 5);
     EXPECT_EQ(save.disk.totalRead, LayoutOf(type).trailerBytes + 5 * 512u);
   }
@@ -26,8 +26,8 @@ TEST(SaveChosenCameras, TakesTitlesWithoutTheirBlanks) {
                                       {.camera = 2, .tail = false},
                                       {.camera = 1, .title = " OWN 12345678901234567890"}},
                            .titles = {"  GATE ", "TABLE 2", "   "}};
-  SaveWorld save(0x00, Recording(0x00, {block}));
-  EXPECT_EQ(save.Run(1, 1, 0b111), SaveEnd::kSaved);
+  SaveWorld save(Recording(0x00, {block}), 0x00);
+  EXPECT_EQ(save.Run(0b111, 1, 1), SaveEnd::kSaved);
   std::vector<std::string> titles;
   for (const tools::Image& image : save.Saved()) titles.push_back(image.title);
   EXPECT_THAT(titles, ElementsAre("GATE", "Camera 3", "OWN 12345678901"))
@@ -90,7 +90,7 @@ TEST(SaveChosenCameras, LosesOnlyWhatIsDamagedAndTellsIt) {
     for (const std::size_t kept : damage.kept) expected.push_back(damage.images[kept]);
     std::string recording = Recording(damage.type, {{damage.images}});
     recording.replace(damage.offset, damage.bytes.size(), damage.bytes);
-    SaveWorld save(damage.type, recording);
+    SaveWorld save(recording, damage.type);
     EXPECT_EQ(save.Run(1, 1, 1), expected.empty() ? SaveEnd::kNoImages : SaveEnd::kSaved);
     if (expected.empty())
       EXPECT_EQ(save.disk.View(kTarget), "old");
@@ -106,8 +106,8 @@ TEST(SaveChosenCameras, CountsBlocksWithoutAListAndNotWhatIsNotChosen) {
   recording[kSecondEntry] = '\x0F';  // Lies nowhere.
   recording[kBlock + kTrailer + 13] = '\x60';
   recording[kBlock + kTrailer + 34] ^= '\x80';  // The video standard of what is no block.
-  SaveWorld save(0x30, recording);
-  EXPECT_EQ(save.Run(2, 3, 2), SaveEnd::kSaved);
+  SaveWorld save(recording);
+  EXPECT_EQ(save.Run(2, 2, 3), SaveEnd::kSaved);
   EXPECT_EQ(MessageOfLosses(save.result), "The recording is damaged: 1 block could not be kept.");
   EXPECT_EQ(save.Saved().size(), 1u);
   EXPECT_TRUE(BlocksOf(save.disk.View(kTarget), false).at(0).ntsc);
@@ -124,24 +124,24 @@ TEST(SaveMessages, TellWhatDamageHasCost) {
 
 TEST(SaveChosenCameras, BreathesInTheIndexPassAndCanBeCancelledThere) {
   constexpr int kBlocks = 20;
-  SaveWorld save(0x30, std::string(kBlocks * kBlock, '\0'));
+  SaveWorld save(std::string(kBlocks * kBlock, '\0'));
   save.progress.onMessages = [&, breaths = 0]() mutable {
     if (++breaths == 2) save.progress.cancelBefore = 1;
   };
   save.world.clock.step = std::chrono::milliseconds(6);
   save.disk.reads = 0;
-  EXPECT_EQ(save.Run(1, kBlocks, 1), SaveEnd::kCancelled);
+  EXPECT_EQ(save.Run(1, 1, kBlocks), SaveEnd::kCancelled);
   EXPECT_EQ(save.disk.reads, 8);
   save.ExpectRefusal("");
 }
 
 TEST(SaveChosenCameras, RefusesWhatHasNoImagesAndWhatIsNoRecording) {
-  SaveWorld save(0x30, Recording(0x30, {{.images = {{}}}}));
+  SaveWorld save(Recording(0x30, {{.images = {{}}}}));
   mdlFileProcessing::bytBlockStatus = 0x50;
   EXPECT_EQ(save.Run(1, 1, 1), SaveEnd::kNotValid);
   save.ExpectRefusal("This file is not a valid source file!");
   mdlFileProcessing::bytBlockStatus = 0x30;
-  EXPECT_EQ(save.Run(1, 1, 0x8000), SaveEnd::kNoImages);
+  EXPECT_EQ(save.Run(0x8000, 1, 1), SaveEnd::kNoImages);
   save.ExpectRefusal("The selected cameras have no images in the selected time range!");
 }
 

@@ -8,30 +8,11 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr int kBlocks = 2;
-
-/// A recording with an image of camera 1 and some of camera 2 in each block.
-std::string RecordingOf(int count) {
-  std::vector<BlockPlan> blocks;
-  for (int i = 0; i < count; ++i)
-    blocks.push_back({.images = {{.camera = 0, .bytes = Picture(300000, i)},
-                                 {.camera = 1, .bytes = Picture(100, i)}}});
-  return Recording(0x30, blocks);
-}
-
-/// A save of all blocks with their first camera or with all that they hold.
-struct Save : SaveWorld {
-  explicit Save(const Fault& fault = {}) : SaveWorld(0x30, RecordingOf(kBlocks), fault) {}
-  SaveEnd Run(std::int32_t cameras, const std::string& target = kTarget) {
-    return SaveWorld::Run(1, kBlocks, cameras, target);
-  }
-};
-
 class EverySave : public testing::TestWithParam<std::int32_t> {
  protected:
   /// What a save gives.
   static std::string Whole() {
-    Save save;
+    SaveWorld save;
     EXPECT_EQ(save.Run(GetParam()), SaveEnd::kSaved);
     return save.disk.Take(kTarget);
   }
@@ -44,9 +25,9 @@ TEST_P(EverySave, CancelAtEveryBlockRemovesWhatIsThere) {
   constexpr int kMany = 6;  // So many that some lie between two flushes.
   const std::string recording = RecordingOf(kMany);
   for (int block = 1; block <= kMany; ++block) {
-    SaveWorld save(0x30, recording);
+    SaveWorld save(recording);
     save.progress.cancelBefore = block;
-    EXPECT_EQ(save.Run(1, kMany, GetParam()), SaveEnd::kCancelled);
+    EXPECT_EQ(save.Run(GetParam(), 1, kMany), SaveEnd::kCancelled);
     // Before the first image it is not certain that there is anything to write.
     EXPECT_EQ(save.disk.HasFile(kTarget), GetParam() != kWholeBlocks && block == 1);
     EXPECT_THAT(save.progress.messages, testing::IsEmpty());
@@ -56,7 +37,7 @@ TEST_P(EverySave, CancelAtEveryBlockRemovesWhatIsThere) {
 }
 
 TEST_P(EverySave, ShowsEachBlock) {
-  Save save;
+  SaveWorld save;
   EXPECT_EQ(save.Run(GetParam()), SaveEnd::kSaved);
   EXPECT_EQ(MessageOfLosses(save.result), "");
   if (GetParam() == kWholeBlocks)
@@ -68,7 +49,7 @@ TEST_P(EverySave, ShowsEachBlock) {
 TEST_P(EverySave, TellsOfADiskThatHoldsNoSuchFile) {
   const std::size_t size = Whole().size();
   for (const std::size_t largest : {std::size_t{1000}, size - 1, size}) {
-    Save save;
+    SaveWorld save;
     save.disk.largest["C:"] = largest;
     EXPECT_EQ(save.Run(GetParam()), largest == size ? SaveEnd::kSaved : SaveEnd::kTooLarge);
     save.ExpectNothingLeft();
@@ -90,7 +71,7 @@ TEST_P(EverySave, LiesOnTheTargetsVolumeUnderATemporaryName) {
                 {kTarget, "C:\\Saved", "", "C:\\Trimbrook"}};
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.folder);
-    Save save;
+    SaveWorld save;
     save.disk.MakeFolder("D:\\Saved");
     save.disk.mounts[c.mounted] = "F:";
     save.disk.protectedFolders = {c.closed};
@@ -104,7 +85,8 @@ TEST_P(EverySave, LiesOnTheTargetsVolumeUnderATemporaryName) {
       }
       EXPECT_EQ(save.disk.Bytes(c.target).value_or("old"), "old");
     };
-    EXPECT_EQ(save.Run(GetParam(), c.target), SaveEnd::kSaved);
+    save.job.targetPath = c.target;
+    EXPECT_EQ(save.Run(GetParam()), SaveEnd::kSaved);
     EXPECT_GT(seen, 0);
     save.disk.LoseUnflushed();
     EXPECT_TRUE(save.disk.View(c.target) == whole);
@@ -116,7 +98,7 @@ TEST_P(EverySave, LiesOnTheTargetsVolumeUnderATemporaryName) {
 
 TEST_P(EverySave, TriesForAWhileToGiveTheFileItsName) {
   const std::string whole = Whole();
-  Save save;
+  SaveWorld save;
   save.disk.refusedRenames = 100;
   EXPECT_EQ(save.Run(GetParam()), SaveEnd::kSaved);
   EXPECT_TRUE(save.disk.View(kTarget) == whole);
@@ -140,7 +122,7 @@ TEST_P(EverySave, TriesForAWhileToGiveTheFileItsName) {
 /// A fault that no one foresaw, and a session that ends while a box is up.
 TEST_P(EverySave, LeavesNothingBehindWhateverHappens) {
   for (const bool sessionEnds : {false, true}) {
-    Save save;
+    SaveWorld save;
     save.progress.onMessages = [&, breaths = 0]() mutable {
       if (++breaths != 2) return;
       if (!sessionEnds) throw std::bad_alloc();
@@ -158,7 +140,8 @@ TEST_P(EverySave, KeepsItsPromisesWhateverCallFails) {
   const std::string whole = Whole();
   for (const int cancelBefore : {0, 2})
     ForEachFault([&](Fault& fault) {
-      Save save(fault);
+      SaveWorld save;
+      save.disk.fault = fault;
       save.progress.cancelBefore = cancelBefore;
       const SaveEnd end = save.Run(GetParam());
       fault = save.TakeFault();
@@ -197,12 +180,14 @@ TEST_P(EverySave, RefusalsAreToldOnceAndHarmNothing) {
   };
   for (const auto& refusal : kRefusals) {
     SCOPED_TRACE(refusal.name);
-    Save save;
+    SaveWorld save;
     save.disk.Link(kSource, kLink);
     save.disk.Put(kHidden, "");
     save.disk.At(kHidden)->hidden = true;
     const auto paths = save.disk.Paths();
-    save.SaveWorld::Run(refusal.first, kBlocks, GetParam(), refusal.target, refusal.source);
+    save.job.targetPath = refusal.target;
+    save.job.sourcePath = refusal.source;
+    save.Run(GetParam(), refusal.first, 2);
     save.ExpectRefusal(refusal.message);
     EXPECT_THAT(save.progress.log, testing::Not(testing::Contains("1 of 2")));
     EXPECT_EQ(save.disk.Paths(), paths);
@@ -212,12 +197,13 @@ TEST_P(EverySave, RefusalsAreToldOnceAndHarmNothing) {
 TEST(SaveBlockRange, LeavesWhatAnotherHasPutThereWhateverCallFails) {
   const std::string noise = Picture(kBlock);
   ForEachFault([&](Fault& fault) {
-    SaveWorld save(0x30, noise, fault);
+    SaveWorld save(noise);
+    save.disk.fault = fault;
     std::string there = "old";
     save.progress.onMessages = [&] {
       if (!save.disk.Bytes(kTarget)) save.disk.Put(kTarget, there = "theirs");
     };
-    EXPECT_NE(save.Run(1, 1, kWholeBlocks), SaveEnd::kSaved);
+    EXPECT_NE(save.Run(kWholeBlocks, 1, 1), SaveEnd::kSaved);
     fault = save.TakeFault();
     EXPECT_EQ(save.disk.View(kTarget), there) << fault;
   });
@@ -225,8 +211,8 @@ TEST(SaveBlockRange, LeavesWhatAnotherHasPutThereWhateverCallFails) {
 
 TEST(SaveBlockRange, TellsOfAPartialBlockAndFillsItUp) {
   const std::string noise = Picture(2 * kBlock + 700);
-  SaveWorld save(0x30, noise);
-  EXPECT_EQ(save.Run(2, 3, kWholeBlocks), SaveEnd::kSaved);
+  SaveWorld save(noise);
+  EXPECT_EQ(save.Run(kWholeBlocks, 2, 3), SaveEnd::kSaved);
   EXPECT_EQ(save.disk.View(kTarget),
             noise.substr(kBlock) + noise.substr(kBlock + 700, kBlock - 700));
   EXPECT_THAT(save.progress.messages, ElementsAre("Error reading file ..."));

@@ -20,24 +20,36 @@ constexpr std::size_t kBlock = 2097152;
 /// Chooses whole blocks instead of cameras.
 constexpr std::int32_t kWholeBlocks = 0;
 
-/// A scanned recording of one block type, an old target, and a save from the one to the other.
+/// Blocks with an image of camera 1 and some of camera 2 in each.
+inline std::string RecordingOf(int count) {
+  std::vector<BlockPlan> blocks;
+  for (int i = 0; i < count; ++i)
+    blocks.push_back({.images = {{.camera = 0, .bytes = Picture(300000, i)},
+                                 {.camera = 1, .bytes = Picture(100, i)}}});
+  return Recording(0x30, blocks);
+}
+
+/// A scanned recording of one block type, an old target, and a save of two blocks from the one to
+/// the other.
 struct SaveWorld {
-  SaveWorld(int type, std::string recording, const Fault& fault = {})
+  explicit SaveWorld(std::string recording = RecordingOf(2), int type = 0x30)
       : is20D(type == 0x60), source(std::move(recording)) {
     disk.Put(kSource, source);
     disk.Put(kTarget, "old");
     mdlFileProcessing::bln20D = is20D;
     mdlFileProcessing::ScanSourceFile(disk, world.dates, kSource);
-    disk.fault = fault;
   }
 
-  SaveEnd Run(int first, int last, std::int32_t cameras, const std::string& target = kTarget,
-              const std::string& from = kSource) {
-    const auto mode =
-        cameras == kWholeBlocks ? SaveJob::Mode::kWholeBlocks : SaveJob::Mode::kChosenCameras;
+  SaveEnd Run(std::int32_t cameras) {
+    if (cameras != kWholeBlocks) job.mode = SaveJob::Mode::kChosenCameras;
     mdlSave::lngCamSelLow = cameras;
-    result = RunSave(world.system, progress, {from, target, first, last, mode});
+    result = RunSave(world.system, progress, job);
     return result.end;
+  }
+  SaveEnd Run(std::int32_t cameras, int first, int last) {
+    job.firstBlock = first;
+    job.lastBlock = last;
+    return Run(cameras);
   }
   /// Ends the fault, so that it strikes no check of what it has done.
   Fault TakeFault() { return std::exchange(disk.fault, {}); }
@@ -66,6 +78,7 @@ struct SaveWorld {
   MemoryDisk& disk = world.disk;
   bool is20D;
   std::string source;
+  SaveJob job = {.sourcePath = kSource, .targetPath = kTarget, .firstBlock = 1, .lastBlock = 2};
   FakeProgress progress;
   SaveResult result;
 };

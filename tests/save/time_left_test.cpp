@@ -11,18 +11,15 @@ TEST(TimeLeft, IsToldInWordsThatAUserWouldChoose) {
     std::chrono::seconds left;
     const char* text;
   } cases[] = {
-      {0s, "A few seconds left"},
       {5s, "A few seconds left"},
       {6s, "About 10 seconds left"},
       {55s, "About 55 seconds left"},
       {56s, "About 1 minute left"},
       {89s, "About 1 minute left"},
       {90s, "About 2 minutes left"},
-      {179s, "About 3 minutes left"},
       {89min + 29s, "About 89 minutes left"},
       {90min, "About 2 hours left"},
       {149min, "About 2 hours left"},
-      {26h, "About 26 hours left"},
   };
   for (const auto& [left, text] : cases) EXPECT_EQ(TimeLeftText(left), text) << left.count();
 }
