@@ -71,7 +71,7 @@ std::string DescribeImage(const StoredBlock& block, const StoredImage& image) {
 std::string CheckImage(const StoredBlock& block, const StoredImage& image) {
   if (!image.trouble.empty()) return image.trouble;
   const std::uint8_t* bytes = block.At(image.begin);
-  const std::string trouble = CheckPayload(bytes, image.bytesEnd - image.begin, image.camera + 1);
+  std::string trouble = CheckPayload(bytes, image.bytesEnd - image.begin, image.camera + 1);
   // An image's time is its own, or only spread over its block.
   const bool hasOwnTime = image.hasTail || block.layout->entryTime != kNone;
   if (!trouble.empty() || !hasOwnTime || PayloadTime(bytes) == image.seconds) return trouble;

@@ -56,8 +56,7 @@ Image Recorder::NextImage() {
   if (hasParts && IsTurn(wishes_.textEvery, imageCount_))
     image.text = MakeText(texts, texts.Between(leastText, mostText));
   if (hasParts && IsTurn(wishes_.soundEvery, imageCount_))
-    image.sound =
-        sounds.Text(static_cast<std::size_t>(kSectorBytes * sounds.Between(leastSound, mostSound)));
+    image.sound = sounds.Text(std::size_t{kSectorBytes} * sounds.Between(leastSound, mostSound));
   int size = sizes.Between(wishes_.size.first, wishes_.size.last);
   if (wishes_.style.tight)
     size = std::max(1, (size + kTailBytes) / kSectorBytes) * kSectorBytes - kTailBytes;

@@ -32,14 +32,15 @@ TEST(FilesSize, RoundsUpEachFileAndTheirSum) {
     std::uint64_t size = 0;
     std::optional<std::uint64_t> FileBytes(const std::string&) override { return size; }
   };
-  for (const auto& [size, megabytes] : {std::pair(0ull, 0),
-                                        {1ull, 1},
-                                        {102ull * 1024, 1},
-                                        {102ull * 1024 + 1, 2},
-                                        {209'715'200ull, 2000},
-                                        {1ull << 30, 2048},
-                                        {(1ull << 31) - 1, 2048},
-                                        {1ull << 40, 2048}}) {
+  const std::pair<std::uint64_t, int> kMegabytes[] = {{0, 0},
+                                                      {1, 1},
+                                                      {102 << 10, 1},
+                                                      {(102 << 10) + 1, 2},
+                                                      {200 << 20, 2000},
+                                                      {1 << 30, 2048},
+                                                      {(1ull << 31) - 1, 2048},
+                                                      {1ull << 40, 2048}};
+  for (const auto& [size, megabytes] : kMegabytes) {
     World world;
     PlatformWith<SizedDisk> outside;
     for (const std::string& path : PlayerFilePaths(kPlayerRoot)) outside.disk.Put(path, "");
