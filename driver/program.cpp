@@ -53,12 +53,12 @@ void FileDialog::AwaitGone() const {
 }
 
 std::shared_ptr<void> Pause(const Window& window) {
-  const std::shared_ptr<void> thread(OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT, FALSE,
-                                                GetWindowThreadProcessId(window.handle(), nullptr)),
-                                     [](HANDLE paused) {
-                                       ResumeThread(paused);
-                                       CloseHandle(paused);
-                                     });
+  std::shared_ptr<void> thread(OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT, FALSE,
+                                          GetWindowThreadProcessId(window.handle(), nullptr)),
+                               [](HANDLE paused) {
+                                 ResumeThread(paused);
+                                 CloseHandle(paused);
+                               });
   SuspendThread(thread.get());
   // This comes back when the thread really stands.
   CONTEXT context = {};
@@ -132,7 +132,7 @@ Message Program::AnswerMessage(int button) const {
              !BoxText(window).empty() && window.IsShown();  // No file dialog that is going.
     });
   });
-  const Message message = {box.Text(), BoxText(box)};
+  Message message = {box.Text(), BoxText(box)};
   box.Control(button).ClickAndGoOn();
   Await("end of \"" + message.text + "\"", [&] { return !box.IsShown(); });
   return message;

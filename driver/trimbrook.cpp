@@ -37,6 +37,7 @@ void Trimbrook::Settle() const {
 
 std::vector<std::string> Trimbrook::Texts(const std::vector<int>& ids) const {
   std::vector<std::string> texts;
+  texts.reserve(ids.size());
   for (const int id : ids) texts.push_back(Text(id));
   return texts;
 }
@@ -114,7 +115,7 @@ void Trimbrook::PressSaveToCd() const {
 }
 
 Message Trimbrook::AnswerMessage(int button) const {
-  const Message message = Program::AnswerMessage(button);
+  Message message = Program::AnswerMessage(button);
   Settle();
   return message;
 }

@@ -1,6 +1,5 @@
 #include "driver/window.h"
 
-#include <ranges>
 #include <stdexcept>
 
 #include "driver/await.h"
@@ -152,7 +151,8 @@ void PressUntil(const std::string& what, const Window& window, const std::vector
   const auto press = [&] {
     SetForegroundWindow(window.handle());
     for (const BYTE key : virtualKeys) SendKey(key, 0);
-    for (const BYTE key : std::views::reverse(virtualKeys)) SendKey(key, KEYEVENTF_KEYUP);
+    for (auto key = virtualKeys.rbegin(); key != virtualKeys.rend(); ++key)
+      SendKey(*key, KEYEVENTF_KEYUP);
   };
   Await(what, [&, polls = 0]() mutable {
     if (polls++ % kPollsBetween == 0) press();

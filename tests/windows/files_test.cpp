@@ -198,7 +198,8 @@ TEST_F(Target, NameEndsInTheSourcesKind) {
                                       {"wrong.20D", "wrong.20D.60D"},
                                       {"small.60d", "small.60d"}}) {
     OpenDialog().Accept(InWork(typed));
-    Await(chosen, [&] { return program_.Text(IDC_frmTrimbrook_Text6) == InWork(chosen); });
+    const std::string path = InWork(chosen);
+    Await(path, [&] { return program_.Text(IDC_frmTrimbrook_Text6) == path; });
   }
   program_.Settle();
   const std::string space = program_.Text(IDC_frmTrimbrook_Text7);

@@ -123,8 +123,10 @@ TEST_F(FormsTest, ShowsTheFocusOfABoxWithoutACaption) {
   const auto pixels = [&] {
     UpdateWindow(box);
     const HDC screen = GetDC(box);
+    constexpr int kPixels = 15 * 19;
     std::vector<COLORREF> colors;
-    for (int i = 0; i < 15 * 19; ++i) colors.push_back(GetPixel(screen, i % 15, i / 15));
+    colors.reserve(kPixels);
+    for (int i = 0; i < kPixels; ++i) colors.push_back(GetPixel(screen, i % 15, i / 15));
     ReleaseDC(box, screen);
     return colors;
   };

@@ -174,6 +174,16 @@ TEST_F(Wizard, APressTurnsOnePage) {
   AwaitPage(kNamePage);
   At(IDC_frmSaveToCD_Text1).PressAndGoOn(VK_ESCAPE);
   ExpectWizardGone();
+
+  OpenWizard();
+  AwaitFocus(PageButton(kStart));
+  const DWORD start = GetTickCount();
+  TapKey(VK_RETURN, start);
+  AwaitPage(kDrivePage);
+  AwaitFocus(PageButton(kChooseDrive));
+  TapKey(VK_RETURN, start + 1);
+  Sleep(GetDoubleClickTime());
+  EXPECT_FALSE(program_.ShowsDialog());
 }
 
 /// Whether Drag-to-Disc notes the keys for formatting within a moment. One may be lost while the
