@@ -55,7 +55,7 @@ class Bench {
   }
 
   void PrintOpening() {
-    WriteRecording(source_, FullBlock(kSmallImages), kBlocksOf100GiB, true);
+    MakeSource(kSmallImages, kBlocksOf100GiB, true);
     const double empty = engine::Heap();
     PrintLine("scan, 100 GiB", "engine", "%.3f s", engine::Scan(source_), 0.5);
     const double scanned = engine::Heap();
@@ -103,8 +103,14 @@ class Bench {
   const Folder& home() const { return home_; }
 
  private:
+  /// Nothing of it is left for the disk when it is read.
+  void MakeSource(int images, int blocks, bool isSparse) {
+    WriteRecording(source_, FullBlock(images), blocks, isSparse);
+    sync();
+  }
+
   void Open(int images) {
-    WriteRecording(source_, FullBlock(images), kBlocksOf1GiB);
+    MakeSource(images, kBlocksOf1GiB, false);
     engine::Scan(source_);
     program_.Do("open C:\\bench\\source.60D");
   }

@@ -14,7 +14,7 @@ constexpr double kLargestSlice = 64 * 1024 * 1024;
 }  // namespace
 
 std::uint32_t FlushPace::Piece(std::uint32_t bytes) const {
-  return slice_ >= format::kBlockSize ? bytes : std::min(bytes, slice_ - written_);
+  return IsSlow() ? std::min(bytes, slice_ - written_) : bytes;
 }
 
 bool FlushPace::Wrote(std::uint32_t bytes) {

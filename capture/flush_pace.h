@@ -12,6 +12,9 @@ class FlushPace {
  public:
   using Duration = std::chrono::steady_clock::duration;
 
+  /// Whether a slice is less than a block. While such a medium is flushed nothing else is written:
+  /// the system lets a writer wait behind it.
+  bool IsSlow() const { return slice_ < format::kBlockSize; }
   /// How many of `bytes` bytes are to be written at once. A medium that takes a whole block in a
   /// slice gets it whole.
   std::uint32_t Piece(std::uint32_t bytes) const;

@@ -90,7 +90,7 @@ bool NewFile::WritePiece(const std::uint8_t* bytes, std::uint32_t count) {
   if (!pace_.Wrote(count)) return true;
   if (!AwaitFlush()) return false;
   BeginFlush();
-  return true;
+  return !pace_.IsSlow() || AwaitFlush();
 }
 
 void NewFile::BeginFlush() {

@@ -41,21 +41,21 @@ TEST(FlushPace, WritesWhatTheMediumTakesInATenthOfASecond) {
 TEST(NewFile, IsGivenUpInTheMidstOfABlockOnASlowMedium) {
   const std::string block(kBlock, 'x');
   for (const auto& [flushTakes, breaths] :
-       {std::pair(milliseconds(0), 6), {milliseconds(400), 9}}) {
+       {std::pair(milliseconds(0), 7), {milliseconds(400), 12}}) {
     FakePlatform world;
     world.clock.step = flushTakes;
     int breathed = 0;
-    NewFile file(world.system, NewFile::Place::kTemporary, [&] { return ++breathed < 9; });
+    NewFile file(world.system, NewFile::Place::kTemporary, [&] { return ++breathed < 12; });
     ASSERT_TRUE(file.Create("C:\\Trimbrook\\new.60D"));
     bool written = true;
     for (int i = 0; i < 8 && written; ++i) written = file.Append(block.data(), kBlock);
     EXPECT_EQ(breathed, breaths);
-    EXPECT_EQ(written, breaths < 9);
+    EXPECT_EQ(written, breaths < 12);
     EXPECT_EQ(file.Finish(), written);
   }
 }
 
-// What is written meanwhile is for the next one.
+// On a slow medium at once, on a fast one when the next slice is written.
 TEST(NewFile, AwaitsEachFlushWhileMessagesRun) {
   struct SlowDisk : MemoryDisk {
     std::promise<bool> answer;
@@ -69,10 +69,12 @@ TEST(NewFile, AwaitsEachFlushWhileMessagesRun) {
       if (++breaths % 4 == 0) world.disk.answer.set_value(flushes);
       return true;
     });
-    EXPECT_TRUE(file.Create("C:\\Trimbrook\\new.60D") && file.Append(block.data(), kBlock / 4));
-    EXPECT_EQ(breaths, 1);
-    EXPECT_EQ(file.Append(block.data(), kBlock / 4), flushes);
-    EXPECT_EQ(breaths, 4);
+    EXPECT_TRUE(file.Create("C:\\Trimbrook\\new.60D"));
+    for (const auto& [bytes, breathsThen] :
+         {std::pair(kBlock / 4, 4), {kBlock / 2, 8}, {kBlock, 9}, {kBlock, 12}}) {
+      EXPECT_EQ(file.Append(block.data(), bytes), flushes);
+      EXPECT_EQ(breaths, flushes ? breathsThen : 4);
+    }
     EXPECT_EQ(file.Finish(), flushes);
   }
 }
