@@ -1,11 +1,10 @@
-// The writer's limits. What it writes inside them, the scripts compare that save real files.
+// Where the writer begins a block. That images come back and which it takes, the fuzzer shows.
 
 #include "capture/clsCreate60D.h"
 
 #include <gtest/gtest.h>
 
 #include "capture/mdlFileProcessing.h"
-#include "platform/runtime_error.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recordings.h"
 
@@ -15,29 +14,23 @@ constexpr char kPath[] = "C:\\Trimbrook\\new.60D";
 
 /// The writer as the save operations use it, with a file that is being written.
 struct Target {
-  explicit Target(bool is20D) : is20D_(is20D) {
+  explicit Target(bool is20D) {
     mdlFileProcessing::bln20D = is20D;
     EXPECT_TRUE(writer.Create60DFile(kPath));
     mdlFileProcessing::bln20D = !is20D;  // The kind is taken when the file is created.
   }
 
   void Add(const tools::Image& image) {
-    // The image lies inside a greater buffer, so that a byte too much is seen.
-    const std::string buffer = "<" + image.bytes + ">";
-    writer.AddDataTo60DFile(reinterpret_cast<const std::uint8_t*>(buffer.data()), 1,
+    writer.AddDataTo60DFile(reinterpret_cast<const std::uint8_t*>(image.bytes.data()), 0,
                             static_cast<std::int32_t>(image.bytes.size()),
                             static_cast<std::int16_t>(image.flags), image.title, image.text,
-                            image.seconds, image.camera,
-                            static_cast<std::int32_t>(image.sound.size()) / 512,
-                            reinterpret_cast<const std::uint8_t*>(image.sound.data()));
+                            image.seconds, image.camera, 0, nullptr);
   }
   std::string Bytes() {
     writer.Close60dFile();
     return world.disk.Bytes(kPath).value_or("none");
   }
-  std::vector<tools::StoredBlock> Blocks() { return BlocksOf(Bytes(), is20D_); }
 
-  bool is20D_;
   FakePlatform world;
   NewFile file{world.system, NewFile::Place::kOwnName, [] { return true; }};
   clsCreate60D writer{file};
@@ -81,66 +74,10 @@ TEST_P(Writer, BeginsABlockWhenTheReserveIsTouched) {
     Target target(GetParam());
     target.Add({.title = "FIRST"});
     target.Add({.bytes = Picture(bytes), .text = "text"});
-    const auto written = target.Blocks();
+    const auto written = BlocksOf(target.Bytes(), GetParam());
     EXPECT_EQ(written.size(), blocks) << bytes;
     EXPECT_EQ(written.back().images.back().title, blocks == 1 ? "FIRST" : "");
   }
-}
-
-TEST_P(Writer, TakesImagesUpToAWholeBlockAndRefusesGreaterOnes) {
-  for (const int without : {0, 2, 32}) {  // Sectors of text and sound.
-    const std::string text = without > 0 ? "t" : "";
-    const std::string sound(512 * (without > 0 ? without - 1 : 0), 's');
-    const int fits = layout.trailer - 57 - 512 * without;
-    Target target(GetParam());
-    target.Add({.bytes = "small"});
-    EXPECT_THROW(target.Add({.bytes = Picture(fits + 1), .text = text, .sound = sound}),
-                 RuntimeError);
-    EXPECT_EQ(target.writer.GetCurrentFileSize(), 0) << "the block before is still open";
-    target.Add({.bytes = Picture(fits), .text = text, .sound = sound});
-    const auto blocks = target.Blocks();
-    ASSERT_EQ(blocks.size(), 2u);
-    EXPECT_EQ(blocks[1].images.at(0).end, layout.trailer);
-    EXPECT_EQ(ImagesOf(target.Bytes(), GetParam()).at(1).bytes, Picture(fits));
-  }
-}
-
-TEST_P(Writer, ARefusedImageChangesNothing) {
-  const struct {
-    std::int32_t start, size;
-    std::size_t title, text;
-    std::int32_t camera, sound;
-  } kRefused[] = {
-      {-1, 1, 0, 0, 0, 0},        {0, -1, 0, 0, 0, 0}, {0, INT32_MIN, 0, 0, 0, 0},
-      {0, INT32_MAX, 0, 0, 0, 0}, {0, 1, 49, 0, 0, 0}, {0, 1, 0, 501, 0, 0},
-      {0, 1, 0, 0, 16, 0},        {0, 1, 0, 0, -1, 0}, {0, 1, 0, 0, 0, 32},
-      {0, 1, 0, 0, 0, -1},
-  };
-  tools::Image taken = {.camera = 1,
-                        .seconds = 5,
-                        .title = std::string(48, 't'),
-                        .text = std::string(500, 'x'),
-                        .flags = 4};
-  const std::uint8_t bytes[512] = {};
-  Target target(GetParam());
-  target.Add(taken);
-  for (const auto& image : kRefused)
-    EXPECT_THROW(target.writer.AddDataTo60DFile(
-                     bytes, image.start, image.size, 1, std::string(image.title, 't'),
-                     std::string(image.text, 't'), 1, image.camera, image.sound, bytes),
-                 RuntimeError);
-  target.Add(taken);
-  taken.flags = 0;  // More than two bits are none.
-  EXPECT_EQ(ImagesOf(target.Bytes(), GetParam()), std::vector({taken, taken}));
-}
-
-TEST_P(Writer, WithoutImagesLeavesAnEmptyFile) {
-  Target target(GetParam());
-  EXPECT_TRUE(target.writer.FileIsReady());
-  EXPECT_EQ(target.Bytes(), "");
-  EXPECT_FALSE(target.writer.FileIsReady());
-  target.Add({});  // Not ready any more: nothing happens.
-  EXPECT_EQ(target.Bytes(), "");
 }
 
 }  // namespace

@@ -171,19 +171,6 @@ TEST_F(Source, IsReadWithABreathFiftyTimesASecondUntilItIsStopped) {
   }
 }
 
-TEST(Fields, AreReadMostSignificantByteFirst) {
-  OneBased<std::uint8_t> bytes;
-  bytes.Redimension(6);
-  std::ranges::copy(std::string_view("\x01\x02\xFF\xFE\xFD\xFC"), bytes.data());
-  EXPECT_EQ(ReadBigEndian(bytes, 2, 1), 2);
-  EXPECT_EQ(ReadBigEndian(bytes, 2, 3), 0x02FFFE);
-  EXPECT_EQ(ReadBigEndian(bytes, 3, 4), -66052);
-  EXPECT_EQ(ReadSectorNumber(bytes, 3, 2), 0xFFE);
-  EXPECT_EQ(ReadSectorNumber(bytes, 1, 6), 0x1FC);
-  for (const auto& [start, length] : {std::pair(4, 4), {0, 1}, {1, 0}, {1, 5}})
-    EXPECT_THROW(ReadBigEndian(bytes, start, length), RuntimeError);
-}
-
 TEST(Fields, StoreWhatFitsAndNothingElse) {
   std::string bytes;
   const auto stored = [&](int length, std::int64_t value) {

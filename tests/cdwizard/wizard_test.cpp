@@ -3,14 +3,12 @@
 #include "cdwizard/cd_wizard.h"
 #include "cdwizard/file_name.h"
 #include "cdwizard/system_helpers.h"
-#include "cdwizard/wizard_flow.h"
 #include "platform/runtime_error.h"
 #include "tests/cdwizard/wizard_world.h"
 
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 namespace {
 
@@ -41,11 +39,11 @@ class Wizard : public testing::Test, protected WizardWorld {
   void GoTo(std::initializer_list<int> buttons) {
     Register("DirectCD.exe");
     wizard.Load();
-    for (const int button : buttons) wizard.cmdNext_Click(button);
-    view.log.clear();
+    for (const int button : buttons) Click(button);
     Done();
   }
   std::vector<std::string> Click(int button) {
+    EXPECT_TRUE(view.look.buttons.at(static_cast<std::size_t>(button)).enabled) << button;
     wizard.cmdNext_Click(button);
     return view.Taken();
   }
@@ -157,15 +155,13 @@ TEST_F(Wizard, GoesBackAndForth) {
   Click(6);
   Click(1);
   EXPECT_EQ(view.input.fileName, "given.60D");
-  view.log.clear();
-  for (const int none : {-1, 8}) EXPECT_THAT(Click(none), IsEmpty());
+  for (const int none : {-1, 8}) wizard.cmdNext_Click(none);
   wizard.cmdCancel_Click();
   EXPECT_THAT(view.Taken(), ElementsAre("close"));
 }
 
 TEST_F(Wizard, AsksForANameThatWindowsTakes) {
   GoTo({0, 1});
-  view.input.wantsPlayer = true;
   for (const char* name : {"", "cam 1?"}) {
     view.input.fileName = name;
     EXPECT_THAT(Click(2), ElementsAre("tell You must input a file name!", kFileName)) << name;
@@ -180,8 +176,7 @@ TEST(IsFileName, TakesWhatWindowsTakes) {
     EXPECT_FALSE(IsFileName(name)) << name;
   std::string umlauts;
   for (int i = 0; i < 251; ++i) umlauts += "\u00E4";
-  for (const std::string& name :
-       {"cam 1.60D"s, ".20D"s, "COM"s, "null"s, "LPT10"s, "a..."s, umlauts})
+  for (const std::string& name : {".20D"s, "COM"s, "null"s, "LPT10"s, "a..."s, umlauts})
     EXPECT_TRUE(IsFileName(name)) << name;
 }
 
@@ -203,13 +198,16 @@ TEST_F(Wizard, ComparesWithTheRoomOnTheDisc) {
                 ElementsAre(kNotReady, "tell The wizard will not continue.", "close"));
   // A missing player file ends the wizard without a word when the user does not want to go on.
   view.input.wantsPlayer = true;
-  EXPECT_THAT(writeOn(100),
-              ElementsAre(StartsWith("ask The file (TessaviewCD\\Autorun.inf)"), "close"));
+  EXPECT_THAT(
+      writeOn(100),
+      ElementsAre("ask The file (TessaviewCD\\Autorun.inf) can not be found! \r\nYou can only save "
+                  "the selected file but not the Tessaview files. Do you want to continue?",
+                  "close"));
   view.input.wantsPlayer = false;
   EXPECT_EQ(writeOn(4.5 + 1. / 1048576).back(), kEject);
 }
 
-TEST_F(Wizard, TriesAgainFromTheDrivePageOrGivesUp) {
+TEST_F(Wizard, TriesAgainFromTheDrivePage) {
   disk.room["E:"] = 0;
   GoTo({0, 1});
   EXPECT_THAT(Click(2), ElementsAre(kNotReady, kReselect, kDrive));
@@ -220,10 +218,6 @@ TEST_F(Wizard, TriesAgainFromTheDrivePageOrGivesUp) {
   source = "C:\\gone.60D";
   Click(1);
   EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "idle", kNotReady, kReselect, kDrive));
-  Click(1);
-  view.answers = {false};
-  EXPECT_THAT(Click(2), ElementsAre(kCopying, "busy", "idle", kNotReady,
-                                    "tell The wizard will not continue.", "close"));
 }
 
 TEST_F(Wizard, CanBeClosedHoweverACopyEnds) {
@@ -259,27 +253,6 @@ TEST_F(Wizard, ClosesWhenTheCamerasHaveNoImages) {
                                     std::string("tell ") + save_text::kNoImages, "idle", "close"));
 }
 
-constexpr Page kAllPages[] = {Page::kWelcome, Page::kLookingUp, Page::kDrive, Page::kFileName,
-                              Page::kCopying, Page::kReselect,  Page::kEject, Page::kDone};
-
-// Every page in both modes: a button works exactly where it can be pressed, and the look is sound.
-TEST(WizardPages, OfferWhatWorks) {
-  for (const bool dragToDisc : {false, true})
-    for (const Page page : kAllPages) {
-      const PageLook look = LookOf(page, dragToDisc);
-      SCOPED_TRACE(look.heading);
-      for (int i = 0; i < kPageButtons; ++i) {
-        const PageLook::Button button = look.buttons[static_cast<std::size_t>(i)];
-        EXPECT_FALSE(button.enabled && !button.visible);
-        if (i == page_button::kCopyingBack) continue;
-        EXPECT_EQ(StepOf(page, i) != WizardStep::kNone, button.enabled) << i;
-      }
-      const bool waits = page == Page::kLookingUp || page == Page::kCopying;
-      EXPECT_NE(waits, look.focusesFileName || look.focus >= 0);
-      EXPECT_TRUE(look.focus < 0 || look.focus == look.defaultButton);
-    }
-}
-
 TEST(RegGetString, TakesPlainStringsUpToTheirFirstZero) {
   using namespace std::string_literals;
   FakeRegistry registry;
@@ -288,13 +261,9 @@ TEST(RegGetString, TakesPlainStringsUpToTheirFirstZero) {
     return RegGetString(registry, platform::RegistryRoot::kCurrentUser, "Key", "Name", "default");
   };
   EXPECT_EQ(read(1, "C:\\P\\a.exe\0rest"s), "C:\\P\\a.exe");
-  EXPECT_EQ(read(1, "no zero"), "no zero");
   EXPECT_EQ(read(2, "%WINDIR%\0"s), "default") << "which would have to be expanded";
   EXPECT_EQ(read(1, std::string(32766, 'x') + '\0').size(), 32766u);
   EXPECT_THROW(read(1, std::string(32767, 'x') + '\0'), RuntimeError);
-  EXPECT_EQ(
-      RegGetString(registry, platform::RegistryRoot::kLocalMachine, "Key", "Name", "other root"),
-      "other root");
   // The main window asks for a program's path when it starts.
   const std::string appPath = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\a.exe";
   registry.values[{platform::RegistryRoot::kLocalMachine, appPath, ""}] = {
@@ -322,8 +291,6 @@ TEST(GetDiskFreeMB, AsksTheVolumeOfAPath) {
   volumes.bytes = 0xFFFFFFFF00000000u + 0xFFF80000u;
   EXPECT_EQ(GetDiskFreeMB(volumes, "E:\\"), 17592186044415.5);
   EXPECT_EQ(dblDiskFreeMB, 17592186044415.5);
-  volumes.bytes = 0;
-  EXPECT_EQ(GetDiskFreeMB(volumes, "E:\\"), 0);
 }
 
 }  // namespace

@@ -25,38 +25,6 @@ long long Aged(const std::filesystem::path& file, long long by) {
   return std::chrono::floor<seconds>(time.time_since_epoch()).count();
 }
 
-std::string DiskContract::In(const std::string& folder, const std::string& name) const {
-  return folder.back() == world.separator ? folder + name : folder + world.separator + name;
-}
-
-std::string DiskContract::Make(const std::string& path, const std::string& bytes) {
-  const FileHandle file = files.Open(path, OpenMode::kWriteNew);
-  EXPECT_TRUE(Write(file, bytes)) << path;
-  EXPECT_TRUE(files.Close(file)) << path;
-  return path;
-}
-
-bool DiskContract::Write(FileHandle file, const std::string& bytes) {
-  const auto count = static_cast<std::uint32_t>(bytes.size());
-  std::uint32_t written = 0;
-  return files.Write(file, bytes.data(), count, written) && written == count;
-}
-
-std::string DiskContract::Read(const std::string& path) {
-  const FileHandle file = files.Open(path, OpenMode::kReadExisting);
-  if (file == FileHandle::kInvalid) return "does not open";
-  std::array<char, 100> bytes = {};
-  std::uint32_t count = 0;
-  const bool ok = files.Read(file, bytes.data(), bytes.size(), count);
-  files.Close(file);
-  return ok ? std::string(bytes.data(), count) : "does not read";
-}
-
-bool DiskContract::Opens(const std::string& path, OpenMode mode) {
-  const FileHandle file = files.Open(path, mode);
-  return file != FileHandle::kInvalid && files.Close(file);
-}
-
 TEST_P(DiskContract, ReadsBackWhatWasWrittenWhereItWasWritten) {
   const std::string path = Make(Path("file"), "0123456789");
   FileHandle file = files.Open(path, OpenMode::kWriteExisting);

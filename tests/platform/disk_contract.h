@@ -35,14 +35,33 @@ class DiskContract : public testing::TestWithParam<std::function<DiskWorld()>> {
  protected:
   /// A path below the world's folder, or below another.
   std::string Path(const std::string& name) const { return In(world.folder, name); }
-  std::string In(const std::string& folder, const std::string& name) const;
+  std::string In(const std::string& folder, const std::string& name) const {
+    return folder.back() == world.separator ? folder + name : folder + world.separator + name;
+  }
   /// Makes a file and answers its path.
-  std::string Make(const std::string& path, const std::string& bytes = "abc");
-  bool Write(platform::FileHandle file, const std::string& bytes);
+  std::string Make(const std::string& path, const std::string& bytes = "abc") {
+    const platform::FileHandle file = files.Open(path, platform::OpenMode::kWriteNew);
+    EXPECT_TRUE(Write(file, bytes) && files.Close(file)) << path;
+    return path;
+  }
+  bool Write(platform::FileHandle file, const std::string& bytes) {
+    const auto count = static_cast<std::uint32_t>(bytes.size());
+    std::uint32_t written = 0;
+    return files.Write(file, bytes.data(), count, written) && written == count;
+  }
   /// A file's bytes, or what hindered reading them.
-  std::string Read(const std::string& path);
+  std::string Read(const std::string& path) {
+    const platform::FileHandle file = files.Open(path, platform::OpenMode::kReadExisting);
+    std::string bytes(100, '\0');
+    std::uint32_t count = 0;
+    const bool ok = files.Read(file, bytes.data(), 100, count) && files.Close(file);
+    return ok ? bytes.substr(0, count) : "does not read";
+  }
   /// Whether a file can be opened so; it is closed at once.
-  bool Opens(const std::string& path, platform::OpenMode mode);
+  bool Opens(const std::string& path, platform::OpenMode mode) {
+    const platform::FileHandle file = files.Open(path, mode);
+    return file != platform::FileHandle::kInvalid && files.Close(file);
+  }
 
   DiskWorld world = GetParam()();
   platform::Files& files = world.files;

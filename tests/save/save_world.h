@@ -40,16 +40,13 @@ struct SaveWorld {
     mdlFileProcessing::ScanSourceFile(disk, world.dates, kSource);
   }
 
-  SaveEnd Run(std::int32_t cameras) {
+  SaveEnd Run(std::int32_t cameras, int first = 1, int last = 2) {
+    job.firstBlock = first;
+    job.lastBlock = last;
     if (cameras != kWholeBlocks) job.mode = SaveJob::Mode::kChosenCameras;
     mdlSave::lngCamSelLow = cameras;
     result = RunSave(world.system, progress, job);
     return result.end;
-  }
-  SaveEnd Run(std::int32_t cameras, int first, int last) {
-    job.firstBlock = first;
-    job.lastBlock = last;
-    return Run(cameras);
   }
   /// Ends the fault, so that it strikes no check of what it has done.
   Fault TakeFault() { return std::exchange(disk.fault, {}); }
@@ -64,7 +61,7 @@ struct SaveWorld {
     ExpectNoTemporary();
   }
   void ExpectNoTemporary() {
-    for (const std::string& path : disk.Paths()) EXPECT_FALSE(path.ends_with(".tmp")) << path;
+    for (const auto& [path, file] : disk.files) EXPECT_FALSE(path.ends_with(".tmp")) << path;
   }
   /// What holds when a save was refused before it has touched anything.
   void ExpectRefusal(const std::string& message) {
@@ -78,7 +75,7 @@ struct SaveWorld {
   MemoryDisk& disk = world.disk;
   bool is20D;
   std::string source;
-  SaveJob job = {.sourcePath = kSource, .targetPath = kTarget, .firstBlock = 1, .lastBlock = 2};
+  SaveJob job = {.sourcePath = kSource, .targetPath = kTarget};
   FakeProgress progress;
   SaveResult result;
 };

@@ -42,7 +42,6 @@ class FakeDates : public platform::DateText {
  public:
   enum class Style {
     kUs,         ///< "1/31/2003 3:04:05 PM"
-    k24Hour,     ///< "1/31/2003 15:04:05"
     kGerman,     ///< "31.01.2003 15:04:05"
     kUnreadable  ///< "31 of 1 2003, 15h04": pieces at other places, and it reads back nothing.
   };
@@ -68,8 +67,8 @@ class FakeDates : public platform::DateText {
  private:
   /// What `strftime` and `strptime` call the style's text.
   const char* Pattern() const {
-    constexpr const char* kPatterns[] = {"%-m/%-d/%Y %-I:%M:%S %p", "%-m/%-d/%Y %-H:%M:%S",
-                                         "%d.%m.%Y %H:%M:%S", "%-d of %-m %Y, %-Hh%M"};
+    constexpr const char* kPatterns[] = {"%-m/%-d/%Y %-I:%M:%S %p", "%d.%m.%Y %H:%M:%S",
+                                         "%-d of %-m %Y, %-Hh%M"};
     return kPatterns[static_cast<int>(style)];
   }
 };
@@ -113,8 +112,8 @@ class FakeDesktop : public platform::Desktop {
   std::int16_t ScanUnicodeKey(char16_t unit) override {
     constexpr std::int16_t kShift = 0x100;
     // Characters other than letters, without and with Shift, and their keys.
-    constexpr std::u16string_view kPlain = u"0123456789[\\]", kShifted = u")!@#$%^&*({|}";
-    constexpr char kKeys[] = "0123456789\xDB\xDC\xDD";
+    constexpr std::u16string_view kPlain = u"0123456789[\\]/", kShifted = u")!@#$%^&*({|}?";
+    constexpr char kKeys[] = "0123456789\xDB\xDC\xDD\xBF";
     if (unit == ' ' || unit == '\r' || unit == '\t') return static_cast<std::int16_t>(unit);
     if (unit >= 'a' && unit <= 'z') return static_cast<std::int16_t>(unit - 'a' + 'A');
     if (unit >= 'A' && unit <= 'Z') return static_cast<std::int16_t>(unit | kShift);

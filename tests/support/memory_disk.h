@@ -59,10 +59,10 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   Limits largest;
   /// Folders that are, with what lies below them, a volume of their own ("F:").
   std::map<std::string, std::string, CaseBlind> mounts;
-  /// Folders in which no new file can be made.
-  std::set<std::string, CaseBlind> protectedFolders;
   /// So many of the next calls of `Rename` fail, and their files stay as they are.
   int refusedRenames = 0;
+  /// By their paths; a linked file is there by several.
+  std::map<std::string, std::shared_ptr<File>, CaseBlind> files;
   /// Bytes read and calls of `Read` so far.
   std::uint64_t totalRead = 0;
   int reads = 0;
@@ -70,11 +70,11 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   /// Puts a file there, its folders included.
   void Put(const std::string& path, std::string bytes) { NewFile(path) = std::move(bytes); }
   /// Gives a file another name, as a hard link does.
-  void Link(const std::string& from, const std::string& to) { files_[to] = At(from); }
+  void Link(const std::string& from, const std::string& to) { files[to] = At(from); }
   /// The file of this path; null when there is none.
   std::shared_ptr<File> At(const std::string& path) const {
-    const auto found = files_.find(path);
-    return found == files_.end() ? nullptr : found->second;
+    const auto found = files.find(path);
+    return found == files.end() ? nullptr : found->second;
   }
   /// The bytes of a file that is there, for as long as it stays as it is.
   std::string_view View(const std::string& path) const { return At(path)->bytes; }
@@ -85,18 +85,12 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   /// Takes a file away and answers its bytes; nothing when there is no such file.
   std::string Take(const std::string& path) {
     const auto file = At(path);
-    files_.erase(path);
+    files.erase(path);
     return file ? std::move(file->bytes) : "";
-  }
-  /// Paths of all files.
-  std::vector<std::string> Paths() const {
-    std::vector<std::string> paths;
-    for (const auto& [path, file] : files_) paths.push_back(path);
-    return paths;
   }
   /// What a loss of power does: what was written since the last flush is gone.
   void LoseUnflushed() {
-    for (const auto& [path, file] : files_) {
+    for (const auto& [path, file] : files) {
       file->bytes.resize(file->bytes.size() - file->unflushed);
       file->unflushed = 0;
     }
@@ -186,8 +180,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     if (handle->file != At(from) || !HasRoomFor(to)) return false;
     if (!IsSamePath(handle->file->volume, VolumeOf(to))) return false;
     if (refusedRenames-- > 0) return false;
-    files_.erase(from);
-    files_[to] = handle->file;
+    files.erase(from);
+    files[to] = handle->file;
     return true;
   }
 
@@ -210,7 +204,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   bool Remove(const std::string& path) override { return !Fails("remove") && Delete(path); }
 
   std::string MakeTemporary(const std::string& folder, const std::string& prefix) override {
-    if (Fails("temporary name") || !TakesNewFiles(folder)) return "";
+    if (Fails("temporary name") || !IsFolder(folder)) return "";
     const std::string path =
         Trimmed(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
     Put(path, "");
@@ -282,7 +276,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
 
   std::vector<std::string> FilesBelow(const std::string& folder) override {
     std::vector<std::string> paths;
-    for (const auto& [path, file] : files_)
+    for (const auto& [path, file] : files)
       if (IsIn(folder, path)) paths.push_back(path);
     return paths;
   }
@@ -325,21 +319,18 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     const std::string folder = Trimmed(path);
     return folder.empty() || folder == DriveOf(folder) || folders_.contains(folder);
   }
-  bool TakesNewFiles(const std::string& folder) const {
-    return IsFolder(folder) && !protectedFolders.contains(folder);
-  }
 
   bool Delete(const std::string& path) {
     const auto file = At(path);
     if (!file || file->handles > 0) return false;
-    files_.erase(path);
+    files.erase(path);
     return true;
   }
   /// Makes an empty file, its folders included, and answers its bytes.
   std::string& NewFile(const std::string& path) {
     for (std::string folder = ParentOf(path); !folder.empty(); folder = ParentOf(folder))
       folders_.insert(folder);
-    auto& file = files_[path] = std::make_shared<File>();
+    auto& file = files[path] = std::make_shared<File>();
     file->permissions = ParentOf(path);
     file->volume = VolumeOf(path);
     return file->bytes;
@@ -364,11 +355,10 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   }
   /// Whether a file or folder can be made there: its folder exists, and the name is free.
   bool HasRoomFor(const std::string& path) const {
-    return !path.empty() && !Exists(path) && TakesNewFiles(ParentOf(path));
+    return !path.empty() && !Exists(path) && IsFolder(ParentOf(path));
   }
   bool Exists(const std::string& path) const { return At(path) || IsFolder(path); }
 
-  std::map<std::string, std::shared_ptr<File>, CaseBlind> files_;
   std::set<std::string, CaseBlind> folders_;
   std::map<std::intptr_t, Handle> handles_;
   std::intptr_t nextHandle_ = 0;  // A handle of 0 is as good as any other.

@@ -5,10 +5,6 @@
 
 namespace {
 
-void Demand(bool holds, const std::string& what) {
-  if (!holds) throw std::out_of_range(what);
-}
-
 std::string WithoutZeros(const std::uint8_t* begin, const std::uint8_t* end) {
   while (end > begin && end[-1] == 0) --end;
   return {begin, end};
@@ -28,16 +24,14 @@ tools::Image CopyOf(const tools::StoredBlock& block, const tools::StoredImage& i
 
 }  // namespace
 
+void Demand(bool holds, const std::string& what) {
+  if (!holds) throw std::out_of_range("broken: " + what);
+}
+
 std::string Picture(int bytes, int seed) {
   std::string picture = tools::Random(static_cast<std::uint64_t>(seed)).Text(bytes);
   if (bytes > 0 && picture.back() == 0) picture.back() = '!';
   return picture;
-}
-
-std::ostream& tools::operator<<(std::ostream& out, const Image& image) {
-  return out << "camera " << image.camera << " at " << image.seconds << ", " << image.bytes.size()
-             << " bytes, title '" << image.title << "', text '" << image.text << "', "
-             << image.sound.size() << " of sound, flags " << image.flags;
 }
 
 const tools::Layout& LayoutOf(int type) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,13 +12,11 @@
 /// Recordings in memory, built and read with the tools' own idea of the layout: what the program
 /// writes is compared with it.
 
+/// Throws `std::out_of_range` where a promise does not hold.
+void Demand(bool holds, const std::string& what);
+
 /// Deterministic image bytes that end in a byte other than zero; `seed` tells images apart.
 std::string Picture(int bytes, int seed = 1);
-
-namespace tools {
-/// So that a failed comparison tells which image it was.
-std::ostream& operator<<(std::ostream& out, const Image& image);
-}  // namespace tools
 
 /// What a block is to hold.
 struct BlockPlan {

@@ -1,0 +1,117 @@
+// Drives the writer with any sequence of images and reads its file back: what a block can hold
+// comes back as it was, and whatever is refused changes nothing.
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
+
+#include "capture/clsCreate60D.h"
+#include "capture/mdlFileProcessing.h"
+#include "platform/runtime_error.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/recordings.h"
+
+namespace {
+
+constexpr char kTarget[] = "C:\\Trimbrook\\new.60D";
+
+/// What the writer is called with.
+struct Call {
+  tools::Image image;
+  std::int32_t start, size, soundSectors;
+};
+
+/// The most bytes for which an empty block has room beside the image's text and sound.
+int MostBytes(const tools::Layout& layout, const Call& call) {
+  const int sectors = call.soundSectors + (call.image.text.empty() ? 0 : 1);
+  return layout.trailer - tools::kTailBytes - 1 - sectors * tools::kSectorBytes;
+}
+
+std::int32_t SizeOf(FuzzedDataProvider& data, int most) {
+  constexpr int kSector = tools::kSectorBytes;
+  switch (data.ConsumeIntegralInRange(0, 3)) {
+    case 0:
+      return most + data.ConsumeIntegralInRange(-1, 1);
+    case 1:  // Where a block that holds another image already may have no room.
+      return most - kSector * data.ConsumeIntegralInRange(0, 8);
+    case 2:
+      return data.ConsumeIntegral<std::int32_t>();
+    default:  // Where a tail just fits into the last sector.
+      return kSector * data.ConsumeIntegralInRange(0, 3) + data.PickValueInArray({0, 1, 455, 456});
+  }
+}
+
+Call NextCall(FuzzedDataProvider& data, const tools::Layout& layout, std::size_t number) {
+  Call call = {};
+  tools::Image& image = call.image;
+  image.camera = data.ConsumeIntegralInRange(-1, 16);
+  image.seconds = data.ConsumeIntegral<std::int32_t>();
+  image.flags = data.ConsumeIntegralInRange(-1, 4);
+  image.title = std::string(data.PickValueInArray({0, 5, tools::kTailTitleBytes, 49}), 'T');
+  image.text = std::string(data.PickValueInArray({0, 1, tools::kTextBytes, 501}), 't');
+  call.start = data.ConsumeIntegralInRange(-1, 14);
+  call.soundSectors = data.ConsumeBool() ? data.ConsumeIntegralInRange(-1, 32) : 0;
+  call.size = SizeOf(data, MostBytes(layout, call));
+  image.sound = Picture(std::max(call.soundSectors, 0) * tools::kSectorBytes);
+  static const std::string noise = Picture(static_cast<int>(tools::kBlockBytes) + 1000);
+  // The last byte is none of a padding's.
+  const int most = std::min(call.size, layout.trailer);
+  image.bytes = most > 0 ? noise.substr(number % 1000, most - 1) + '!' : "";
+  return call;
+}
+
+bool IsFit(const tools::Layout& layout, const Call& call) {
+  const auto& [image, start, size, soundSectors] = call;
+  return start >= 0 && size >= 0 && size <= MostBytes(layout, call) && soundSectors >= 0 &&
+         soundSectors < 32 && image.camera >= 0 && image.camera < 16 &&
+         image.title.size() <= tools::kTailTitleBytes && image.text.size() <= tools::kTextBytes;
+}
+
+/// Whether the writer has taken the image.
+bool Add(clsCreate60D& writer, const Call& call) {
+  const auto& [image, start, size, soundSectors] = call;
+  const std::string bytes = std::string("<<<<<<<<<<<<<<", std::max(start, 0)) + image.bytes;
+  try {
+    writer.AddDataTo60DFile(reinterpret_cast<const std::uint8_t*>(bytes.data()), start, size,
+                            static_cast<std::int16_t>(image.flags), image.title, image.text,
+                            image.seconds, image.camera, soundSectors,
+                            reinterpret_cast<const std::uint8_t*>(image.sound.data()));
+    return true;
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  FuzzedDataProvider data(bytes, size);
+  const bool is20D = mdlFileProcessing::bln20D = data.ConsumeBool();
+  const tools::Layout& layout = tools::FormOf(is20D);
+  FakePlatform world;
+  static std::string room;  // Kept from run to run: fresh pages are what a run would wait for.
+  world.disk.Put(kTarget, std::move(room));
+  NewFile file(world.system, NewFile::Place::kOwnName, [] { return true; });
+  clsCreate60D writer(file);
+  Demand(writer.Create60DFile(kTarget), "the file is created");
+  std::vector<tools::Image> given;
+  while (data.remaining_bytes() > 0 && writer.GetCurrentFileSize() < 2 * tools::kBlockBytes) {
+    const Call call = NextCall(data, layout, given.size());
+    const bool isTaken = Add(writer, call);
+    Demand(isTaken == IsFit(layout, call), "what fits is taken, and nothing else");
+    if (isTaken) given.push_back(call.image);
+  }
+  writer.Close60dFile();
+  Demand(!writer.HasFailed() && world.disk.OpenHandles() == 0, "the file is closed and whole");
+  const auto stored = ImagesOf(world.disk.View(kTarget), is20D);
+  Demand(stored.size() == given.size(), "no image is missing");
+  for (std::size_t i = 0; i < stored.size(); ++i) {
+    tools::Image& image = given[i];
+    if (image.flags < 0 || image.flags > 3) image.flags = 0;
+    // A longer title before it may leave its end behind.
+    if (stored[i].title.starts_with(image.title)) image.title = stored[i].title;
+    Demand(stored[i] == image, "an image comes back");
+  }
+  room = world.disk.Take(kTarget);
+  return 0;
+}
