@@ -22,13 +22,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kWorker[] = "build/mingw/benchmarks/bench_window.exe";
 constexpr int kBlocksOf1GiB = 512;
 constexpr int kBlocksOf100GiB = 100 * kBlocksOf1GiB;
 constexpr int kSmallImages = 246;  // In a block: 8 KB each.
 constexpr int kLargeImages = 32;   // 64 KB each.
 constexpr int kAllCameras = 16;
-constexpr double kMostSilence = 0.25;
 
 /// A folder that is written to, as this system and as the program have it.
 struct Folder {
@@ -63,13 +61,8 @@ class Bench {
     PrintLine("camera index, 100 GiB", "engine", "%.3f s", engine::Index(source_, kBlocksOf100GiB));
     PrintLine("  memory an image", "engine", "%.1f bytes",
               (engine::Heap() - scanned) / kBlocksOf100GiB / kSmallImages, 32);
-    Measured opening;
-    std::vector<double> seconds;
-    for (int round = 0; round < kRounds; ++round) {
-      opening = program_.Do("open C:\\bench\\source.60D");
-      seconds.push_back(opening.seconds);
-      Note(opening);
-    }
+    std::vector<double> seconds(kRounds);
+    for (double& round : seconds) round = Note(program_.Do("open C:\\bench\\source.60D"));
     PrintLine("opening, 100 GiB", "window", "%.3f s", Median(seconds), 0.5);
     PrintSilence("opening");
   }
@@ -88,12 +81,10 @@ class Bench {
   }
 
   void PrintCancel(const Folder& folder) {
-    std::vector<double> seconds;
-    for (int round = 0; round < kRounds; ++round) {
+    std::vector<double> seconds(kRounds);
+    for (double& round : seconds) {
       Clear(folder);
-      const Measured cancelled = program_.Do("cancel " + folder.inWine + "target.60D");
-      seconds.push_back(cancelled.seconds);
-      Note(cancelled);
+      round = Note(program_.Do("cancel " + folder.inWine + "target.60D"));
     }
     PrintLine("Cancel to the window gone, " + folder.name, "window", "%.3f s",
               *std::max_element(seconds.begin(), seconds.end()), 0.5);
@@ -129,10 +120,8 @@ class Bench {
   void PrintSave(const std::string& figure, const Folder& folder, int cameras, double limit) {
     const Job window = [&] {
       Clear(folder);
-      const Measured save =
-          program_.Do("save " + std::to_string(cameras) + " " + folder.inWine + "target.60D");
-      Note(save);
-      return save.seconds;
+      const std::string target = folder.inWine + "target.60D";
+      return Note(program_.Do("save " + std::to_string(cameras) + " " + target));
     };
     const Job alone = [&] { return engine::Save(source_, Clear(folder), cameras, kBlocksOf1GiB); };
     const Job dd = [&] {
@@ -151,17 +140,20 @@ class Bench {
     Clear(folder);
   }
 
-  void Note(const Measured& job) { silence_ = std::max(silence_, job.silence); }
+  /// Keeps the longest silence of all jobs, and answers the job's seconds.
+  double Note(const Measured& job) {
+    silence_ = std::max(silence_, job.silence);
+    return job.seconds;
+  }
 
   void PrintSilence(const std::string& work) {
-    PrintLine("longest time without an answer, " + work, "window", "%.3f s", silence_,
-              kMostSilence);
+    PrintLine("longest time without an answer, " + work, "window", "%.3f s", silence_, 0.25);
     silence_ = 0;
   }
 
   Folder home_;
   fs::path source_;
-  Program program_{{"wine", kWorker}};
+  Program program_{{"wine", "build/mingw/benchmarks/bench_window.exe"}};
   double silence_ = 0;
 };
 
@@ -176,7 +168,7 @@ int main(int argc, char** argv) {
   }
   const fs::path driveC = fs::path(prefix) / "drive_c";
   Bench bench(driveC);
-  PrintHead();
+  std::printf("%-56s %-7s %12s %12s\n", "figure", "where", "value", "at most");
   if (table == "start") {
     bench.PrintStart(driveC);
   } else {

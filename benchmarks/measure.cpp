@@ -79,10 +79,6 @@ std::vector<Comparison> Compare(const std::vector<Job>& jobs, const Job& rival) 
   return results;
 }
 
-void PrintHead() {
-  std::printf("%-56s %-7s %12s %12s\n", "figure", "where", "value", "at most");
-}
-
 void PrintLine(const std::string& figure, const std::string& where, const char* format,
                double value, double limit) {
   char shown[32] = "";

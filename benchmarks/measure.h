@@ -36,9 +36,8 @@ std::vector<Comparison> Compare(const std::vector<Job>& jobs, const Job& rival);
 /// How often each job is measured.
 inline constexpr int kRounds = 5;
 
-/// Prints the head of the table, and one line of it. `where` is where it was measured, `limit` the
-/// most that `value` may be, 0 for none; both are shown by `format`.
-void PrintHead();
+/// Prints a line of the table. `where` is where it was measured, `limit` the most that `value` may
+/// be, 0 for none; both are shown by `format`.
 void PrintLine(const std::string& figure, const std::string& where, const char* format,
                double value, double limit = 0);
 /// Whether a printed figure has missed its target.

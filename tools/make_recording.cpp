@@ -134,10 +134,8 @@ int Run(int argc, char** argv) {
   if (request.help) return PrintHelp();
   if (files.size() != 1) throw std::invalid_argument("one file name is wanted");
   Complete(request, IsNameOf20D(files[0]));
-  Recorder recorder(request.wishes);
-  recorder.Record(files[0]);
-  std::cout << files[0] << ": " << request.wishes.blocks << " blocks, " << recorder.ImageCount()
-            << " images\n";
+  const std::uint32_t images = Record(request.wishes, files[0]);
+  std::cout << files[0] << ": " << request.wishes.blocks << " blocks, " << images << " images\n";
   return 0;
 }
 

@@ -40,32 +40,8 @@ struct Wishes {
   }
 };
 
-/// Writes a recording as a recorder would: whole blocks one after the other.
-class Recorder {
- public:
-  explicit Recorder(const Wishes& wishes) : wishes_(wishes), builder_(wishes.style) {}
-
-  /// Writes the file. Throws `std::runtime_error` when that fails.
-  void Record(const std::string& path);
-  /// Images written.
-  std::uint32_t ImageCount() const { return imageCount_; }
-
- private:
-  bool IsDense(int block) const;
-  /// An image of the camera whose turn it is, of the present time, without contents.
-  Image BareImage(std::uint32_t turn) const;
-  Image NextImage();
-  void AddImages();
-  void FillUp();
-  void AddHole(int block);
-  const Bytes& MakeBlock(int block);
-
-  const Wishes& wishes_;
-  Random random_{kSeed};  ///< For damage.
-  BlockBuilder builder_;
-  const Layout* layout_ = nullptr;  ///< Of the block that is being made.
-  Bytes damaged_;
-  std::uint32_t imageCount_ = 0;
-};
+/// Writes a recording and answers the number of its images. Throws `std::runtime_error` when that
+/// fails.
+std::uint32_t Record(const Wishes& wishes, const std::string& path);
 
 }  // namespace tools

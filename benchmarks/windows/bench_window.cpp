@@ -110,7 +110,7 @@ class Jobs {
   }
 
   Result Cancel(const std::string& target) {
-    const Window window = Begin(kAllCameras, target);
+    const Window window = Begin(16, target);
     Silence silence(program_->main());
     const Window percent = window.Control(IDC_frmSaveFile_Label3);
     Await("some percent", [&] { return std::atoi(percent.Text().c_str()) >= 5; });
@@ -133,7 +133,6 @@ class Jobs {
     return window;
   }
 
-  static constexpr int kAllCameras = 16;
   std::unique_ptr<Trimbrook> program_;
 };
 
