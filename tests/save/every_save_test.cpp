@@ -30,6 +30,7 @@ TEST_P(EverySave, CancelAtEveryBlockRemovesWhatIsThere) {
     SaveWorld save(recording);
     save.progress.cancelBefore = block;
     EXPECT_EQ(save.Run(GetParam(), 1, kMany), SaveEnd::kCancelled);
+    EXPECT_EQ(save.progress.done, block - 1);
     // Before the first image it is not certain that there is anything to write.
     EXPECT_EQ(save.disk.HasFile(kTarget), GetParam() != kWholeBlocks && block == 1);
     EXPECT_THAT(save.progress.messages, testing::IsEmpty());
