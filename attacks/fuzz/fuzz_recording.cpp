@@ -21,7 +21,6 @@ constexpr char kSource[] = "C:\\Recordings\\source.60D";
 constexpr char kTarget[] = "C:\\Recordings\\target.60D";
 
 constexpr int kMostBlocks = 3;
-constexpr auto kBlock = static_cast<std::size_t>(tools::kBlockBytes);
 constexpr char kTableTitle[] = "Table";
 
 tools::BlockBuilder& Builder() {

@@ -53,7 +53,7 @@ Call NextCall(FuzzedDataProvider& data, const tools::Layout& layout, std::size_t
   call.soundSectors = data.ConsumeBool() ? data.ConsumeIntegralInRange(-1, 32) : 0;
   call.size = SizeOf(data, MostBytes(layout, call));
   image.sound = Picture(std::max(call.soundSectors, 0) * tools::kSectorBytes);
-  static const std::string noise = Picture(static_cast<int>(tools::kBlockBytes) + 1000);
+  static const std::string noise = Picture(kBlock + 1000);
   // The last byte is none of a padding's.
   const int most = std::min(call.size, layout.trailer);
   image.bytes = most > 0 ? noise.substr(number % 1000, most - 1) + '!' : "";
@@ -95,7 +95,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   clsCreate60D writer(file);
   Demand(writer.Create60DFile(kTarget), "the file is created");
   std::vector<tools::Image> given;
-  while (data.remaining_bytes() > 0 && writer.GetCurrentFileSize() < 2 * tools::kBlockBytes) {
+  while (data.remaining_bytes() > 0 && writer.GetCurrentFileSize() < 2 * kBlock) {
     const Call call = NextCall(data, layout, given.size());
     const bool isTaken = Add(writer, call);
     Demand(isTaken == IsFit(layout, call), "what fits is taken, and nothing else");

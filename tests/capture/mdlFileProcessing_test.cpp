@@ -104,6 +104,7 @@ TEST_F(Source, HasNoSizeThatNoRecordingHas) {
 }
 
 TEST_F(Source, HasTheCamerasOfTheRange) {
+  using Masks = std::vector<std::int32_t>;
   for (const int type : {0x00, 0x10, 0x20, 0x30, 0x60}) {
     std::vector<BlockPlan> blocks;
     for (const int camera : {0, 1, 4, 15})
@@ -111,13 +112,13 @@ TEST_F(Source, HasTheCamerasOfTheRange) {
     if (type == 0x20) blocks.push_back({.images = {{.camera = 16}, {.camera = 31}}});
     Scan(Recording(type, blocks), type == 0x60);
     CheckAvailability(disk, "r", 2, 100);
+    Masks low = {0x0006, 0x0014, 0x8004}, high;
     if (type == 0x20) {
-      EXPECT_THAT(AsVector(lngCamMask), ElementsAre(0x0006, 0x0014, 0x8004, 0));
-      EXPECT_THAT(AsVector(lngCamMaskAlt), ElementsAre(0, 0, 0, 0x8001));
-    } else {
-      EXPECT_THAT(AsVector(lngCamMask), ElementsAre(0x0006, 0x0014, 0x8004)) << type;
-      EXPECT_EQ(lngCamMaskAlt.UpperBound(), 0);
+      low.push_back(0);
+      high = {0, 0, 0, 0x8001};
     }
+    EXPECT_EQ(AsVector(lngCamMask), low) << type;
+    EXPECT_EQ(AsVector(lngCamMaskAlt), high) << type;
     CheckAvailability(disk, "r", -1, 1);
     EXPECT_EQ(lngCamMask.UpperBound(), 1);
     CheckAvailability(disk, "r", 3, 2);
@@ -148,6 +149,7 @@ TEST_F(Source, IsClosedAndToldOfWhateverCallFails) {
 TEST_F(Source, IsReadWithABreathFiftyTimesASecondUntilItIsStopped) {
   disk.claimed = std::uint64_t{200} * format::kBlockSize;
   FakeClock clock;
+  clock.step = std::chrono::milliseconds(6);
   std::vector<int> breaths;
   const auto read = [&](bool scan, int lastBreath) {
     breaths.clear();
@@ -160,11 +162,7 @@ TEST_F(Source, IsReadWithABreathFiftyTimesASecondUntilItIsStopped) {
                 : CheckAvailability(disk, "r", 1, 200, &breathing);
   };
   for (const bool scan : {true, false}) {
-    clock.step = FakeClock::Duration::zero();
     EXPECT_EQ(Scan(""), ReadEnd::kDone);
-    EXPECT_EQ(read(scan, 200), ReadEnd::kDone);
-    EXPECT_THAT(breaths, ElementsAre());
-    clock.step = std::chrono::milliseconds(6);
     EXPECT_EQ(read(scan, 8), ReadEnd::kStopped);
     EXPECT_THAT(breaths, ElementsAre(4, 8));
     EXPECT_EQ((scan ? lngBlockStart : lngCamMask).UpperBound(), 0);

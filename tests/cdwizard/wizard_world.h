@@ -70,7 +70,6 @@ class FakeWizardView : public WizardView {
 };
 
 inline constexpr char kSource[] = "C:\\Rec\\cam.60D";
-inline constexpr std::size_t kBlock = 2097152;
 
 /// Three blocks with an image of each of three cameras.
 inline const std::string& ThreeBlocks() {

@@ -50,15 +50,13 @@ TEST_F(TimeRange, KeepsTheBlocksThatTheTimesFallInto) {
 }
 
 TEST_F(TimeRange, RefusesTimesOutsideTheBlocksTimes) {
-  const auto outside = [](const std::string& which) {
-    return "The " + which +
-           " Time you selected falls outside the time range of the sorce file. Please select a "
-           "new time!";
-  };
-  EXPECT_EQ(TimeRangeRefusal(999, 1200), outside("Start"));
-  EXPECT_EQ(TimeRangeRefusal(1201, 1299), outside("Start"));
-  EXPECT_EQ(TimeRangeRefusal(1000, 1098), outside("End"));
-  EXPECT_EQ(TimeRangeRefusal(1000, 1300), outside("End"));
+  const std::string outside =
+      " Time you selected falls outside the time range of the sorce file. Please select a new "
+      "time!";
+  EXPECT_EQ(TimeRangeRefusal(999, 1200), "The Start" + outside);
+  EXPECT_EQ(TimeRangeRefusal(1201, 1299), "The Start" + outside);
+  EXPECT_EQ(TimeRangeRefusal(1000, 1098), "The End" + outside);
+  EXPECT_EQ(TimeRangeRefusal(1000, 1300), "The End" + outside);
   EXPECT_STREQ(TimeRangeRefusal(1150, 1150), "The Start Time should be earlier than the End Time!");
 }
 

@@ -164,7 +164,6 @@ TEST_P(EverySave, RefusalsAreToldOnceAndHarmNothing) {
       {"block 0", kReadError, 0, kTarget},
       {"no source", kReadError, 1, kTarget, "C:\\gone.60D"},
       {"source as target", kWriteError, 1, kSource},
-      {"source in capitals", kWriteError, 1, "C:\\RECORDINGS\\DOOR.60D"},
       {"link to the source", kWriteError, 1, kLink},
       {"hidden target", kWriteError, 1, kHidden},
       {"no folder", kWriteError, 1, "C:\\nowhere\\part.60D"},

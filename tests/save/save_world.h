@@ -15,7 +15,6 @@
 
 constexpr char kSource[] = "C:\\Recordings\\door.60D";
 constexpr char kTarget[] = "C:\\Saved\\part.60D";
-constexpr std::size_t kBlock = 2097152;
 
 /// Chooses whole blocks instead of cameras.
 constexpr std::int32_t kWholeBlocks = 0;

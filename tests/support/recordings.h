@@ -18,6 +18,9 @@ void Demand(bool holds, const std::string& what);
 /// Deterministic image bytes that end in a byte other than zero; `seed` tells images apart.
 std::string Picture(int bytes, int seed = 1);
 
+/// Bytes of a block.
+inline constexpr std::size_t kBlock = 2097152;
+
 /// What a block is to hold.
 struct BlockPlan {
   std::vector<tools::Image> images = {};

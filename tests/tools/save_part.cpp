@@ -16,14 +16,6 @@
 
 namespace {
 
-bool Scan(PosixDisk& disk, const SaveJob& job) {
-  FakeDates dates;
-  mdlFileProcessing::bln20D = tools::IsNameOf20D(job.sourcePath);
-  const auto end = mdlFileProcessing::ScanSourceFile(disk, dates, job.sourcePath);
-  mdlFileProcessing::CheckAvailability(disk, job.sourcePath, job.firstBlock, job.lastBlock);
-  return end == mdlFileProcessing::ReadEnd::kDone;
-}
-
 bool Save(PosixDisk& disk, const SaveJob& job) {
   const std::string folder = std::filesystem::absolute(job.targetPath).parent_path();
   FakePlatform outside;
@@ -54,5 +46,9 @@ int main(int argc, char** argv) {
       .lastBlock = std::atoi(argv[4]),
       .mode = argc > 5 ? SaveJob::Mode::kChosenCameras : SaveJob::Mode::kWholeBlocks};
   PosixDisk disk;
-  return Scan(disk, job) && Save(disk, job) ? 0 : 1;
+  FakeDates dates;
+  mdlFileProcessing::bln20D = tools::IsNameOf20D(job.sourcePath);
+  const auto end = mdlFileProcessing::ScanSourceFile(disk, dates, job.sourcePath);
+  mdlFileProcessing::CheckAvailability(disk, job.sourcePath, job.firstBlock, job.lastBlock);
+  return end == mdlFileProcessing::ReadEnd::kDone && Save(disk, job) ? 0 : 1;
 }
