@@ -9,8 +9,6 @@ namespace driver {
 /// How long a condition may take to come true, in milliseconds: far longer than ever needed, so
 /// that a busy machine or a slow disk fails no test.
 inline constexpr DWORD kPatience = 120'000;
-/// How often something is begun again that depends on being quick enough.
-inline constexpr int kAttempts = 20;
 
 /// Raises an error that says what did not come, and leaves a picture of the screen.
 [[noreturn]] void RaiseTimeout(const std::string& what);

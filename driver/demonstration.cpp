@@ -10,20 +10,18 @@ namespace driver {
 namespace {
 
 /// Says what has been done and leaves a picture of it.
-void Show(const std::string& what, const std::string& name) {
-  static int step = 0;
-  const std::string number = std::to_string(++step);
-  std::printf("%2d. %s\n", step, what.c_str());
+void Show(const std::string& what) {
+  static char step = 'a';
+  std::printf("%c %s\n", step, what.c_str());
   std::fflush(stdout);
-  SaveScreenshot((step < 10 ? "0" : "") + number + "-" + name);
+  SaveScreenshot(std::string(1, step++) + " " + what);
 }
 
 /// Saves what is chosen and shows the progress window when it is done.
-void SaveAs(const Trimbrook& program, const std::string& target, const std::string& what,
-            const std::string& name) {
+void SaveAs(const Trimbrook& program, const std::string& target, const std::string& what) {
   program.ChooseTarget(target);
   program.Save();
-  Show(what, name);
+  Show("Saved " + what);
   program.LeaveSave();
 }
 
@@ -31,30 +29,29 @@ void SaveAs(const Trimbrook& program, const std::string& target, const std::stri
 TEST(Demonstration, MainJob) {
   const Trimbrook program;
   BringToFront(program.main());
-  Show("Started", "started");
+  Show("Started");
 
   const std::string wavelet = Recording("sample.60D");
   program.OpenSource(wavelet);
-  Show("Opened sample.60D", "opened");
+  Show("Opened sample.60D");
   program.ChooseBlocks(2, 3);
-  Show("Narrowed the range to blocks 2 to 3", "range");
-  SaveAs(program, InWork("blocks.60D"), "Saved all cameras: the blocks as they are",
-         "saved-blocks");
+  Show("Narrowed the range to blocks 2 to 3");
+  SaveAs(program, InWork("blocks.60D"), "all cameras, the blocks as they are");
   EXPECT_TRUE(HoldsBlocks(InWork("blocks.60D"), wavelet, 2, 3));
 
   program.At(IDC_frmTrimbrook_CheckCTRS).Click();
-  Show("Unfolded the custom time range", "custom-range");
+  Show("Unfolded the custom time range");
   program.At(IDC_frmTrimbrook_CheckCTRS).Click();
   program.ChooseCameras({1, 3});
-  Show("Chose cameras 1 and 3", "cameras");
-  SaveAs(program, InWork("cameras.60D"), "Saved cameras 1 and 3: rebuilt", "saved-cameras");
+  Show("Chose cameras 1 and 3");
+  SaveAs(program, InWork("cameras.60D"), "cameras 1 and 3, rebuilt");
   CheckLater({"--compare", wavelet, "--cameras", "1,3", "--blocks", "2-3", InWork("cameras.60D")});
 
   const std::string pictures = Recording("sample.20D");
   program.OpenSource(pictures);
   program.ChooseCameras({2});
-  Show("Opened sample.20D and chose camera 2", "opened-20D");
-  SaveAs(program, InWork("pictures.20D"), "Saved camera 2: rebuilt", "saved-20D");
+  Show("Opened sample.20D and chose camera 2");
+  SaveAs(program, InWork("pictures.20D"), "camera 2, rebuilt");
   CheckLater({"--compare", pictures, "--cameras", "2", InWork("pictures.20D")});
   CheckLater({"--check", InWork("pictures.20D")});
 }

@@ -97,15 +97,8 @@ void CheckLater(const std::vector<std::string>& arguments) {
 }
 
 void RunOutside(const std::string& command) {
-  std::string line = "Z:\\bin\\sh -c \"cd \\\"$WINEPREFIX\\\" && " + command + "\"";
-  STARTUPINFOA startup = {};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION process = {};
-  if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                      &process))
-    throw std::runtime_error("Cannot run " + command);
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
+  const std::string line = "Z:\\bin\\sh -c \"cd \\\"$WINEPREFIX\\\" && " + command + "\"";
+  if (WinExec(line.c_str(), SW_HIDE) <= 31) throw std::runtime_error("Cannot run " + command);
 }
 
 // Goes on without a picture in the end: it may be that of a place where one waited in vain.

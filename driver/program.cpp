@@ -3,7 +3,6 @@
 #include <dlgs.h>
 
 #include <cstdlib>
-#include <functional>
 #include <stdexcept>
 
 #include "driver/await.h"
@@ -28,7 +27,7 @@ std::string BoxText(const Window& box) {
 }  // namespace
 
 bool FileDialog::Is(const Window& window) {
-  if (window.ClassName() != "#32770") return false;
+  if (window.ClassName() != kDialogClass) return false;
   return IsWindowVisible(GetDlgItem(window.handle(), cmb13)) != FALSE;
 }
 
@@ -67,13 +66,19 @@ std::shared_ptr<void> Pause(const Window& window) {
   return thread;
 }
 
-std::shared_ptr<void> PauseInTheMidst(const Window& percentage) {
+std::shared_ptr<void> CatchInTheMidst(const std::function<Window()>& begin,
+                                      const std::function<void()>& leave) {
   // What is shown lags behind: a save may be nearer to its end than it says.
   constexpr int kNearTheEnd = 50;
-  const auto percent = [&] { return std::atoi(percentage.Text().c_str()); };
-  Await("some percent", [&] { return percent() > 0; });
-  auto pause = Pause(percentage);
-  return percent() < kNearTheEnd ? pause : nullptr;
+  constexpr int kAttempts = 20;
+  for (int attempt = 0; attempt < kAttempts; ++attempt, leave()) {
+    const Window percentage = begin();
+    const auto percent = [&] { return std::atoi(percentage.Text().c_str()); };
+    Await("some percent", [&] { return percent() > 0; });
+    const auto pause = Pause(percentage);
+    if (percent() < kNearTheEnd) return pause;
+  }
+  throw std::runtime_error("Nothing was caught in its midst");
 }
 
 std::vector<Window> WindowsOf(DWORD process) {
@@ -119,10 +124,6 @@ std::optional<Window> Program::FindShown(const std::string& className) const {
 
 Window Program::AwaitShown(const std::string& className) const {
   return *Await("window " + className, [&] { return FindShown(className); });
-}
-
-void Program::AwaitGone(const std::string& className) const {
-  Await("end of window " + className, [&] { return !FindShown(className); });
 }
 
 Message Program::AnswerMessage(int button) const {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,6 +11,9 @@
 #include "driver/window.h"
 
 namespace driver {
+
+/// The window class of message boxes and file dialogs.
+inline constexpr const char* kDialogClass = "#32770";
 
 /// What a message box said.
 struct Message {
@@ -44,9 +48,10 @@ std::vector<Window> WindowsOf(DWORD process);
 /// Has the program of a window stand still as long as the answer lives. What is posted meanwhile is
 /// there when it goes on.
 std::shared_ptr<void> Pause(const Window& window);
-/// The same when a percentage shows that the program is in the midst of something; null when it has
-/// come too near to the end of it.
-std::shared_ptr<void> PauseInTheMidst(const Window& percentage);
+/// The same in the midst of what `begin` begins, as the percentage that it answers shows. What has
+/// come too near to its end is left, and begun again.
+std::shared_ptr<void> CatchInTheMidst(const std::function<Window()>& begin,
+                                      const std::function<void()>& leave);
 
 /// A started program whose windows are worked from outside. It is ended with this object, if it
 /// still runs then.
@@ -61,8 +66,6 @@ class Program {
   std::optional<Window> FindShown(const std::string& className) const;
   /// The same, waiting for it.
   Window AwaitShown(const std::string& className) const;
-  /// Waits until no window of this class is shown.
-  void AwaitGone(const std::string& className) const;
   /// Waits for a message box, answers it with the button of this id, and waits until it is gone.
   Message AnswerMessage(int button = IDOK) const;
   /// Waits for a file dialog with this title.
@@ -77,8 +80,6 @@ class Program {
   HANDLE process() const { return process_.hProcess; }
 
  private:
-  static constexpr const char* kDialogClass = "#32770";
-
   PROCESS_INFORMATION process_ = {};
 };
 

@@ -3,7 +3,6 @@
 #include <shlobj.h>
 
 #include <algorithm>
-#include <stdexcept>
 
 #include "driver/await.h"
 #include "forms/text.h"
@@ -16,10 +15,6 @@ constexpr const char* kSaveClass = "frmSaveFile";
 constexpr int kCameras = 32;
 
 }  // namespace
-
-Message Refusal(const std::string& text) {
-  return {"Message", text};
-}
 
 Trimbrook::Trimbrook(const std::string& arguments, const std::string& program)
     : Program('"' + program + '"' + arguments), main_(AwaitShown(kMainClass)) {
@@ -55,9 +50,13 @@ void Trimbrook::ChooseCameras(const std::vector<int>& cameras) const {
         .Tick(std::find(cameras.begin(), cameras.end(), camera) != cameras.end());
 }
 
+FileDialog Trimbrook::OpenDialog(int button) const {
+  At(button).ClickAndGoOn();
+  return AwaitFileDialog(button == IDC_frmTrimbrook_Command1 ? kSourceDialog : kTargetDialog);
+}
+
 void Trimbrook::AnswerSourceDialog(const std::string& path) const {
-  At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
-  const FileDialog dialog = AwaitFileDialog("Select Source File");
+  const FileDialog dialog = SourceDialog();
   dialog.Accept(path);
   dialog.AwaitGone();
 }
@@ -88,8 +87,7 @@ void Trimbrook::AwaitSource(const std::string& path) const {
 
 void Trimbrook::ChooseTarget(const std::string& path) const {
   const bool exists = FileExists(path);
-  At(IDC_frmTrimbrook_Command2).ClickAndGoOn();
-  const FileDialog dialog = AwaitFileDialog("Save New File");
+  const FileDialog dialog = TargetDialog();
   dialog.Accept(path);
   if (exists) AnswerMessage(IDYES);
   dialog.AwaitGone();
@@ -149,18 +147,20 @@ Window Trimbrook::AwaitDone() const {
 }
 
 std::shared_ptr<void> Trimbrook::CatchSave() const {
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    if (auto pause = PauseInTheMidst(StartSave().Control(IDC_frmSaveFile_Label3))) return pause;
-    AwaitDone();
-    LeaveSave();
-  }
-  throw std::runtime_error("No save was caught in its midst");
+  return CatchInTheMidst([this] { return StartSave().Control(IDC_frmSaveFile_Label3); },
+                         [this] {
+                           AwaitDone();
+                           LeaveSave();
+                         });
+}
+
+void Trimbrook::AwaitGone(const std::string& className) const {
+  Await("end of " + className, [&] { return !FindShown(className) && main_.IsEnabled(); });
 }
 
 void Trimbrook::LeaveSave() const {
   AwaitShown(kSaveClass).Control(IDC_frmSaveFile_cmdCancel).ClickAndGoOn();
   AwaitGone(kSaveClass);
-  Await("main window", [&] { return main_.IsEnabled(); });
 }
 
 }  // namespace driver

@@ -37,6 +37,9 @@ class Trimbrook : public Program {
   /// Ticks exactly these cameras among those that can be ticked.
   void ChooseCameras(const std::vector<int>& cameras) const;
 
+  /// Opens the dialog for a source, or for a target.
+  FileDialog SourceDialog() const { return OpenDialog(IDC_frmTrimbrook_Command1); }
+  FileDialog TargetDialog() const { return OpenDialog(IDC_frmTrimbrook_Command2); }
   /// Answers the source dialog with this path, whatever comes of it.
   void AnswerSourceDialog(const std::string& path) const;
   /// Drops files onto the main window.
@@ -68,16 +71,24 @@ class Trimbrook : public Program {
   /// Saves, again and again if need be, until a save is caught: it stands still in its midst as
   /// long as the answer lives. It takes a long recording.
   std::shared_ptr<void> CatchSave() const;
+  /// Waits until the modal window of this class is gone and the main window can be used.
+  void AwaitGone(const std::string& className) const;
   /// Leaves the progress window by its last button.
   void LeaveSave() const;
 
  private:
+  FileDialog OpenDialog(int button) const;
+
   Window main_;
 };
 
 /// A box as the program shows its refusals.
-Message Refusal(const std::string& text);
+inline Message Refusal(const std::string& text) {
+  return {"Message", text};
+}
 
+inline constexpr const char* kSourceDialog = "Select Source File";
+inline constexpr const char* kTargetDialog = "Save New File";
 inline constexpr const char* kDone = "File saving has been done!";
 inline constexpr const char* kNoSource = "Please select the source file first!";
 inline constexpr const char* kInvalidSource = "This file is not a valid source file!";

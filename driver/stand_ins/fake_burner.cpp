@@ -1,30 +1,25 @@
 #include <windows.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
 // Stands for the outside burning programs: shows a window with the name of its own executable,
 // notes beside that that it was started and each key that it gets, and puts up the eject dialog
-// once the file "eject" lies there.
+// when it is told to by WM_APP.
 namespace {
 
-std::string folder, name;
+const std::filesystem::path program = _pgmptr;
 
 void Note(const std::string& line) {
-  std::ofstream(folder + name + ".log", std::ios::app) << line << '\n';
+  std::ofstream(std::filesystem::path(program).replace_extension("log"), std::ios::app)
+      << line << '\n';
 }
 
-HWND MakeWindow(const char* title) {
-  return CreateWindowExA(0, "FakeBurner", title, WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, 300, 120,
-                         nullptr, nullptr, nullptr, nullptr);
-}
-
-void PutUpEjectDialog() {
-  static bool isUp = false;
-  const std::string sign = folder + "eject";
-  if (isUp || GetFileAttributesA(sign.c_str()) == INVALID_FILE_ATTRIBUTES) return;
-  isUp = true;
-  MakeWindow("Drag-to-Disc   Eject Options");
+void MakeWindow(const std::string& title) {
+  CreateWindowExA(0, "FakeBurner", title.c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, 300,
+                  120, nullptr, nullptr, nullptr, nullptr);
 }
 
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -34,8 +29,8 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
       if (wParam != VK_MENU)
         Note((GetKeyState(VK_MENU) < 0 ? "Alt+" : "") + std::string(1, static_cast<char>(wParam)));
       return 0;
-    case WM_TIMER:
-      PutUpEjectDialog();
+    case WM_APP:
+      MakeWindow("Drag-to-Disc   Eject Options");
       return 0;
     case WM_DESTROY:
       PostQuitMessage(0);
@@ -48,18 +43,11 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 }  // namespace
 
 int main() {
-  char path[MAX_PATH] = "";
-  GetModuleFileNameA(nullptr, path, MAX_PATH);
-  const std::string whole = path;
-  const std::size_t slash = whole.rfind('\\');
-  folder = whole.substr(0, slash + 1);
-  name = whole.substr(slash + 1, whole.rfind('.') - slash - 1);
   Note("started");
-
   WNDCLASSA about = {};
   about.lpfnWndProc = Procedure;
   about.lpszClassName = "FakeBurner";
   RegisterClassA(&about);
-  SetTimer(MakeWindow(name.c_str()), 1, 20, nullptr);
+  MakeWindow(program.stem().string());
   for (MSG message; GetMessageA(&message, nullptr, 0, 0) > 0;) DispatchMessageA(&message);
 }

@@ -52,8 +52,7 @@ TEST(Source, ShowsItsRangeAndSizeUntilTheDialogClosesIt) {
   AwaitFocus(program.At(IDC_frmTrimbrook_Command2));
 
   program.ChooseTarget(InWork("cancelled.60D"));
-  program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
-  program.AwaitFileDialog("Select Source File").Cancel();
+  program.SourceDialog().Cancel();
   program.Settle();
   EXPECT_THAT(program.Texts({IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text3,
                              IDC_frmTrimbrook_Text6, IDC_frmTrimbrook_Text7}),
@@ -62,14 +61,19 @@ TEST(Source, ShowsItsRangeAndSizeUntilTheDialogClosesIt) {
     EXPECT_FALSE(program.At(slider).IsEnabled());
 }
 
-TEST(Source, DialogOffersBothKindsInTheProgramsFolderTheOneUsedLastFirst) {
+// For a source both kinds, the one used last first, for a target the source's only.
+TEST(Source, DialogsOfferTheKindsInTheProgramsFolder) {
   const Trimbrook program;
-  for (const char* kind : {"JPEG2000 Image Sequences (*.20D)", "Wavelet Image Sequences (*.60D)"}) {
-    program.At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
-    const FileDialog dialog = program.AwaitFileDialog("Select Source File");
-    EXPECT_EQ(dialog.Look(), std::string("Trimbrook, , ") + kind + " of 2");
+  const std::string kinds[] = {"JPEG2000 Image Sequences (*.20D)",
+                               "Wavelet Image Sequences (*.60D)"};
+  const auto expect = [&](const FileDialog& dialog, int kind, const char* count) {
+    EXPECT_EQ(dialog.Look(), "Trimbrook, , " + kinds[kind] + count);
     dialog.Cancel();
-    program.OpenSource(Recording("day.60D"));
+  };
+  for (const int kind : {0, 1}) {
+    expect(program.SourceDialog(), kind, " of 2");
+    program.OpenSource(Recording(kind == 0 ? "day.60D" : "pictures.20d"));
+    expect(program.TargetDialog(), 1 - kind, " of 1");
   }
 }
 
@@ -82,6 +86,8 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
   program.AwaitSource(wide);
   program.Drop({Recording("cameras32.60D"), wide});
   program.AwaitSource(Recording("cameras32.60D"));
+  EXPECT_TRUE(Shows(program, 32));
+  EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 17, 32));
   for (const std::uint64_t size : {kBlock, 2 * kBlock + 1}) {
     MakeFile(blocks, size);
     program.Drop({blocks});
@@ -92,6 +98,7 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
   program.Drop({blocks});
   program.AwaitSource(blocks);
   EXPECT_TRUE(program.EnabledCameras().empty());
+  EXPECT_FALSE(Shows(program, 17));
 }
 
 /// A long recording of zeros with camera 1 in its first block, and what a program does that reads
@@ -99,9 +106,9 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
 class LongSource : public testing::Test {
  protected:
   LongSource() {
-    constexpr std::uint64_t kBlocks = 600'000;
     MakeFile(path_, kBlocks * kBlock);
     Patch(path_, 0x1FFC00 + 19, "\x01");
+    Patch(path_, (kBlocks - 1) * kBlock + 7, "last");
   }
   ~LongSource() override { Resize(path_, 0); }
 
@@ -115,6 +122,7 @@ class LongSource : public testing::Test {
     Await("end of the reading", [&] { return !Reads(); });
   }
 
+  static constexpr int kBlocks = 600'000;
   const std::string path_ = InWork("long of zeros.60D");
   Trimbrook program_;
 };
@@ -135,6 +143,7 @@ TEST_F(LongSource, CanBeStoppedAndThenThereIsNone) {
   EXPECT_EQ(program_.AwaitEnd(), 0u);
 }
 
+// And what lies far beyond all that 32 bits hold is saved.
 TEST_F(LongSource, KeepsItsCamerasWhenTheirCheckIsStoppedOrFails) {
   program_.OpenSource(path_);
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1));
@@ -150,20 +159,12 @@ TEST_F(LongSource, KeepsItsCamerasWhenTheirCheckIsStoppedOrFails) {
             Refusal("Error reading file ..."));
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1));
   MoveFileA((path_ + " moved").c_str(), path_.c_str());
-}
 
-TEST(Source, ShowsAsManyCamerasAsItHas) {
-  const Trimbrook program;
-  const auto frame = [&] { return program.At(IDC_frmTrimbrook_Frame7).Place(); };
-  const RECT narrow = frame();
-  program.OpenSource(Recording("cameras32.60D"));
-  EXPECT_TRUE(Shows(program, 32));
-  EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 17, 32));
-  EXPECT_GT(frame().right - frame().left, narrow.right - narrow.left);
-
-  program.OpenSource(Recording("pictures.20d"));
-  EXPECT_FALSE(Shows(program, 17));
-  EXPECT_EQ(frame().left, narrow.left);
+  program_.At(IDC_frmTrimbrook_Slider1).Press(VK_END);
+  program_.At(IDC_frmTrimbrook_Slider1).Press(VK_LEFT);
+  program_.ChooseTarget(InWork("last blocks.60D"));
+  program_.SaveAndLeave();
+  EXPECT_TRUE(HoldsBlocks(InWork("last blocks.60D"), path_, kBlocks - 1, kBlocks));
 }
 
 constexpr const char* kNoTarget = "Please select the target file first!";
@@ -172,23 +173,8 @@ constexpr const char* kNoSpace = "There is not enough space on the disk for the 
 
 class Target : public testing::Test {
  protected:
-  FileDialog OpenDialog() {
-    program_.At(IDC_frmTrimbrook_Command2).ClickAndGoOn();
-    return program_.AwaitFileDialog("Save New File");
-  }
-
   Trimbrook program_;
 };
-
-TEST_F(Target, DialogOffersTheSourcesKindOnly) {
-  for (const auto& [source, filter] : {std::pair("day.60D", "Wavelet Image Sequences (*.60D)"),
-                                       {"pictures.20d", "JPEG2000 Image Sequences (*.20D)"}}) {
-    program_.OpenSource(Recording(source));
-    const FileDialog dialog = OpenDialog();
-    EXPECT_EQ(dialog.Look(), std::string("Trimbrook, , ") + filter + " of 1");
-    dialog.Cancel();
-  }
-}
 
 // Without a choice there is no target, but the last one's space is still shown.
 TEST_F(Target, NameEndsInTheSourcesKind) {
@@ -197,7 +183,7 @@ TEST_F(Target, NameEndsInTheSourcesKind) {
                                       {"other.txt", "other.txt.60D"},
                                       {"wrong.20D", "wrong.20D.60D"},
                                       {"small.60d", "small.60d"}}) {
-    OpenDialog().Accept(InWork(typed));
+    program_.TargetDialog().Accept(InWork(typed));
     const std::string path = InWork(chosen);
     Await(path, [&] { return program_.Text(IDC_frmTrimbrook_Text6) == path; });
   }
@@ -207,26 +193,15 @@ TEST_F(Target, NameEndsInTheSourcesKind) {
   EXPECT_EQ(space.find_first_not_of("0123456789"), std::string::npos);
 
   MakeFile(InWork("old.60D"), 7);
-  OpenDialog().Accept(InWork("old"));
+  program_.TargetDialog().Accept(InWork("old"));
   program_.AnswerMessage(IDNO);
-  const FileDialog again = program_.AwaitFileDialog("Save New File");
+  const FileDialog again = program_.AwaitFileDialog(kTargetDialog);
   EXPECT_THAT(again.Look(), testing::HasSubstr(", old.60D, "));
   again.Cancel();
   program_.Settle();
   EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text6), "");
   EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), space);
   EXPECT_EQ(Read(InWork("old.60D")).size(), 7u);
-}
-
-TEST_F(Target, SaveIsRefusedUntilAllIsChosen) {
-  program_.OpenSource(Recording("day.60D"));
-  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoTarget));
-  program_.ChooseTarget(InWork("never.60D"));
-  program_.At(IDC_frmTrimbrook_cmdClear).Click();
-  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoCamera));
-  EXPECT_FALSE(FileExists(InWork("never.60D")));
-  program_.At(IDC_frmTrimbrook_cmdSet).Click();
-  EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Check1, 31).IsTicked());
 }
 
 TEST_F(Target, TheSpaceCheckFollowsTheRange) {
@@ -243,30 +218,29 @@ TEST_F(Target, TheSpaceCheckFollowsTheRange) {
   EXPECT_TRUE(HoldsBlocks("F:\\too large.60D", Recording("day.60D"), 2, 3));
 }
 
+// Until all is chosen, a save is refused.
 TEST_F(Target, CamerasAreThoseOfTheRangeThatWasLookedAtLast) {
   const std::string source = InWork("late camera.60D");
   const std::string target = InWork("late camera saved.60D");
   CopyTo(Recording("day.60D"), source);
   for (int block = 0; block < 2; ++block)  // Camera 3 is in the last block only.
     Patch(source, block * kBlock + 0x1FFC00 + 19, "\x03");
-  program_.Prepare(source, target);
+  program_.OpenSource(source);
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoTarget));
+  program_.ChooseTarget(target);
+  program_.At(IDC_frmTrimbrook_cmdClear).Click();
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoCamera));
+  program_.At(IDC_frmTrimbrook_cmdSet).Click();
   program_.ChooseBlocks(1, 2);
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
+  program_.ChooseCameras({3});
   PressUntil("availability", program_.main(), {VK_F5}, [&] {
     return program_.EnabledCameras() == std::vector{1, 2};
   });
-
-  // Who saves has it looked at again where nobody has.
-  program_.ChooseCameras({});
+  // Who saves has it looked at again where nobody has: camera 3 has kept its tick.
   program_.ChooseBlocks(1, 3);
-  program_.PressSaveToCd();
-  EXPECT_EQ(program_.AnswerMessage().text,
-            "No CDRom was detected on your computer, the wizard will not continue!");
+  program_.SaveAndLeave();
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));
-  program_.ChooseBlocks(1, 2);
-  program_.At(IDC_frmTrimbrook_Command8).Click();
-  program_.ChooseBlocks(1, 3);
-  program_.SaveAndLeave();  // Camera 3 has kept its tick and is there again.
   CheckLater({"--compare", source, "--cameras", "3", target});
 }
 

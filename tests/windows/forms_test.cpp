@@ -1,6 +1,7 @@
 // The forms layer by the program's own tables, in this process.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -52,7 +53,11 @@ class TestForm : public Form {
 class ModalForm : public Form {
  public:
   ModalForm() : Form(layout::kFrmSaveFile) {
-    Bind({{Close, Event::kClick, [this] { CloseItself(); }}});
+    Bind({{Close, Event::kClick, [this] {
+             Unload();
+             inFront = GetActiveWindow();
+             ownerUsable = IsWindowEnabled(inFront) != FALSE;
+           }}});
   }
 
   Button Close{*this, IDC_frmSaveFile_cmdCancel};
@@ -61,12 +66,6 @@ class ModalForm : public Form {
 
  private:
   void OnLoad() override { PostMessageW(Close.window(), BM_CLICK, 0, 0); }
-  void CloseItself() {
-    const HWND owner = GetWindow(window(), GW_OWNER);
-    Unload();
-    inFront = GetActiveWindow();
-    ownerUsable = IsWindowEnabled(owner) != FALSE;
-  }
 };
 
 using Controls = std::vector<const Control*>;
@@ -123,10 +122,9 @@ TEST_F(FormsTest, ShowsTheFocusOfABoxWithoutACaption) {
   const auto pixels = [&] {
     UpdateWindow(box);
     const HDC screen = GetDC(box);
-    constexpr int kPixels = 15 * 19;
-    std::vector<COLORREF> colors;
-    colors.reserve(kPixels);
-    for (int i = 0; i < kPixels; ++i) colors.push_back(GetPixel(screen, i % 15, i / 15));
+    std::array<COLORREF, 15 * 19> colors;
+    for (int i = 0; i < 15 * 19; ++i)
+      colors[static_cast<std::size_t>(i)] = GetPixel(screen, i % 15, i / 15);
     ReleaseDC(box, screen);
     return colors;
   };

@@ -16,9 +16,7 @@ namespace {
 
 // Greek and Japanese: no single code page has both.
 std::string TemporaryFolder() {
-  wchar_t temporary[MAX_PATH] = {};
-  GetTempPathW(MAX_PATH, temporary);
-  return Utf8(temporary) + "κάμερα 録画";
+  return Utf8((std::filesystem::temp_directory_path() / L"κάμερα 録画").wstring());
 }
 
 /// A folder on a disk of Windows; what leads to it is made when it is missing.
@@ -66,6 +64,7 @@ TEST_P(PlatformTest, TellsDevicesAndHiddenFilesFromNormalOnes) {
   const FileHandle device = files.Open("NUL", OpenMode::kReadExisting);
   EXPECT_EQ(files.Identity(device), std::nullopt);
   files.Close(device);
+  EXPECT_EQ(names.FreeBytes("Q:\\"), 0u) << "a drive that is not there";
   const std::wstring path = Wide(Make(Path("marked")));
   SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
   EXPECT_FALSE(names.Find(Path("marked")) || names.Find(Path("*")));

@@ -6,6 +6,7 @@
 #include <winternl.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <memory>
 #include <optional>
@@ -25,82 +26,49 @@ namespace {
 using Holdings = std::map<std::string, std::int64_t>;
 
 // Wine answers the usual functions for drawing objects with 0, and that for handles with the room
-// that they have, but fills the tables behind them.
+// that they have.
 
-/// The list of all handles of the system: SystemExtendedHandleInformation.
-struct HandleList {
-  static constexpr int kClass = 64;
-  struct Entry {
-    void* object;
-    ULONG_PTR process, value;
-    ULONG access;
-    USHORT trace, type;
-    ULONG attributes, reserved;
-  };
-  ULONG_PTR count, reserved;
-  Entry entries[16'000];
-};
-
-std::int64_t Handles(DWORD process) {
-  const auto list = std::make_unique<HandleList>();
-  if (NtQuerySystemInformation(static_cast<SYSTEM_INFORMATION_CLASS>(HandleList::kClass),
-                               list.get(), sizeof *list, nullptr) != 0)
-    throw std::runtime_error("No list of handles");
-  return std::count_if(list->entries, list->entries + list->count,
-                       [process](const auto& entry) { return entry.process == process; });
-}
-
-/// An entry of the table of drawing objects that each process has mapped.
-struct DrawingObject {
-  std::uint64_t object;
-  std::uint16_t owner, generation, type, flags;
-  std::uint64_t user;
-};
-
-std::int64_t DrawingObjects(HANDLE process) {
-  constexpr std::size_t kTableInProcessBlock = 0xF8;
-  constexpr std::size_t kMost = 65536;
-  PROCESS_BASIC_INFORMATION basic = {};
-  NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
-  const char* table = nullptr;
-  std::vector<DrawingObject> objects(kMost);
-  if (!ReadProcessMemory(process,
-                         reinterpret_cast<char*>(basic.PebBaseAddress) + kTableInProcessBlock,
-                         &table, sizeof table, nullptr) ||
-      !ReadProcessMemory(process, table, objects.data(), kMost * sizeof(DrawingObject), nullptr))
-    throw std::runtime_error("No table of drawing objects");
-  return std::ranges::count_if(objects, [](const auto& object) { return object.type != 0; });
-}
-
-std::int64_t Windows(DWORD process) {
+/// Handles are multiples of 4, and those that are open can be duplicated.
+std::int64_t Handles(HANDLE process) {
+  constexpr ULONG_PTR kMost = 40'000;
   std::int64_t count = 0;
-  for (const Window& window : WindowsOf(process))
-    count += 1 + static_cast<std::int64_t>(window.Controls().size());
+  HANDLE copy = nullptr;
+  for (ULONG_PTR value = 4; value < kMost; value += 4)
+    if (DuplicateHandle(process, reinterpret_cast<HANDLE>(value), GetCurrentProcess(), &copy, 0,
+                        FALSE, DUPLICATE_SAME_ACCESS))
+      count += CloseHandle(copy);
   return count;
 }
 
-std::int64_t Kilobytes(HANDLE process) {
-  PROCESS_MEMORY_COUNTERS memory = {};
-  GetProcessMemoryInfo(process, &memory, sizeof memory);
-  return static_cast<std::int64_t>(memory.PagefileUsage / 1024);
+/// Counts in the table of drawing objects, of which a process's block tells the place. An entry is
+/// twelve words; its type is 0 when it is free.
+std::int64_t DrawingObjects(HANDLE process) {
+  constexpr std::size_t kTableInProcessBlock = 0xF8, kEntries = 65536, kType = 6;
+  using Entry = std::array<std::uint16_t, 12>;
+  PROCESS_BASIC_INFORMATION basic = {};
+  NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
+  const auto* place = reinterpret_cast<const char*>(basic.PebBaseAddress) + kTableInProcessBlock;
+  const Entry* table = nullptr;
+  std::vector<Entry> entries(kEntries);
+  if (!ReadProcessMemory(process, place, &table, sizeof table, nullptr) ||
+      !ReadProcessMemory(process, table, entries.data(), kEntries * sizeof(Entry), nullptr))
+    throw std::runtime_error("No table of drawing objects");
+  return std::ranges::count_if(entries, [](const Entry& entry) { return entry[kType] != 0; });
 }
 
-/// What a process holds of the system, by name: kernel "handles", "drawing objects", "windows" with
-/// their controls, hidden ones too, and "KB" of memory of its own.
-Holdings HoldingsOf(const Program& program) {
-  const DWORD process = GetProcessId(program.process());
+/// What a process holds of the system, by name: kernel "handles", "drawing objects", top-level
+/// "windows", hidden ones too, and "KB" of memory of its own.
+Holdings HoldingsOf(HANDLE process) {
+  PROCESS_MEMORY_COUNTERS memory = {};
+  GetProcessMemoryInfo(process, &memory, sizeof memory);
   return {{"handles", Handles(process)},
-          {"drawing objects", DrawingObjects(program.process())},
-          {"windows", Windows(process)},
-          {"KB", Kilobytes(program.process())}};
+          {"drawing objects", DrawingObjects(process)},
+          {"windows", std::ssize(WindowsOf(GetProcessId(process)))},
+          {"KB", static_cast<std::int64_t>(memory.PagefileUsage / 1024)}};
 }
 
 bool IsForm(const Window& window) {
   return window.ClassName().starts_with("frm");
-}
-
-bool IsDialog(const Window& window) {
-  return window.ClassName() == "#32770";
 }
 
 void Press(const Window& window, int button) {
@@ -123,15 +91,13 @@ class RestlessUser {
     last_ = front.Text();
     const bool isMain = front.handle() == program_->main().handle();
     const bool accepts = FileDialog::Is(front) && !Chance(20);
-    if (accepts)
-      AcceptFile(front);
-    else if (FileDialog::Is(front))
-      Press(front, IDCANCEL);
+    if (FileDialog::Is(front))
+      accepts ? AcceptFile(front) : Press(front, IDCANCEL);
     else if (isMain && Chance(15))
       program_->At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
     else if (isMain && Chance(4))
       program_->PressSaveToCd();
-    else if (IsDialog(front) || Chance(25))
+    else if (!IsForm(front) || Chance(25))
       PressAnyButton(front);
     else if (!isMain && Chance(8))
       front.Close();
@@ -147,7 +113,7 @@ class RestlessUser {
     Await("source dialog", [this] {
       const Window front = Front();
       const Window open = program_->At(IDC_frmTrimbrook_Command1);
-      if (FileDialog::Is(front) && front.Text() == "Select Source File") return true;
+      if (FileDialog::Is(front) && front.Text() == kSourceDialog) return true;
       if (front.handle() == program_->main().handle()) {
         if (open.IsUsable()) open.ClickAndGoOn();
       } else {
@@ -161,7 +127,7 @@ class RestlessUser {
     program_->AwaitSource(Recording("day.60D"));
     ++accepted_;
     program_->Settle();
-    held_.push_back(HoldingsOf(*program_));
+    held_.push_back(HoldingsOf(program_->process()));
     // Wine itself leaves a handle open with each file dialog that is answered.
     held_.back()["handles"] -= accepted_;
   }
@@ -172,6 +138,7 @@ class RestlessUser {
     for (const auto& [what, late] : held_.back()) {
       const std::int64_t more = late - held_[held_.size() / 3].at(what);
       EXPECT_LE(more, what == "KB" ? 4096 : 24) << what;
+      EXPECT_GT(late, 0) << what;
       PrintFigure(more, ("more " + what).c_str());
     }
   }
@@ -206,7 +173,8 @@ class RestlessUser {
   Window Front() {
     return *Await("window that takes input", [this]() -> std::optional<Window> {
       for (const Window& window : WindowsOf(GetProcessId(program_->process())))
-        if (window.IsUsable() && (IsForm(window) || IsDialog(window))) return window;
+        if (window.IsUsable() && (IsForm(window) || window.ClassName() == kDialogClass))
+          return window;
       RequireLife();
       return {};
     });
@@ -219,7 +187,7 @@ class RestlessUser {
                                    InWork("zeros.60D"),        "C:\\work"};
     const std::string targets[] = {InWork("restless.60D"), InWork("restless.20D"),
                                    InWork("cut.60D"), "C:\\no such\\folder.60D", "F:\\a.60D"};
-    const bool forTarget = window.Text() == "Save New File";
+    const bool forTarget = window.Text() == kTargetDialog;
     try {
       FileDialog(window).Accept(forTarget ? AnyOf(targets) : AnyOf(sources));
     } catch (const std::runtime_error&) {
@@ -248,29 +216,24 @@ class RestlessUser {
     if (usable.empty()) return;
     const HWND control = AnyOf(usable).handle();
     last_ = form.ClassName() + " " + std::to_string(GetDlgCtrlID(control));
+    const WORD keys[] = {VK_LEFT,  VK_RIGHT, VK_UP,    VK_DOWN,   VK_HOME, VK_END,
+                         VK_PRIOR, VK_NEXT,  VK_SPACE, VK_RETURN, VK_TAB,  VK_ESCAPE};
     const int way = Any(3);
     if (way == 0) return ClickInto(control);
     for (int count = Any(4); count >= 0; --count)
-      way == 1 ? TypeInto(control) : PressKeyIn(control);
+      way == 1 ? Post(control, WM_CHAR, WM_NULL, AnyOf(L"0123456789aZ\b\xE9"))
+               : Post(control, WM_KEYDOWN, WM_KEYUP, AnyOf(keys));
   }
 
   void ClickInto(HWND control) {
     RECT area = {};
     GetClientRect(control, &area);
-    const LPARAM point =
-        MAKELPARAM(Any(static_cast<int>(area.right) + 1), Any(static_cast<int>(area.bottom) + 1));
-    PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, point);
-    PostMessageW(control, WM_LBUTTONUP, 0, point);
+    Post(control, WM_LBUTTONDOWN, WM_LBUTTONUP, MK_LBUTTON,
+         MAKELPARAM(Any(static_cast<int>(area.right) + 1), Any(static_cast<int>(area.bottom) + 1)));
   }
 
-  void TypeInto(HWND control) { PostMessageW(control, WM_CHAR, AnyOf(L"0123456789aZ\b\xE9"), 0); }
-
-  void PressKeyIn(HWND control) {
-    const WORD keys[] = {VK_LEFT,  VK_RIGHT, VK_UP,    VK_DOWN,   VK_HOME, VK_END,
-                         VK_PRIOR, VK_NEXT,  VK_SPACE, VK_RETURN, VK_TAB,  VK_ESCAPE};
-    const WORD key = AnyOf(keys);
-    PostMessageW(control, WM_KEYDOWN, key, 0);
-    PostMessageW(control, WM_KEYUP, key, 0);
+  static void Post(HWND control, UINT down, UINT up, WPARAM what, LPARAM where = 0) {
+    for (const UINT message : {down, up}) PostMessageW(control, message, what, where);
   }
 
   std::vector<Holdings> held_;
@@ -284,13 +247,12 @@ TEST(Restless, TheProgramBearsAnything) {
   constexpr int kShortForm = 150;
   constexpr int kBetweenRests = 50;
   RestlessUser user(1);
-  Rounds rounds(kShortForm);
-  while (rounds.Next()) {
+  const int actions = RunRounds(kShortForm, [&](int round) {
     user.Act();
-    if (rounds.begun() % kBetweenRests == 0) user.Rest();
-  }
+    if (round % kBetweenRests == 0) user.Rest();
+  });
   user.ExpectNoMoreHeld();
-  PrintFigure(rounds.begun(), "actions");
+  PrintFigure(actions, "actions");
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 #include "resources/version.h"
-#include "tests/support/figure.h"
 
 namespace driver {
 namespace {
@@ -91,7 +90,7 @@ TEST_F(Save, CamerasBeyond16AreAskedAbout) {
     EXPECT_EQ(program_.AnswerMessage(), Refusal(cannot));
     program_.ChooseCameras({1, 17});
     press();
-    const Window box = program_.AwaitShown("#32770");
+    const Window box = program_.AwaitShown(kDialogClass);
     AwaitFocus(box.Control(IDNO));
     EXPECT_EQ(program_.AnswerMessage(IDNO), Refusal(cannot + " Do you want to continue?"));
     EXPECT_FALSE(program_.FindShown("frmSaveFile") || program_.FindShown("frmSaveToCD"));
@@ -101,21 +100,6 @@ TEST_F(Save, CamerasBeyond16AreAskedAbout) {
   program_.AnswerMessage(IDYES);
   program_.AwaitDone();
   CheckLater({"--compare", Recording("cameras32.60D"), "--cameras", "1", InWork("seventeen.60D")});
-}
-
-TEST_F(Save, CamerasWithoutImagesMakeNoFile) {
-  const std::string source = InWork("masks.60D");
-  CopyTo(Recording("day.60D"), source);
-  // The blocks claim a camera 5, of which there is no image.
-  for (int block = 0; block < 3; ++block) Patch(source, block * kBlock + 0x1FFC00 + 19, "\x17");
-  program_.Prepare(source, InWork("nothing.60D"));
-  program_.ChooseCameras({5});
-  const Window save = program_.StartSave();
-  EXPECT_EQ(program_.AnswerMessage(),
-            Refusal("The selected cameras have no images in the selected time range!"));
-  EXPECT_FALSE(FileExists(InWork("nothing.60D")));
-  // All blocks have been gone through; what is left of the bar is for the finished file.
-  EXPECT_EQ(save.Control(IDC_frmSaveFile_Label3).Text(), "97%");
 }
 
 TEST_F(Save, OpenAndOpenFolderHandTheFileToItsProgram) {
@@ -153,7 +137,7 @@ TEST_F(Save, TheGuideIsOpenedByF1) {
 TEST_F(Save, KeysAloneOpenSaveAndLeave) {
   const auto asks = [&] { return program_.ShowsDialog(); };
   PressUntil("file dialog", program_.main(), {VK_CONTROL, 'O'}, asks);
-  program_.AwaitFileDialog("Select Source File").Accept(Recording("day.60D"));
+  program_.AwaitFileDialog(kSourceDialog).Accept(Recording("day.60D"));
   program_.AwaitSource(Recording("day.60D"));
   const auto ticks = [&] { return program_.At(IDC_frmTrimbrook_Check1, 31).IsTicked(); };
   program_.Focus(IDC_frmTrimbrook_Command1);
@@ -168,9 +152,9 @@ TEST_F(Save, KeysAloneOpenSaveAndLeave) {
   PressUntil("all cameras", program_.main(), {VK_CONTROL, 'A'}, ticks);
 
   PressUntil("target dialog", program_.main(), {VK_CONTROL, 'T'}, asks);
-  program_.AwaitFileDialog("Save New File").Cancel();
+  program_.AwaitFileDialog(kTargetDialog).Cancel();
   PressUntil("target dialog", program_.main(), {VK_CONTROL, 'S'}, asks);
-  program_.AwaitFileDialog("Save New File").Accept(InWork("keys.60D"));
+  program_.AwaitFileDialog(kTargetDialog).Accept(InWork("keys.60D"));
   const Window save = program_.AwaitShown("frmSaveFile");
   program_.AwaitDone();
   AwaitFocus(save.Control(IDC_frmSaveFile_cmdOpen));
@@ -200,30 +184,6 @@ TEST_F(Save, OnlyANewPressCancelsIt) {
     EXPECT_EQ(save.IsShown(), !cancels);
     if (save.IsShown()) program_.LeaveSave();
   }
-}
-
-class BigRecording : public Save {};
-
-TEST_F(BigRecording, ItsLastBlocksAreSaved) {
-  constexpr int kBlocks = 51'200;
-  const std::string source = Recording("100GiB.60D");
-  program_.OpenSource(source);
-  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text3), "102400");
-  program_.At(IDC_frmTrimbrook_Slider1).Press(VK_END);
-  while (program_.First() > kBlocks - 2) program_.At(IDC_frmTrimbrook_Slider1).Press(VK_LEFT);
-  EXPECT_EQ(program_.Last(), kBlocks);
-  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text5), "1/1/1990 7:06:38 AM----1/1/1990 7:08:55 AM");
-
-  program_.ChooseTarget(InWork("last blocks.60D"));
-  program_.SaveAndLeave();
-  EXPECT_TRUE(HoldsBlocks(InWork("last blocks.60D"), source, kBlocks - 2, kBlocks));
-
-  program_.ChooseCameras({2});
-  program_.ChooseTarget(InWork("last images.60D"));
-  program_.SaveAndLeave();
-  CheckLater({"--compare", source, "--cameras", "2", "--blocks", "51198-51200",
-              InWork("last images.60D")});
-  PrintFigure(2, "saves compared");
 }
 
 }  // namespace
