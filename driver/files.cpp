@@ -41,16 +41,11 @@ std::vector<std::string> FilesLike(const std::string& pattern) {
   return names;
 }
 
-void MakeFile(const std::string& path, std::uint64_t bytes) {
-  std::ofstream(PathOf(path), std::ios::binary).close();
-  Resize(path, bytes);
-}
-
 // The runtime library refuses to make a file larger than the disk's free space, though most of it
 // may be a hole.
 void Resize(const std::string& path, std::uint64_t bytes) {
   const HANDLE file = CreateFileW(forms::Wide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
-                                  nullptr, OPEN_EXISTING, 0, nullptr);
+                                  nullptr, OPEN_ALWAYS, 0, nullptr);
   LARGE_INTEGER end = {};
   end.QuadPart = static_cast<LONGLONG>(bytes);
   const bool done = SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && SetEndOfFile(file);

@@ -25,9 +25,7 @@ std::string InWork(const std::string& name);
 bool FileExists(const std::string& path);
 /// Names of the files that match a pattern with a star.
 std::vector<std::string> FilesLike(const std::string& pattern);
-/// Makes a file of zeros.
-void MakeFile(const std::string& path, std::uint64_t bytes);
-/// Cuts a file, or adds zeros to it.
+/// Cuts a file, or adds zeros to it; makes it when it is missing.
 void Resize(const std::string& path, std::uint64_t bytes);
 void Append(const std::string& path, const std::string& bytes);
 void CopyTo(const std::string& from, const std::string& to);

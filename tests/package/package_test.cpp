@@ -102,7 +102,7 @@ TEST(Package, InstallsUpdatesAndGoes) {
 // As on a stick that is write-protected.
 TEST(Package, SavesFromAFolderThatCannotBeWritten) {
   if (!FileExists("Q:\\Trimbrook.exe")) GTEST_SKIP() << "no such drive: mounting takes root";
-  ASSERT_THROW(MakeFile("Q:\\new", 1), std::exception);
+  ASSERT_THROW(Resize("Q:\\new", 1), std::exception);
   const Trimbrook program("", "Q:\\Trimbrook.exe");
   SaveAndCheck("Q:\\", program, InWork("saved.60D"));
 }

@@ -89,7 +89,7 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
   EXPECT_TRUE(Shows(program, 32));
   EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 17, 32));
   for (const std::uint64_t size : {kBlock, 2 * kBlock + 1}) {
-    MakeFile(blocks, size);
+    Resize(blocks, size);
     program.Drop({blocks});
     EXPECT_EQ(program.AnswerMessage(), Refusal(kInvalidSource)) << size;
     program.AwaitSource("");
@@ -106,7 +106,7 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
 class LongSource : public testing::Test {
  protected:
   LongSource() {
-    MakeFile(path_, kBlocks * kBlock);
+    Resize(path_, kBlocks * kBlock);
     Patch(path_, 0x1FFC00 + 19, "\x01");
     Patch(path_, (kBlocks - 1) * kBlock + 7, "last");
   }
@@ -192,7 +192,7 @@ TEST_F(Target, NameEndsInTheSourcesKind) {
   EXPECT_GT(std::stol(space), 0);
   EXPECT_EQ(space.find_first_not_of("0123456789"), std::string::npos);
 
-  MakeFile(InWork("old.60D"), 7);
+  Resize(InWork("old.60D"), 7);
   program_.TargetDialog().Accept(InWork("old"));
   program_.AnswerMessage(IDNO);
   const FileDialog again = program_.AwaitFileDialog(kTargetDialog);

@@ -79,7 +79,7 @@ void Press(const Window& window, int button) {
 class RestlessUser {
  public:
   explicit RestlessUser(unsigned seed) : random_(seed) {
-    MakeFile(InWork("zeros.60D"), 3 * kBlock);
+    Resize(InWork("zeros.60D"), 3 * kBlock);
     CopyTo(Recording("pictures.20d"), InWork("wrong kind.60D"));
     CopyTo(Recording("day.60D"), InWork("cut.60D"));
     Append(InWork("cut.60D"), std::string(kBlock / 2 + 9, '\x7F'));

@@ -83,10 +83,6 @@ TEST_P(SaveFaults, ADiskThatGetsFullIsTold) {
   ExpectFailure(kWriteError);
   EXPECT_THAT(FilesLike("F:\\*"), ElementsAre("filler"));
   DeleteFileA("F:\\filler");
-  program_.SaveAndLeave();
-  CopyTo("F:\\saved.60D", InWork("from F.60D"));
-  DeleteFileA("F:\\saved.60D");
-  ExpectLongSaved(GetParam(), InWork("from F.60D"));
 }
 
 TEST_P(SaveFaults, WhatCannotBeReplacedStays) {
@@ -94,7 +90,7 @@ TEST_P(SaveFaults, WhatCannotBeReplacedStays) {
   const std::string readOnly = InWork("read-only.60D");
   const std::string open = InWork("playing.60D");
   SetFileAttributesA(readOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
-  for (const std::string& target : {readOnly, open}) MakeFile(target, 7);
+  for (const std::string& target : {readOnly, open}) Resize(target, 7);
   SetFileAttributesA(readOnly.c_str(), FILE_ATTRIBUTE_READONLY);
   const std::ifstream player(open, std::ios::binary);
   for (const std::string& target : {source_, InWork("SOURCE.60d"), InWork("hard link.60D"),

@@ -106,7 +106,7 @@ TEST_F(Save, OpenAndOpenFolderHandTheFileToItsProgram) {
   const std::string target = InWork("to open.60D");
   Associate(".60D");
 
-  MakeFile(InWork("another.60D"), 1);
+  Resize(InWork("another.60D"), 1);
   program_.Prepare(Recording("day.60D"), target);
   program_.Save().Control(IDC_frmSaveFile_cmdOpen).ClickAndGoOn();
   program_.AwaitGone("frmSaveFile");
@@ -130,7 +130,7 @@ TEST_F(Save, TheGuideIsOpenedByF1) {
   DeleteFileA(guide.c_str());
   PressUntil("message", program_.main(), {VK_F1}, [&] { return program_.ShowsDialog(); });
   EXPECT_EQ(program_.AnswerMessage(), Refusal("The user guide cannot be opened: " + guide));
-  MakeFile(guide, 1);
+  Resize(guide, 1);
   PressUntil("guide", program_.main(), {VK_F1}, [&] { return Opened() == guide + "\r\n"; });
 }
 
