@@ -83,12 +83,7 @@ std::shared_ptr<void> CatchInTheMidst(const std::function<Window()>& begin,
 
 std::vector<Window> WindowsOf(DWORD process) {
   std::vector<Window> all;
-  EnumWindows(
-      [](HWND handle, LPARAM list) -> BOOL {
-        reinterpret_cast<std::vector<Window>*>(list)->emplace_back(handle);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&all));
+  EnumWindows(AddToWindows, reinterpret_cast<LPARAM>(&all));
   std::erase_if(all, [process](const Window& window) {
     DWORD owner = 0;
     GetWindowThreadProcessId(window.handle(), &owner);

@@ -7,6 +7,11 @@
 
 namespace driver {
 
+BOOL CALLBACK AddToWindows(HWND handle, LPARAM windows) {
+  reinterpret_cast<std::vector<Window>*>(windows)->emplace_back(handle);
+  return TRUE;
+}
+
 LRESULT Window::Ask(UINT message, WPARAM wParam, LPARAM lParam) const {
   DWORD_PTR answer = 0;
   if (!SendMessageTimeoutW(handle_, message, wParam, lParam, SMTO_NORMAL, kPatience, &answer) &&
@@ -45,13 +50,7 @@ RECT Window::Place() const {
 
 std::vector<Window> Window::Controls() const {
   std::vector<Window> controls;
-  EnumChildWindows(
-      handle_,
-      [](HWND child, LPARAM list) -> BOOL {
-        reinterpret_cast<std::vector<Window>*>(list)->emplace_back(child);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&controls));
+  EnumChildWindows(handle_, AddToWindows, reinterpret_cast<LPARAM>(&controls));
   return controls;
 }
 

@@ -55,6 +55,8 @@ class Window {
   HWND handle_;
 };
 
+/// Adds a window that the system enumerates to a vector of `Window`.
+BOOL CALLBACK AddToWindows(HWND handle, LPARAM windows);
 /// Brings a window to the front and waits until it is there.
 void BringToFront(const Window& window);
 /// Waits until a control has the keyboard focus; its window comes to the front for that.

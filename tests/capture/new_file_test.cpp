@@ -7,8 +7,6 @@
 
 namespace {
 
-using std::chrono::milliseconds;
-
 constexpr std::uint32_t kBlock = 2097152;
 
 TEST(FlushPace, WritesWhatTheMediumTakesInATenthOfASecond) {
@@ -36,47 +34,30 @@ TEST(FlushPace, WritesWhatTheMediumTakesInATenthOfASecond) {
   }
 }
 
-/// On a slow medium a block is written in parts, with messages in between, and given up in its
-/// midst.
-TEST(NewFile, IsGivenUpInTheMidstOfABlockOnASlowMedium) {
-  const std::string block(kBlock, 'x');
-  for (const auto& [flushTakes, breaths] :
-       {std::pair(milliseconds(0), 7), {milliseconds(400), 12}}) {
-    FakePlatform world;
-    world.clock.step = flushTakes;
-    int breathed = 0;
-    NewFile file(world.system, NewFile::Place::kTemporary, [&] { return ++breathed < 12; });
-    ASSERT_TRUE(file.Create("C:\\Trimbrook\\new.60D"));
-    bool written = true;
-    for (int i = 0; i < 8 && written; ++i) written = file.Append(block.data(), kBlock);
-    EXPECT_EQ(breathed, breaths);
-    EXPECT_EQ(written, breaths < 12);
-    EXPECT_EQ(file.Finish(), written);
-  }
-}
-
-// On a slow medium at once, on a fast one when the next slice is written.
+// A slow medium gets a block in parts and is waited for after each; a fast one is before the next
+// slice. What is given up meanwhile is written no further.
 TEST(NewFile, AwaitsEachFlushWhileMessagesRun) {
   struct SlowDisk : MemoryDisk {
     std::promise<bool> answer;
-    std::future<bool> Flush(platform::FileHandle) override { return (answer = {}).get_future(); }
+    std::future<bool> Flush(FileHandle) override { return (answer = {}).get_future(); }
   };
+  constexpr int kNever = 99;
   const std::string block(kBlock, 'x');
-  for (const bool flushes : {true, false}) {
-    PlatformWith<SlowDisk> world;
-    int breaths = 0;
-    NewFile file(world.system, NewFile::Place::kTemporary, [&] {
-      if (++breaths % 4 == 0) world.disk.answer.set_value(flushes);
-      return true;
-    });
-    EXPECT_TRUE(file.Create("C:\\Trimbrook\\new.60D"));
-    for (const auto& [bytes, breathsThen] :
-         {std::pair(kBlock / 4, 4), {kBlock / 2, 8}, {kBlock, 9}, {kBlock, 12}}) {
-      EXPECT_EQ(file.Append(block.data(), bytes), flushes);
-      EXPECT_EQ(breaths, flushes ? breathsThen : 4);
+  for (const bool flushes : {true, false})
+    for (const int givenUpAt : {kNever, 6}) {
+      PlatformWith<SlowDisk> world;
+      int breaths = 0;
+      NewFile file(world.system, NewFile::Place::kTemporary, [&] {
+        if (++breaths % 4 == 0 || breaths == givenUpAt) world.disk.answer.set_value(flushes);
+        return breaths < givenUpAt;
+      });
+      EXPECT_TRUE(file.Create("C:\\Trimbrook\\new.60D"));
+      for (const int breathsThen : {8, 9, 12}) {
+        EXPECT_EQ(file.Append(block.data(), kBlock), flushes && breathsThen < givenUpAt);
+        EXPECT_EQ(breaths, std::min(breathsThen, flushes ? givenUpAt : 4));
+      }
+      EXPECT_EQ(file.Finish(), flushes && givenUpAt == kNever);
     }
-    EXPECT_EQ(file.Finish(), flushes);
-  }
 }
 
 // What is on the medium under its own name is not sure when its close has failed; a file that was

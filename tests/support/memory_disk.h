@@ -290,10 +290,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     const std::size_t slash = Trimmed(path).rfind('\\');
     return slash == std::string::npos ? "" : path.substr(0, slash);
   }
-  static std::string DriveOf(const std::string& path) {
-    const std::size_t colon = path.find(':');
-    return colon == std::string::npos ? "" : path.substr(0, colon + 1);
-  }
+  static std::string DriveOf(const std::string& path) { return path.substr(0, path.find(':') + 1); }
   static bool IsSamePath(const std::string& left, const std::string& right) {
     return strcasecmp(left.c_str(), right.c_str()) == 0;
   }

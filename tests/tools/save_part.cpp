@@ -1,5 +1,4 @@
-// Runs the program's own core on real files without its windows: scans a recording, checks which
-// cameras a range of blocks has, and saves it.
+// Runs the program's own core on real files without its windows: scans a recording and saves it.
 // Usage: save_part SOURCE TARGET FIRST LAST [CAMERA...]
 
 #include <cstdio>
@@ -34,10 +33,7 @@ bool Save(PosixDisk& disk, const SaveJob& job) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 5) {
-    std::fprintf(stderr, "Usage: save_part SOURCE TARGET FIRST LAST [CAMERA...]\n");
-    return 2;
-  }
+  if (argc < 5) return 2;
   for (int i = 5; i < argc; ++i) mdlSave::lngCamSelLow |= 1 << (std::atoi(argv[i]) - 1);
   const SaveJob job = {
       .sourcePath = argv[1],
@@ -49,6 +45,5 @@ int main(int argc, char** argv) {
   FakeDates dates;
   mdlFileProcessing::bln20D = tools::IsNameOf20D(job.sourcePath);
   const auto end = mdlFileProcessing::ScanSourceFile(disk, dates, job.sourcePath);
-  mdlFileProcessing::CheckAvailability(disk, job.sourcePath, job.firstBlock, job.lastBlock);
   return end == mdlFileProcessing::ReadEnd::kDone && Save(disk, job) ? 0 : 1;
 }

@@ -22,9 +22,9 @@ class Save : public testing::Test {
       EXPECT_EQ(save.Control(button).IsEnabled(), isDone);
     EXPECT_FALSE(program_.main().IsEnabled());
   }
-  /// Has the shell open files of a kind with a program that writes their paths down.
+  /// Has the shell open files of a kind with a command that writes their paths down.
   void Associate(const std::string& ending) {
-    const std::string command = "\"" + InWork("log_argument.exe") + "\" \"" + log_ + "\" \"%1\"";
+    const std::string command = "cmd /c echo %1>>" + log_;
     DeleteFileA(log_.c_str());
     RegSetValueA(HKEY_LOCAL_MACHINE, ("Software\\Classes\\" + ending).c_str(), REG_SZ, "Logged", 0);
     RegSetValueA(HKEY_LOCAL_MACHINE, "Software\\Classes\\Logged\\shell\\open\\command", REG_SZ,
