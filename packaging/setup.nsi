@@ -2,11 +2,13 @@
 ;   VERSION, FILE_VERSION   as the program shows them and as its properties do
 ;   FILES                   the folder of the files to install
 ;   FILE_LIST               a line "!insertmacro ${ACTION} NAME" for each of them
-;   ICON, OUTPUT            the program's icon, the installer to make
+;   ICON, PICTURE           the program's icon, and what stands beside the last page
+;   OUTPUT                  the installer to make
 ;   SIGN                    when programs are to be signed: the script that signs one
 ;
-; It uses no plugin, so no library is unpacked into a folder in which another program could replace
-; it; what NSIS loads itself it takes from the system's folder only.
+; With /S it asks nothing and ends with 2 when it has changed nothing: the program is saving, or what
+; is installed is newer, which /FORCE replaces all the same. Only the last page uses a plugin, so that
+; a silent run unpacks no library; what NSIS loads itself it takes from the system's folder only.
 
 Unicode true
 Target amd64-unicode
@@ -17,12 +19,17 @@ ManifestSupportedOS Win10
 
 !include MUI2.nsh
 !include LogicLib.nsh
+!include FileFunc.nsh
 !include WinVer.nsh
 !include WinMessages.nsh
+!include WordFunc.nsh
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Trimbrook"
 !define SHORTCUT "$SMPROGRAMS\Trimbrook.lnk"
 !define MAIN_WINDOW_CLASS "frmTrimbrook"
+!define SAVE_WINDOW_CLASS "frmSaveFile"
+!define DISC_WINDOW_CLASS "frmSaveToCD"
+!define NOTHING_CHANGED 2
 
 Name "Trimbrook ${VERSION}"
 BrandingText " "
@@ -38,6 +45,7 @@ ShowUninstDetails nevershow
 !endif
 
 VIProductVersion "${FILE_VERSION}"
+VIAddVersionKey CompanyName "Trimbrook"
 VIAddVersionKey FileDescription "Trimbrook ${VERSION} setup"
 VIAddVersionKey FileVersion "${FILE_VERSION}"
 VIAddVersionKey LegalCopyright ""
@@ -52,6 +60,12 @@ VIAddVersionKey ProductVersion "${FILE_VERSION}"
 !define MUI_INSTFILESPAGE_ABORTHEADER_SUBTEXT " "
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURE}"
+!define MUI_FINISHPAGE_TITLE "Trimbrook ${VERSION} is installed"
+!define MUI_FINISHPAGE_TEXT "It is in the start menu."
+!define MUI_FINISHPAGE_RUN "$INSTDIR\Trimbrook.exe"
+!define MUI_FINISHPAGE_RUN_TEXT "Start Trimbrook"
+!insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
@@ -84,12 +98,29 @@ VIAddVersionKey ProductVersion "${FILE_VERSION}"
     ${EndWhile}
   FunctionEnd
 
+  ; Waits for the end of a save, which nothing is to disturb. It is told at once, since a save can
+  ; take an hour.
+  Function ${UN}AwaitSave
+    look:
+    FindWindow $R2 "${SAVE_WINDOW_CLASS}"
+    ${If} $R2 = 0
+      FindWindow $R2 "${DISC_WINDOW_CLASS}"
+    ${EndIf}
+    ${If} $R2 = 0
+      Return
+    ${EndIf}
+    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Trimbrook is saving.$\r$\n$\r$\nLet it finish, \
+      close it, and press Retry." /SD IDCANCEL IDRETRY look
+    Abort
+  FunctionEnd
+
   ; Waits until the file $R0 can be changed, or ends the whole before anything has been changed.
   Function ${UN}AwaitFree
     Call ${UN}CheckFree
     ${If} $R1 == "yes"
       Return
     ${EndIf}
+    Call ${UN}AwaitSave
     FindWindow $R2 "${MAIN_WINDOW_CLASS}"
     ${If} $R2 <> 0
       MessageBox MB_OKCANCEL|MB_ICONINFORMATION "Trimbrook is running and will be closed." \
@@ -140,16 +171,39 @@ Function .onInit
     MessageBox MB_OK|MB_ICONSTOP "Trimbrook ${VERSION} needs Windows 10 or later." /SD IDOK
     Abort
   ${EndIf}
+  Call AskBeforeOlder
+FunctionEnd
+
+; A newer program is not replaced by this one unless that is wanted.
+Function AskBeforeOlder
+  ReadRegStr $R0 HKCU "${UNINSTALL_KEY}" "DisplayVersion"
+  ${VersionCompare} "$R0" "${VERSION}" $R1
+  ${If} $R1 != 1  ; Not newer; an installed one that has no number is older.
+    Return
+  ${EndIf}
+  ${GetParameters} $R2
+  ClearErrors
+  ${GetOptions} $R2 "/FORCE" $R3
+  ${IfNot} ${Errors}
+    Return
+  ${EndIf}
+  MessageBox MB_YESNO|MB_DEFBUTTON2|MB_ICONEXCLAMATION "Trimbrook $R0 is installed, which is newer \
+    than ${VERSION}.$\r$\n$\r$\nDo you want to replace it?" /SD IDNO IDYES replace
+  SetErrorLevel ${NOTHING_CHANGED}
+  Quit
+  replace:
 FunctionEnd
 
 Section "Trimbrook" MAIN
   !insertmacro ForEachFile AwaitFree
   SetOutPath "$INSTDIR"
   !insertmacro ForEachFile Install
+  Delete "$INSTDIR\NOTICE"  ; Its name until it got an ending.
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateShortcut "${SHORTCUT}" "$INSTDIR\Trimbrook.exe"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "Trimbrook"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
+  WriteRegStr HKCU "${UNINSTALL_KEY}" "Publisher" "Trimbrook"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayIcon" "$INSTDIR\Trimbrook.exe"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "InstallLocation" "$INSTDIR"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "UninstallString" '"$INSTDIR\uninstall.exe"'

@@ -15,23 +15,30 @@ namespace {
 using testing::UnorderedElementsAre;
 
 const std::string kFolder = "C:\\Größe 録画 Запись\\Trimbrook\\";
-const std::string kSetup =
-    "P:\\Trimbrook-" TRIMBROOK_VERSION "-setup.exe /S /D=C:\\Größe 録画 Запись\\Trimbrook";
+const std::string kProgram = "P:\\Trimbrook-" TRIMBROOK_VERSION "-setup.exe /S";
+const std::string kInto = " /D=C:\\Größe 録画 Запись\\Trimbrook";
+const std::string kSetup = kProgram + kInto;
 constexpr DWORD kAborted = 2;
 
 DWORD ExitCodeOf(const std::string& commandLine) {
   return Program(commandLine).AwaitEnd();
 }
 
+constexpr wchar_t kEntry[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Trimbrook";
+
 /// A value of the entry under "Apps & features".
 std::optional<std::string> Entry(const wchar_t* value) {
   wchar_t text[MAX_PATH];
   DWORD size = sizeof text;
-  if (RegGetValueW(HKEY_CURRENT_USER,
-                   L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Trimbrook", value,
-                   RRF_RT_REG_SZ, nullptr, text, &size) != ERROR_SUCCESS)
+  if (RegGetValueW(HKEY_CURRENT_USER, kEntry, value, RRF_RT_REG_SZ, nullptr, text, &size) !=
+      ERROR_SUCCESS)
     return {};
   return forms::Utf8(text);
+}
+
+void PretendVersion(const wchar_t* version) {
+  const auto bytes = static_cast<DWORD>((wcslen(version) + 1) * sizeof(wchar_t));
+  RegSetKeyValueW(HKEY_CURRENT_USER, kEntry, L"DisplayVersion", REG_SZ, version, bytes);
 }
 
 bool IsInStartMenu() {
@@ -60,12 +67,13 @@ TEST(Package, InstallsUpdatesAndGoes) {
   ASSERT_EQ(ExitCodeOf(kSetup), 0u);
   EXPECT_THAT(FilesLike(kFolder + "*"),
               UnorderedElementsAre(".", "..", "Trimbrook.exe", "list_recording.exe", "FILECOPY.avi",
-                                   "user-guide.html", "NOTICE", "uninstall.exe"));
+                                   "user-guide.html", "NOTICE.txt", "uninstall.exe"));
   EXPECT_EQ(Entry(L"DisplayName"), "Trimbrook");
   EXPECT_EQ(Entry(L"DisplayVersion"), TRIMBROOK_VERSION);
   EXPECT_EQ(Entry(L"DisplayIcon"), kFolder + "Trimbrook.exe");
+  EXPECT_EQ(Entry(L"Publisher"), "Trimbrook");
   EXPECT_TRUE(IsInStartMenu());
-  const std::string changed = kFolder + "NOTICE";
+  const std::string changed = kFolder + "NOTICE.txt";
   const std::string notice = Read(changed);
   Append(changed, "of an older version");
 
@@ -83,7 +91,11 @@ TEST(Package, InstallsUpdatesAndGoes) {
     EXPECT_TRUE(HoldsBlocks(InWork("long.60D"), recording, 1, kLongBlocks));
     EXPECT_NE(Read(changed), notice);
 
-    EXPECT_EQ(ExitCodeOf(kSetup), 0u);
+    PretendVersion(L"4.10");
+    EXPECT_EQ(ExitCodeOf(kSetup), kAborted) << "newer than what is to be installed";
+    EXPECT_NE(Read(changed), notice);
+    EXPECT_EQ(ExitCodeOf(kProgram + " /FORCE" + kInto), 0u);
+    EXPECT_EQ(Entry(L"DisplayVersion"), TRIMBROOK_VERSION);
     EXPECT_EQ(program.AwaitEnd(), 0u);
     EXPECT_TRUE(Read(changed) == notice);
   }
