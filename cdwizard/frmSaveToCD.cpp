@@ -20,7 +20,7 @@ void frmSaveToCD::OnLoad() {
 }
 
 void frmSaveToCD::OnUnload() {
-  if (Hourglass()) SetHourglass(false);
+  SetHourglass(false);
 }
 
 // Comes while a box is up, too; the program may be gone as soon as this has returned.

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "forms/controls.h"
-#include "forms/form_state.h"
+#include "forms/form.h"
 #include "forms/text.h"
 #include "platform/runtime_error.h"
 
@@ -106,7 +106,7 @@ void KeepDpiChangesToOurselves(HWND window) {
 }  // namespace
 
 void Form::CreateWindows() {
-  const layout::Form& table = state_->layout;
+  const layout::Form& table = layout_;
   const std::wstring name = Wide(table.name);
   RegisterFormClass(name.c_str(), WindowProcedure, table.icon);
   const std::vector<DWORD> block = EmptyTemplate(table, owner_ != nullptr);
@@ -116,26 +116,33 @@ void Form::CreateWindows() {
   if (!window_) throw RuntimeError::InvalidProcedureCall(table.name);
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   KeepDpiChangesToOurselves(window_);
-  SetCaption(table.caption);
-  state_->toolTips.Create(window_);
-  TakeDpi(GetDpiForWindow(window_));
+  SetWindowTextW(window_, Wide(table.caption).c_str());
+  toolTips_.Create(window_);
+  place_.SetWindow(window_);
+  place_.SetDpi(GetDpiForWindow(window_));
   CreateControls();
-  FitWindow();
-  PlaceControls();
+  LayOut(place_.dpi());
   SendMessageW(window_, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL),
                0);
 }
 
 void Form::CreateControls() {
-  for (const layout::Row& row : state_->layout.rows) {
-    Control*& control = state_->byId[row.id];
-    if (!control) state_->nameless.push_back(MakeControl(*this, row));
-    state_->inOrder.push_back(control);
+  for (const layout::Row& row : layout_.rows) {
+    Control*& control = byId_[row.id];
+    if (!control) nameless_.push_back(MakeControl(*this, row));
+    inOrder_.push_back(control);
     control->CreateIn(window_);
     if (control->window_ && !control->toolTip_.empty()) control->SetToolTip(control->toolTip_);
     if (control->HasStyle(layout::kDefault)) SendMessageW(window_, DM_SETDEFID, row.id, 0);
   }
-  for (Control* control : state_->inOrder) control->RefreshWindow();
+  for (Control* control : inOrder_) control->RefreshWindow();
+}
+
+void Form::LayOut(UINT dpi) {
+  place_.SetDpi(dpi);
+  toolTips_.SetDpi(dpi);
+  place_.Fit();
+  for (Control* control : inOrder_) control->LayOut();
 }
 
 }  // namespace forms

@@ -59,7 +59,8 @@ void CheckBox::Created() {
 void CheckBox::LaidOut() {
   if (!caption().empty()) return;
   constexpr int kTickSide = 13;  // Pixels at 96 dots per inch.
-  const int tick = MulDiv(kTickSide, static_cast<int>(form().dpi()), USER_DEFAULT_SCREEN_DPI);
+  const int tick =
+      MulDiv(kTickSide, static_cast<int>(form().place().dpi()), USER_DEFAULT_SCREEN_DPI);
   RECT client = {};
   GetClientRect(window(), &client);
   const bool roomy = client.right > tick + tick / 4;

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "forms/accessible_texts.h"
-#include "forms/form_state.h"
+#include "forms/form.h"
 #include "forms/text.h"
 #include "platform/runtime_error.h"
 
@@ -32,7 +32,7 @@ std::string OrEmpty(const char* text) {
 
 Control::Control(Form& form, int id)
     : form_(form),
-      row_(&RowWithId(form.state_->layout, id)),
+      row_(&RowWithId(form.layout_, id)),
       caption_(OrEmpty(row_->caption)),
       toolTip_(OrEmpty(row_->toolTip)),
       left_(row_->left),
@@ -41,7 +41,7 @@ Control::Control(Form& form, int id)
       height_(row_->height),
       visible_(!HasStyle(layout::kHidden)),
       enabled_(!HasStyle(layout::kDisabled)) {
-  form_.state_->byId[id] = this;
+  form_.byId_[id] = this;
 }
 
 Control::~Control() {
@@ -91,12 +91,12 @@ void Control::SetCaption(const std::string& caption) {
 
 void Control::SetToolTip(const std::string& text) {
   toolTip_ = text;
-  if (window_) form_.state_->toolTips.Set(window_, text);
+  if (window_) form_.toolTips_.Set(window_, text);
 }
 
 void Control::SetRestingToolTip(bool on) {
   // To deactivate the tool tips is not enough: Wine shows one whose time has come all the same.
-  form_.state_->toolTips.Set(window_, on ? toolTip_ : "");
+  form_.toolTips_.Set(window_, on ? toolTip_ : "");
 }
 
 void Control::SetFocus() {
@@ -104,7 +104,7 @@ void Control::SetFocus() {
   if (IsWindowVisible(form_.window_))
     SendMessageW(form_.window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window_), TRUE);
   else
-    form_.state_->firstFocus = this;
+    form_.firstFocus_ = this;
 }
 
 bool Control::HasFocus() const {
@@ -120,12 +120,13 @@ bool Control::IsUsable() const {
   return (!container_ || container_->IsUsable()) && (!box_ || box_->IsUsable());
 }
 
-bool Control::Raise(Event event) {
-  return form_.Raise(*this, event);
+void Control::Raise(Event event) {
+  const auto* handler = form_.HandlerOf(*this, event);
+  if (handler && !form_.IsClosed()) form_.Dispatch(*handler);
 }
 
 bool Control::HasHandler(Event event) const {
-  return form_.HasHandler(*this, event);
+  return form_.HandlerOf(*this, event) != nullptr;
 }
 
 LRESULT Control::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
@@ -156,12 +157,12 @@ void Control::CreateIn(HWND parent) {
   DWORD style = WS_CHILD | WindowStyle();
   if (!HasStyle(layout::kNoTabStop) && CanHaveFocus(row_->kind)) style |= WS_TABSTOP;
   if (HasStyle(layout::kGroup)) style |= WS_GROUP;
-  const RECT place = form_.PixelRect(*this);
+  const RECT place = PixelRect();
   window_ = CreateWindowExW(ExtendedStyle(), WindowClass(), Wide(text).c_str(), style, place.left,
                             place.top, place.right - place.left, place.bottom - place.top, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id())),
                             GetModuleHandleW(nullptr), nullptr);
-  if (!window_) throw RuntimeError::InvalidProcedureCall(form_.state_->layout.name);
+  if (!window_) throw RuntimeError::InvalidProcedureCall(form_.layout_.name);
   SetWindowPos(window_, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   SetWindowSubclass(window_, SubclassProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
   if (row_->name) SetAccessibleName(window_, row_->name);
@@ -169,9 +170,26 @@ void Control::CreateIn(HWND parent) {
   Created();
 }
 
+RECT Control::PixelRect() const {
+  int left = left_;
+  int top = top_;
+  for (const Control* frame = container_; frame; frame = frame->container_) {
+    left += frame->left_;
+    top += frame->top_;
+  }
+  return form_.place_.PixelRect(left, top, width_, height_);
+}
+
+void Control::LayOut() {
+  if (!window_) return;
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.place_.FontOf(*row_)), TRUE);
+  PlaceWindow();
+  LaidOut();
+}
+
 void Control::PlaceWindow() {
   if (!window_) return;
-  RECT place = form_.PixelRect(*this);
+  RECT place = PixelRect();
   place.bottom = place.top + WindowHeight(place.bottom - place.top);
   RECT now = {};
   GetWindowRect(window_, &now);
@@ -209,7 +227,7 @@ void Control::LeaveFocus() {
 }
 
 void Control::GotFocus() {
-  form_.ScrollIntoView(*this);
+  form_.place_.ScrollIntoView(PixelRect());
   form_.MarkDefaultButton(this);
   if (ArrowGroup* group = Group()) group->SetStop(window_);
 }
@@ -221,11 +239,11 @@ bool Control::FollowArrow(WPARAM key) {
 }
 
 int Control::Pixels(int twips) const {
-  return form_.PixelsDown(twips);
+  return form_.place_.PixelsDown(twips);
 }
 
 ArrowGroup* Control::Group() const {
-  return HasStyle(layout::kArrows) ? &form_.state_->groups[row_->container] : nullptr;
+  return HasStyle(layout::kArrows) ? &form_.groups_[row_->container] : nullptr;
 }
 
 LRESULT CALLBACK Control::SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "forms/win32.h"
+#include "platform/runtime_error.h"
 #include "resources/layout.h"
 
 namespace forms {
@@ -38,7 +40,6 @@ class Control {
   const layout::Row& row() const { return *row_; }
   HWND window() const { return window_; }  ///< Null while the form has no window.
 
-  bool Visible() const { return visible_; }
   void SetVisible(bool visible);
   bool Enabled() const { return enabled_; }
   virtual void SetEnabled(bool enabled);
@@ -89,8 +90,8 @@ class Control {
 
   /// Whether the form has a handler of this event.
   bool HasHandler(Event event) const;
-  /// Runs the form's handler of an event, if it has one; whether it has.
-  bool Raise(Event event);
+  /// Runs the form's handler of an event, if it has one.
+  void Raise(Event event);
   /// Sends a message to the window; 0 while there is none.
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
   /// Lets the tool tip show where the mouse rests, or not, while another tip is up.
@@ -113,6 +114,9 @@ class Control {
   /// Puts the window, and for a frame all that it holds, where the state has it.
   void Place();
   void PlaceWindow();
+  RECT PixelRect() const;
+  /// Gives the window its font and place anew.
+  void LayOut();
   /// Shows, hides, enables or disables the window as the state and the frames around it have it.
   void Refresh();
   void RefreshWindow();
@@ -131,6 +135,28 @@ class Control {
   std::string toolTip_;
   int left_, top_, width_, height_;
   bool visible_, enabled_;
+};
+
+/// Controls of one kind whose ids run on from a base: element i has the id base + i. The indices
+/// need not start at 0 (a first index of 1 leaves the base id free).
+template <typename T>
+class ControlArray {
+ public:
+  ControlArray(Form& form, int base, int first, int last) : first_(first) {
+    for (int i = first; i <= last; ++i) elements_.push_back(std::make_unique<T>(form, base + i));
+  }
+
+  /// The element with this index. An index outside is a RuntimeError.
+  T& operator()(int index) const {
+    if (index < first_ || index > last()) throw RuntimeError::SubscriptOutOfRange("ControlArray");
+    return *elements_[static_cast<std::size_t>(index - first_)];
+  }
+  int first() const { return first_; }
+  int last() const { return first_ + static_cast<int>(elements_.size()) - 1; }
+
+ private:
+  int first_;
+  std::vector<std::unique_ptr<T>> elements_;
 };
 
 }  // namespace forms

@@ -3,7 +3,6 @@
 // All kinds of controls.
 #include "forms/buttons.h"
 #include "forms/combo_box.h"
-#include "forms/control_array.h"
 #include "forms/labels.h"
 #include "forms/month_calendar.h"
 #include "forms/progress.h"

@@ -61,14 +61,14 @@ void Fonts::SetDpi(UINT dpi) {
   constexpr layout::Font kUsual = {"Segoe UI", false, 90, false};
   const SIZE real = Measure(MessageFont(dpi));
   const SIZE usual = Measure(OwnFont(kUsual, dpi, {}));
-  width_ = Scale(real.cx, usual.cx);
-  height_ = Scale(real.cy, usual.cy);
+  across_ = Scale(real.cx, usual.cx);
+  down_ = Scale(real.cy, usual.cy);
 }
 
 HFONT Fonts::Get(const layout::Font* font) {
   HFONT& made = fonts_[font];
   if (!made) {
-    const LOGFONTW description = font ? OwnFont(*font, dpi_, height_) : MessageFont(dpi_);
+    const LOGFONTW description = font ? OwnFont(*font, dpi_, down_) : MessageFont(dpi_);
     made = CreateFontIndirectW(&description);
   }
   return made;

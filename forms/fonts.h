@@ -27,15 +27,15 @@ class Fonts {
   void SetDpi(UINT dpi);
   /// The font of a row; null stands for the message font.
   HFONT Get(const layout::Font* font);
-  /// The message font's width and height, which layouts follow.
-  TextScale Width() const { return width_; }
-  TextScale Height() const { return height_; }
+  /// The scales of the message font, which layouts follow across and down.
+  TextScale Across() const { return across_; }
+  TextScale Down() const { return down_; }
 
  private:
   static void Delete(std::map<const layout::Font*, HFONT>& fonts);
 
   UINT dpi_ = 96;
-  TextScale width_, height_;
+  TextScale across_, down_;
   std::map<const layout::Font*, HFONT> fonts_;
   std::map<const layout::Font*, HFONT> former_;  ///< Controls hold them until they are laid out.
 };

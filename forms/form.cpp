@@ -6,14 +6,11 @@
 
 #include "forms/application.h"
 #include "forms/dialogs.h"
-#include "forms/form_state.h"
 #include "forms/input.h"
 #include "forms/text.h"
 #include "platform/runtime_error.h"
 
 namespace forms {
-
-Form::Form(const layout::Form& layout) : state_(std::make_unique<State>(layout)) {}
 
 Form::~Form() {
   if (window_) {
@@ -24,15 +21,15 @@ Form::~Form() {
 
 bool Form::Load(Form* owner) {
   owner_ = owner;
-  state_->failed = false;
+  failed_ = false;
   Dispatch([this] {
-    state_->failed = true;
+    failed_ = true;
     CreateWindows();
-    Center();
+    place_.Center(owner_ ? owner_->VisibleWindow() : nullptr);
     OnLoad();
-    state_->failed = false;
+    failed_ = false;
   });
-  if (state_->failed) Unload();
+  if (failed_) Unload();
   return !IsClosed();
 }
 
@@ -42,11 +39,11 @@ void Form::Show() {
   ShowWindow(window_, SW_SHOW);
   FocusFirst();
   UpdateWindow(window_);
-  for (Control* control : state_->inOrder) control->FormShown();
+  for (Control* control : inOrder_) control->FormShown();
 }
 
 void Form::ShowModal(Form& owner) {
-  state_->ownersFocus = GetFocus();
+  ownersFocus_ = GetFocus();
   // Before the load, which may let messages run: the owner must not open another window meanwhile.
   EnableWindow(owner.window_, FALSE);
   if (!Load(&owner)) {
@@ -82,7 +79,7 @@ void Form::Unload() {
   closing_ = true;
   Dispatch([this] { OnUnload(); });
   if (!window_) return;  // No handler was running, so that the dispatch has seen to it.
-  state_->wasForeground = GetForegroundWindow() == window_;
+  wasForeground_ = GetForegroundWindow() == window_;
   Hide();
 }
 
@@ -91,25 +88,25 @@ void Form::Unload() {
 void Form::Hide() {
   // The owner stays disabled until the handler that still runs has returned: nothing may be begun
   // there in its midst.
-  if (owner_ && state_->wasForeground) SetForegroundWindow(owner_->window_);
+  if (owner_ && wasForeground_) SetForegroundWindow(owner_->window_);
   ShowWindow(window_, SW_HIDE);
 }
 
 void Form::Destroy() {
-  const bool front = state_->wasForeground || GetForegroundWindow() == window_;
+  const bool front = wasForeground_ || GetForegroundWindow() == window_;
   if (owner_ && owner_->window_) {
     // Before the window goes, as in `Hide`.
     EnableWindow(owner_->window_, TRUE);
     if (front) SetForegroundWindow(owner_->window_);
     // Brought to the front while it was disabled, it could not hand the focus on to its control.
     if (GetActiveWindow() == owner_->window_)
-      SetFocus(IsWindowEnabled(state_->ownersFocus) ? state_->ownersFocus : owner_->window_);
+      SetFocus(IsWindowEnabled(ownersFocus_) ? ownersFocus_ : owner_->window_);
   }
   DestroyWindow(window_);
 }
 
 void Form::Dispatch(const std::function<void()>& work) {
-  ++state_->running;
+  ++running_;
   try {
     work();
   } catch (const std::bad_alloc&) {
@@ -117,44 +114,30 @@ void Form::Dispatch(const std::function<void()>& work) {
   } catch (const std::exception& fault) {
     ShowApplicationMessage(fault.what());
   }
-  if (--state_->running == 0 && closing_ && window_) Destroy();
-}
-
-void Form::Bind(std::initializer_list<Binding> bindings) {
-  for (const Binding& binding : bindings) BindOne(binding.control, binding.event, binding.handler);
-}
-
-void Form::BindOne(const Control& control, Event event, std::function<void()> handler) {
-  state_->handlers[{&control, event}] = std::move(handler);
-}
-
-bool Form::HasHandler(const Control& control, Event event) const {
-  return state_->handlers.contains({&control, event});
-}
-
-bool Form::Raise(const Control& control, Event event) {
-  const auto found = state_->handlers.find({&control, event});
-  if (found == state_->handlers.end()) return false;
-  if (!IsClosed()) Dispatch(found->second);
-  return true;
+  if (--running_ == 0 && closing_ && window_) Destroy();
 }
 
 Control& Form::ControlById(int id) {
-  const auto found = state_->byId.find(id);
-  if (found == state_->byId.end()) throw RuntimeError::SubscriptOutOfRange(state_->layout.name);
-  return *found->second;
+  Control* control = FindControl(id);
+  if (!control) throw RuntimeError::SubscriptOutOfRange(layout_.name);
+  return *control;
+}
+
+Control* Form::FindControl(int id) const {
+  const auto found = byId_.find(id);
+  return found == byId_.end() ? nullptr : found->second;
 }
 
 void Form::FocusFirst() {
-  Control* asked = state_->firstFocus;
-  state_->firstFocus = nullptr;
+  Control* asked = firstFocus_;
+  firstFocus_ = nullptr;
   const HWND first = asked ? asked->window_ : GetNextDlgTabItem(window_, nullptr, FALSE);
   if (first) SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
 }
 
 Control* Form::FocusedControl() const {
-  const auto focused = std::ranges::find_if(state_->inOrder, &Control::HasFocus);
-  return focused == state_->inOrder.end() ? nullptr : *focused;
+  const auto focused = std::ranges::find_if(inOrder_, &Control::HasFocus);
+  return focused == inOrder_.end() ? nullptr : *focused;
 }
 
 void Form::ShowMessage(const std::string& text) {

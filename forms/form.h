@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "forms/control.h"
-#include "forms/control_array.h"
+#include "forms/arrow_group.h"
+#include "forms/event_table.h"
+#include "forms/form_place.h"
+#include "forms/tool_tips.h"
 
 namespace forms {
-
-inline constexpr int kTwipsPerInch = 1440;
 
 class Busy;
 
@@ -24,9 +24,9 @@ class Busy;
 /// goes on. A form that is closed while one of its handlers runs (the handler let messages run)
 /// hides at once; its window goes when the outermost handler has returned, so that until then calls
 /// to its controls are harmless. Such a handler asks `IsClosed` and returns.
-class Form {
+class Form : protected EventTable {
  public:
-  explicit Form(const layout::Form& layout);
+  explicit Form(const layout::Form& layout) : layout_(layout), place_(layout) {}
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
   virtual ~Form();
@@ -46,22 +46,9 @@ class Form {
   bool IsClosed() const { return !window_ || closing_; }
 
   HWND window() const { return window_; }
-  /// Dots per inch of the monitor that the window is on.
-  UINT dpi() const { return dpi_; }
-
-  void SetCaption(const std::string& caption);
-  /// Where the window begins, twips.
-  int Top() const;
-  /// Sets the height of the whole window with its frame, in twips. A window that would stand off
-  /// the work area moves up; one that does not fit it is made as high as that is, and scrolls.
-  void SetHeight(int twips);
-  /// Moves the window up (negative) or down, its title bar never off the work area.
-  void MoveBy(int twips);
-  /// Puts the window in the middle of its owner, or of the work area without one.
-  void Center();
+  FormPlace& place() { return place_; }
   /// Shows the hourglass over the form, or the usual pointer again; acts at once.
   void SetHourglass(bool on);
-  bool Hourglass() const { return hourglass_; }
   /// Draws attention to the window's taskbar button while the program is in the background.
   void FlashTaskbar();
 
@@ -79,32 +66,6 @@ class Form {
   Control* FocusedControl() const;
 
  protected:
-  /// One line of the event table.
-  struct Binding {
-    const Control& control;
-    Event event;
-    std::function<void()> handler;
-  };
-  /// A key with its modifiers (a sum of FCONTROL, FSHIFT, FALT) and what it does.
-  struct Key {
-    BYTE modifiers;
-    WORD virtualKey;
-    std::function<void()> handler;
-    bool inText = true;  ///< Also while the focus is in a text box, which may have a use for it.
-  };
-
-  /// The event table; called once, in the constructor of the window class.
-  void Bind(std::initializer_list<Binding> bindings);
-  /// Binds an event of every element of a control array; the handler gets the index.
-  template <typename T>
-  void BindArray(const ControlArray<T>& array, Event event,
-                 const std::function<void(int)>& handler) {
-    for (int i = array.first(); i <= array.last(); ++i)
-      BindOne(array(i), event, [handler, i] { handler(i); });
-  }
-  /// Keys beyond those of the dialog manager.
-  void BindKeys(std::vector<Key> keys);
-
   /// The window is there, not shown yet: sets up what it shows.
   virtual void OnLoad() {}
   /// Whether the user may close the window now, by its title bar, Esc or Alt+F4.
@@ -126,62 +87,51 @@ class Form {
   friend class Control;
   friend bool TranslateForForm(MSG& message);
 
-  void BindOne(const Control& control, Event event, std::function<void()> handler);
-  bool Raise(const Control& control, Event event);
-  bool HasHandler(const Control& control, Event event) const;
-
   static LRESULT CALLBACK WindowProcedure(HWND, UINT, WPARAM, LPARAM);
   static Form* FromWindow(HWND window);
   /// Handles a message of the window; none for those that Windows' own dialog procedure handles.
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
   void OnCommandMessage(WORD id, WORD code);
-  LRESULT OnNotifyMessage(const NMHDR& header);
-  bool PressKey(const MSG& message);
   void OnDropMessage(HDROP drop);
-  void OnTimerMessage(WPARAM id);
-  void OnScrollMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void OnSettingChange(WPARAM setting);
   /// A command of the title bar, its menu or the taskbar; `key` is that which opens a menu.
   std::optional<LRESULT> OnSystemCommand(WPARAM command, LPARAM key);
-  void OnDpiChanged(UINT dpi, const RECT& suggested);
-  /// Sizes, places and fonts for this DPI and from what the system has now.
-  void LayOutAnew(UINT dpi);
-  void OnTextSizeChanged();
-  void TakeDpi(UINT dpi);
+  bool PressKey(const MSG& message);
+  void PressCancel();
 
   void CreateWindows();
   void CreateControls();
+  /// Sizes, places and fonts for this DPI and from what the system has now.
+  void LayOut(UINT dpi);
+  void RunUntilClosed();
   void Hide();
   void Destroy();
   void WindowGone();
-  void RunUntilClosed();
   void FocusFirst();
   void MarkDefaultButton(const Control* focused);
-  void OnWheel(int delta);
-  void AimWheel(MSG& message) const;
-  void PressCancel();
+  Control* FindControl(int id) const;
   HWND VisibleWindow() const;
 
-  int PixelsAcross(int twips) const;
-  int PixelsDown(int twips) const;
-  void MoveTo(int left, int top);
-  SIZE FrameSize() const;
-  SIZE WantedSize() const;
-  RECT WorkArea() const;
-  void FitWindow();
-  void PlaceControls();
-  void FitScrollBars();
-  void ScrollTo(int x, int y);
-  void ScrollIntoView(const Control& control);
-  RECT PixelRect(const Control& control) const;
-
-  struct State;
-  std::unique_ptr<State> state_;
+  const layout::Form& layout_;
+  FormPlace place_;
   HWND window_ = nullptr;
   Form* owner_ = nullptr;
-  UINT dpi_ = 96;
+  ToolTips toolTips_;
+  std::map<int, Control*> byId_;
+  std::vector<Control*> inOrder_;                   ///< Rows' order; complete once loaded.
+  std::vector<std::unique_ptr<Control>> nameless_;  ///< Those without a member.
+  std::map<int, ArrowGroup> groups_;                ///< By the frame that holds them.
+  int defaultButton_ = 0;  ///< Id of the button that Enter presses, 0 for none.
+
+  int running_ = 0;      ///< Handlers of this form that are on the stack.
+  bool failed_ = false;  ///< The load was left by a fault.
   bool closing_ = false;
+  bool wasForeground_ = false;  ///< When it was hidden.
+  bool outdated_ = false;       ///< The system's settings changed while it was minimised.
   bool hourglass_ = false;
-  Busy* busy_ = nullptr;  ///< Null when the form is not at long work.
+  Busy* busy_ = nullptr;           ///< Null when the form is not at long work.
+  HWND ownersFocus_ = nullptr;     ///< What had the focus when this opened as a modal window.
+  Control* firstFocus_ = nullptr;  ///< What asked for the focus before the window was shown.
 };
 
 }  // namespace forms

@@ -1,8 +1,6 @@
-// Where a form and its controls stand: twips to pixels, the work area. Twips of a layout
-// grow with the system's text, as dialog units do.
-#include <algorithm>
+#include "forms/form_place.h"
 
-#include "forms/form_state.h"
+#include <algorithm>
 
 namespace forms {
 namespace {
@@ -10,6 +8,7 @@ namespace {
 // What an outer height counts for the window's frame, twips: as Windows draws it at its usual text
 // size.
 constexpr int kUsualFrame = 435;
+constexpr int kTwipsPerNotch = 900;  // What a notch of the mouse's wheel scrolls by.
 
 int WidthOf(const RECT& rect) {
   return rect.right - rect.left;
@@ -24,14 +23,82 @@ RECT WindowRect(HWND window) {
   return rect;
 }
 
+RECT ClientRect(HWND window) {
+  RECT rect = {};
+  GetClientRect(window, &rect);
+  return rect;
+}
+
 /// The place nearest to `at` where what has this size stands in [first, last), or begins there.
 int Inside(int at, int size, int first, int last) {
   return std::clamp(at, first, std::max(first, last - size));
 }
 
+/// The scroll position from which [first, last) of the content is seen, the nearest to `at`.
+int PositionToSee(int first, int last, int at, int page) {
+  if (last > at + page) at = last - page;
+  return std::min(at, first);
+}
+
+void SetScroll(HWND window, int bar, int content, int page, int at) {
+  SCROLLINFO info = {};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+  info.nMax = content - 1;
+  info.nPage = static_cast<UINT>(page);
+  info.nPos = at;
+  SetScrollInfo(window, bar, &info, TRUE);
+}
+
+/// Where a scroll bar is to stand after this scroll code.
+int PositionAfter(const SCROLLINFO& bar, WORD code, int line) {
+  switch (code) {
+    case SB_LINEUP:
+      return bar.nPos - line;
+    case SB_LINEDOWN:
+      return bar.nPos + line;
+    case SB_PAGEUP:
+      return bar.nPos - static_cast<int>(bar.nPage);
+    case SB_PAGEDOWN:
+      return bar.nPos + static_cast<int>(bar.nPage);
+    case SB_THUMBTRACK:
+      return bar.nTrackPos;
+    case SB_TOP:
+      return 0;
+    case SB_BOTTOM:
+      return bar.nMax;
+    default:
+      return bar.nPos;
+  }
+}
+
 }  // namespace
 
-SIZE Form::FrameSize() const {
+void FormPlace::SetDpi(UINT dpi) {
+  dpi_ = dpi;
+  fonts_.SetDpi(dpi);
+  scrolled_ = {};
+}
+
+int FormPlace::PixelsAcross(int twips) const {
+  const TextScale scale = fonts_.Across();
+  return MulDiv(twips, static_cast<int>(dpi_) * scale.real, kTwipsPerInch * scale.usual);
+}
+
+int FormPlace::PixelsDown(int twips) const {
+  const TextScale scale = fonts_.Down();
+  return MulDiv(twips, static_cast<int>(dpi_) * scale.real, kTwipsPerInch * scale.usual);
+}
+
+RECT FormPlace::PixelRect(int left, int top, int width, int height) const {
+  // Edges are rounded, not sizes, so that what touches in twips touches in pixels.
+  RECT rect = {PixelsAcross(left), PixelsDown(top), PixelsAcross(left + width),
+               PixelsDown(top + height)};
+  OffsetRect(&rect, -scrolled_.x, -scrolled_.y);
+  return rect;
+}
+
+SIZE FormPlace::FrameSize() const {
   RECT frame = {};
   AdjustWindowRectExForDpi(&frame,
                            static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_STYLE)) &
@@ -41,37 +108,27 @@ SIZE Form::FrameSize() const {
   return {WidthOf(frame), HeightOf(frame)};
 }
 
-int Form::PixelsAcross(int twips) const {
-  const TextScale scale = state_->fonts.Width();
-  return MulDiv(twips, static_cast<int>(dpi_) * scale.real, kTwipsPerInch * scale.usual);
+SIZE FormPlace::ContentSize() const {
+  SIZE size = {PixelsAcross(layout_.clientWidth), PixelsDown(layout_.clientHeight)};
+  if (outerHeight_)
+    size.cy = std::max<LONG>(
+        PixelsDown(*outerHeight_ - kUsualFrame),
+        MulDiv(*outerHeight_, static_cast<int>(dpi_), kTwipsPerInch) - FrameSize().cy);
+  return size;
 }
 
-int Form::PixelsDown(int twips) const {
-  const TextScale scale = state_->fonts.Height();
-  return MulDiv(twips, static_cast<int>(dpi_) * scale.real, kTwipsPerInch * scale.usual);
-}
-
-SIZE Form::WantedSize() const {
-  const SIZE frame = FrameSize();
-  const State& state = *state_;
-  const int height =
-      state.outerHeight ? *state.outerHeight - kUsualFrame : state.layout.clientHeight;
-  const int outerHeight =
-      state.outerHeight ? MulDiv(*state.outerHeight, static_cast<int>(dpi_), kTwipsPerInch) : 0;
-  return {PixelsAcross(state.layout.clientWidth) + frame.cx,
-          std::max<LONG>(PixelsDown(height) + frame.cy, outerHeight)};
-}
-
-RECT Form::WorkArea() const {
+RECT FormPlace::WorkArea() const {
   MONITORINFO monitor = {};
   monitor.cbSize = sizeof monitor;
   GetMonitorInfoW(MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &monitor);
   return monitor.rcWork;
 }
 
-void Form::FitWindow() {
+void FormPlace::Fit() {
   if (!window_) return;
-  const SIZE wanted = WantedSize();
+  const SIZE content = ContentSize();
+  const SIZE frame = FrameSize();
+  const SIZE wanted = {content.cx + frame.cx, content.cy + frame.cy};
   const RECT area = WorkArea();
   SIZE size = {std::min<LONG>(wanted.cx, WidthOf(area)), std::min<LONG>(wanted.cy, HeightOf(area))};
   // A bar takes room from the content, beside it if the work area has it.
@@ -84,77 +141,23 @@ void Form::FitWindow() {
   FitScrollBars();
 }
 
-void Form::PlaceControls() {
-  for (Control* control : state_->inOrder) {
-    if (!control->window_) continue;
-    control->Send(WM_SETFONT, reinterpret_cast<WPARAM>(state_->fonts.Get(control->row_->font)),
-                  TRUE);
-    control->PlaceWindow();
-    control->LaidOut();
-  }
-}
-
-RECT Form::PixelRect(const Control& control) const {
-  int left = control.left_;
-  int top = control.top_;
-  for (const Control* frame = control.container_; frame; frame = frame->container_) {
-    left += frame->left_;
-    top += frame->top_;
-  }
-  // Edges are rounded, not sizes, so that what touches in twips touches in pixels.
-  RECT rect = {PixelsAcross(left), PixelsDown(top), PixelsAcross(left + control.width_),
-               PixelsDown(top + control.height_)};
-  OffsetRect(&rect, -state_->scrolled.x, -state_->scrolled.y);
-  return rect;
-}
-
-void Form::TakeDpi(UINT dpi) {
-  dpi_ = dpi;
-  state_->fonts.SetDpi(dpi);
-  state_->toolTips.SetDpi(dpi);
-}
-
-void Form::OnDpiChanged(UINT dpi, const RECT& suggested) {
-  MoveTo(suggested.left, suggested.top);
-  LayOutAnew(dpi);
-}
-
-void Form::LayOutAnew(UINT dpi) {
-  state_->scrolled = {};
-  TakeDpi(dpi);
-  FitWindow();
-  PlaceControls();
-}
-
-void Form::OnTextSizeChanged() {
-  LayOutAnew(dpi_);
-  const RECT area = WorkArea();
-  const RECT own = WindowRect(window_);
-  MoveTo(Inside(own.left, WidthOf(own), area.left, area.right),
-         Inside(own.top, HeightOf(own), area.top, area.bottom));
-}
-
-void Form::MoveTo(int left, int top) {
-  SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-int Form::Top() const {
-  const TextScale scale = state_->fonts.Height();
+int FormPlace::Top() const {
+  const TextScale scale = fonts_.Down();
   return window_ ? MulDiv(WindowRect(window_).top, kTwipsPerInch * scale.usual,
                           static_cast<int>(dpi_) * scale.real)
                  : 0;
 }
 
-void Form::SetHeight(int twips) {
-  state_->outerHeight = twips;
+void FormPlace::SetHeight(int twips) {
+  outerHeight_ = twips;
   if (!window_) return;
-  FitWindow();
+  Fit();
   const RECT area = WorkArea();
   const RECT own = WindowRect(window_);
   MoveTo(own.left, Inside(own.top, HeightOf(own), area.top, area.bottom));
 }
 
-void Form::MoveBy(int twips) {
+void FormPlace::MoveBy(int twips) {
   if (!window_) return;
   const RECT area = WorkArea();
   const RECT before = WindowRect(window_);
@@ -162,16 +165,77 @@ void Form::MoveBy(int twips) {
   MoveTo(before.left, std::clamp<int>(before.top + PixelsDown(twips), area.top, lowest));
 }
 
-void Form::Center() {
+void FormPlace::MoveTo(int left, int top) {
+  SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormPlace::Center(HWND over) {
   const RECT own = WindowRect(window_);
+  const RECT around = over ? WindowRect(over) : WorkArea();
+  MoveTo(around.left + (WidthOf(around) - WidthOf(own)) / 2,
+         around.top + (HeightOf(around) - HeightOf(own)) / 2);
+  MoveInside();
+}
+
+void FormPlace::MoveInside() {
   const RECT area = WorkArea();
-  RECT over = area;
-  if (const HWND beneath = owner_ ? owner_->VisibleWindow() : nullptr; beneath)
-    over = WindowRect(beneath);
-  const int left = over.left + (WidthOf(over) - WidthOf(own)) / 2;
-  const int top = over.top + (HeightOf(over) - HeightOf(own)) / 2;
-  MoveTo(Inside(left, WidthOf(own), area.left, area.right),
-         Inside(top, HeightOf(own), area.top, area.bottom));
+  const RECT own = WindowRect(window_);
+  MoveTo(Inside(own.left, WidthOf(own), area.left, area.right),
+         Inside(own.top, HeightOf(own), area.top, area.bottom));
+}
+
+void FormPlace::FitScrollBars() {
+  const SIZE content = ContentSize();
+  const SIZE frame = FrameSize();
+  const RECT own = WindowRect(window_);
+  const SIZE room = {WidthOf(own) - frame.cx, HeightOf(own) - frame.cy};
+  // The client area says nothing: of the bars that take from it now each may be there only since
+  // the other is.
+  const int barWidth = GetSystemMetricsForDpi(SM_CXVSCROLL, dpi_);
+  const int barHeight = GetSystemMetricsForDpi(SM_CYHSCROLL, dpi_);
+  const bool isTooHigh = content.cy > room.cy;
+  const bool isTooWide = content.cx > room.cx - (isTooHigh ? barWidth : 0);
+  const int height = room.cy - (isTooWide ? barHeight : 0);
+  const int width = room.cx - (content.cy > height ? barWidth : 0);
+  SetScroll(window_, SB_VERT, content.cy, height, scrolled_.y);
+  SetScroll(window_, SB_HORZ, content.cx, width, scrolled_.x);
+  ScrollTo(scrolled_.x, scrolled_.y);
+}
+
+void FormPlace::ScrollTo(int x, int y) {
+  const SIZE content = ContentSize();
+  const RECT client = ClientRect(window_);
+  x = std::clamp<int>(x, 0, std::max<int>(0, content.cx - client.right));
+  y = std::clamp<int>(y, 0, std::max<int>(0, content.cy - client.bottom));
+  const POINT before = scrolled_;
+  if (x == before.x && y == before.y) return;
+  scrolled_ = {x, y};
+  SetScrollPos(window_, SB_HORZ, x, TRUE);
+  SetScrollPos(window_, SB_VERT, y, TRUE);
+  ScrollWindowEx(window_, before.x - x, before.y - y, nullptr, nullptr, nullptr, nullptr,
+                 SW_SCROLLCHILDREN | SW_INVALIDATE | SW_ERASE);
+}
+
+void FormPlace::ScrollIntoView(RECT place) {
+  const RECT client = ClientRect(window_);
+  const int margin = PixelsDown(kTwipsPerInch / 12);
+  InflateRect(&place, margin, margin);
+  OffsetRect(&place, scrolled_.x, scrolled_.y);
+  ScrollTo(PositionToSee(place.left, place.right, scrolled_.x, client.right),
+           PositionToSee(place.top, place.bottom, scrolled_.y, client.bottom));
+}
+
+void FormPlace::OnScrollBar(bool vertical, WORD code) {
+  SCROLLINFO bar = {};
+  bar.cbSize = sizeof bar;
+  bar.fMask = SIF_ALL;
+  GetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &bar);
+  const int at = PositionAfter(bar, code, PixelsDown(kTwipsPerInch / 4));
+  ScrollTo(vertical ? scrolled_.x : at, vertical ? at : scrolled_.y);
+}
+
+void FormPlace::OnWheel(int delta) {
+  ScrollTo(scrolled_.x, scrolled_.y - PixelsDown(MulDiv(delta, kTwipsPerNotch, WHEEL_DELTA)));
 }
 
 }  // namespace forms

@@ -1,16 +1,26 @@
 // The window of a form: its messages, and how the keyboard reaches it.
+#include <windowsx.h>
+
+#include <algorithm>
 #include <utility>
 
 #include "forms/application.h"
 #include "forms/busy.h"
 #include "forms/buttons.h"
-#include "forms/form_state.h"
+#include "forms/form.h"
 #include "forms/text.h"
 
 namespace forms {
 namespace {
 
 constexpr LRESULT kPushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
+
+// Over a control without the focus the wheel scrolls the form, as it does beside the controls: a
+// range must not move because the pointer happens to rest on a slider, nor because the focus does.
+HWND TargetOfWheel(const MSG& message, HWND form) {
+  const POINT at = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+  return GetFocus() == message.hwnd && WindowFromPoint(at) == message.hwnd ? message.hwnd : form;
+}
 
 }  // namespace
 
@@ -40,20 +50,26 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_COMMAND:
       OnCommandMessage(LOWORD(wParam), HIWORD(wParam));
       return 0;
-    case WM_NOTIFY:
-      return OnNotifyMessage(*reinterpret_cast<const NMHDR*>(lParam));
+    case WM_NOTIFY: {
+      const NMHDR& header = *reinterpret_cast<const NMHDR*>(lParam);
+      Control* control = FindControl(static_cast<int>(header.idFrom));
+      return control && control->window_ == header.hwndFrom ? control->OnNotify(header) : 0;
+    }
     case WM_HSCROLL:
     case WM_VSCROLL:
-      OnScrollMessage(message, wParam, lParam);
+      if (!lParam)
+        place_.OnScrollBar(message == WM_VSCROLL, LOWORD(wParam));
+      else if (Control* control = FindControl(GetDlgCtrlID(reinterpret_cast<HWND>(lParam))))
+        control->OnScroll(LOWORD(wParam));
       return 0;
     case WM_MOUSEWHEEL:
-      OnWheel(GET_WHEEL_DELTA_WPARAM(wParam));
+      place_.OnWheel(GET_WHEEL_DELTA_WPARAM(wParam));
       return 0;
     case WM_DROPFILES:
       OnDropMessage(reinterpret_cast<HDROP>(wParam));
       return 0;
     case WM_TIMER:
-      OnTimerMessage(wParam);
+      if (Control* control = FindControl(static_cast<int>(wParam))) control->OnTimer();
       return 0;
     case WM_SYSCOMMAND:
       return OnSystemCommand(wParam & 0xFFF0, lParam);
@@ -66,29 +82,28 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       if (wParam) Dispatch([this] { OnEndSession(); });
       return 0;
     case DM_SETDEFID:
-      state_->defaultButton = static_cast<int>(wParam);
+      defaultButton_ = static_cast<int>(wParam);
       return {};
     case WM_SETCURSOR:
       if (!hourglass_) return {};
       SetCursor(LoadCursorW(nullptr, IDC_WAIT));
       return TRUE;
-    case WM_DPICHANGED:
-      OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+    case WM_DPICHANGED: {
+      const RECT& suggested = *reinterpret_cast<const RECT*>(lParam);
+      place_.MoveTo(suggested.left, suggested.top);
+      LayOut(LOWORD(wParam));
       return 0;
+    }
     case WM_SETTINGCHANGE:
-      if (IsIconic(window_))
-        state_->outdated = true;
-      else if (wParam == SPI_SETNONCLIENTMETRICS)
-        OnTextSizeChanged();
-      else if (wParam == SPI_SETWORKAREA)
-        FitWindow();
+      OnSettingChange(wParam);
       return {};
     case WM_SIZE:
-      if (wParam == SIZE_RESTORED && std::exchange(state_->outdated, false)) OnTextSizeChanged();
+      if (wParam == SIZE_RESTORED && std::exchange(outdated_, false))
+        OnSettingChange(SPI_SETNONCLIENTMETRICS);
       return {};
     case WM_SYSCOLORCHANGE:
       // Windows tells the outer window only, but controls keep brushes of the old colours.
-      for (const Control* control : state_->inOrder) control->Send(message, wParam, lParam);
+      for (const Control* control : inOrder_) control->Send(message, wParam, lParam);
       return {};
     default:
       return {};
@@ -103,32 +118,31 @@ void Form::OnCommandMessage(WORD id, WORD code) {
     PressCancel();
     return;
   }
-  const auto found = state_->byId.find(id);
-  if (found == state_->byId.end()) return;
+  Control* control = FindControl(id);
+  if (!control || !control->window_) return;
   // Enter on a form whose default button is disabled arrives here all the same. A control that is
   // not shown can only be meant by another program, which may reach its handler.
-  Control& control = *found->second;
-  const bool isMeant = !control.IsShown() && code == BN_CLICKED;
-  if (control.window_ && (isMeant || IsWindowEnabled(control.window_))) control.OnCommand(code);
+  const bool isMeant = !control->IsShown() && code == BN_CLICKED;
+  if (isMeant || IsWindowEnabled(control->window_)) control->OnCommand(code);
 }
 
 void Form::PressCancel() {
-  for (Control* control : state_->inOrder)
+  for (Control* control : inOrder_)
     if (control->HasStyle(layout::kCancel) && control->IsUsable()) {
       control->OnCommand(BN_CLICKED);
       return;
     }
 }
 
-LRESULT Form::OnNotifyMessage(const NMHDR& header) {
-  const auto found = state_->byId.find(static_cast<int>(header.idFrom));
-  if (found == state_->byId.end() || found->second->window_ != header.hwndFrom) return 0;
-  return found->second->OnNotify(header);
-}
-
-void Form::OnTimerMessage(WPARAM id) {
-  const auto found = state_->byId.find(static_cast<int>(id));
-  if (found != state_->byId.end()) found->second->OnTimer();
+void Form::OnSettingChange(WPARAM setting) {
+  if (IsIconic(window_)) {
+    outdated_ = true;
+  } else if (setting == SPI_SETNONCLIENTMETRICS) {
+    LayOut(place_.dpi());
+    place_.MoveInside();
+  } else if (setting == SPI_SETWORKAREA) {
+    place_.Fit();
+  }
 }
 
 std::optional<LRESULT> Form::OnSystemCommand(WPARAM command, LPARAM key) {
@@ -152,30 +166,30 @@ std::optional<LRESULT> Form::OnSystemCommand(WPARAM command, LPARAM key) {
 
 void Form::WindowGone() {
   window_ = nullptr;
+  place_.SetWindow(nullptr);
   closing_ = false;
-  state_->inOrder.clear();
-  state_->groups.clear();
-  state_->toolTips.Forget();
+  inOrder_.clear();
+  groups_.clear();
+  toolTips_.Forget();
   if (!owner_) PostQuitMessage(0);
 }
 
-void Form::BindKeys(std::vector<Key> keys) {
-  state_->keys = std::move(keys);
+const EventTable::Handler* EventTable::HandlerOf(WPARAM virtualKey, bool inText) const {
+  const auto held = [](int key, int flag) { return GetKeyState(key) < 0 ? flag : 0; };
+  const int modifiers = held(VK_CONTROL, FCONTROL) | held(VK_SHIFT, FSHIFT) | held(VK_MENU, FALT);
+  const auto found = std::ranges::find_if(keys_, [&](const Key& key) {
+    return key.virtualKey == virtualKey && key.modifiers == modifiers && (key.inText || !inText);
+  });
+  return found == keys_.end() ? nullptr : &found->handler;
 }
 
 bool Form::PressKey(const MSG& message) {
   if (message.message != WM_KEYDOWN || !IsWindowEnabled(window_) || IsClosed()) return false;
-  const auto held = [](int key, int flag) { return GetKeyState(key) < 0 ? flag : 0; };
-  const int modifiers = held(VK_CONTROL, FCONTROL) | held(VK_SHIFT, FSHIFT) | held(VK_MENU, FALT);
   const Control* focused = FocusedControl();
   const bool inText = focused && focused->row().kind == layout::Kind::kTextBox;
-  for (const Key& key : state_->keys) {
-    if (key.virtualKey != message.wParam || key.modifiers != modifiers) continue;
-    if (inText && !key.inText) continue;
-    Dispatch(key.handler);
-    return true;
-  }
-  return false;
+  const Handler* handler = HandlerOf(message.wParam, inText);
+  if (handler) Dispatch(*handler);
+  return handler != nullptr;
 }
 
 void Form::OnDropMessage(HDROP drop) {
@@ -186,10 +200,6 @@ void Form::OnDropMessage(HDROP drop) {
   // Whoever dropped it may have to answer a question next.
   SetForegroundWindow(window_);
   Dispatch([&] { OnFileDropped(Utf8(path)); });
-}
-
-void Form::SetCaption(const std::string& caption) {
-  if (window_) SetWindowTextW(window_, Wide(caption).c_str());
 }
 
 void Form::SetHourglass(bool on) {
@@ -214,8 +224,8 @@ void Form::FlashTaskbar() {
 /// comes back elsewhere: there would be two.
 void Form::MarkDefaultButton(const Control* focused) {
   const bool isButton = (focused->Send(WM_GETDLGCODE) & kPushButton) != 0;
-  for (Control* control : state_->inOrder)
-    control->ShowAsDefault(isButton ? control == focused : control->id() == state_->defaultButton);
+  for (Control* control : inOrder_)
+    control->ShowAsDefault(isButton ? control == focused : control->id() == defaultButton_);
 }
 
 bool TranslateForForm(MSG& message) {
@@ -224,7 +234,7 @@ bool TranslateForForm(MSG& message) {
   if (!form) return false;
   if (form->busy_ && form->busy_->Drops(message)) return true;
   if (message.message == WM_MOUSEWHEEL || message.message == WM_MOUSEHWHEEL)
-    form->AimWheel(message);
+    message.hwnd = TargetOfWheel(message, root);
   return form->PressKey(message) || IsDialogMessageW(root, &message);
 }
 

@@ -58,7 +58,7 @@ void frmTrimbrook::BindEvents() {
 void frmTrimbrook::OnLoad() {
   strBurnExeName = "DirectCD.exe";
   ShowToday();
-  SetHeight(layout::kCompactHeight);
+  place().SetHeight(layout::kCompactHeight);
   Apply(layout::kCompact, *this);
 
   std::string burningProgram = AppPathOf(system_.registry, strBurnExeName);

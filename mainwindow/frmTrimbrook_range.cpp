@@ -106,14 +106,14 @@ std::string frmTrimbrook::DateTextOf(const forms::MonthCalendar& calendar) {
 
 void frmTrimbrook::CheckCTRS_Click() {
   const bool custom = CheckCTRS.Value();
-  const int before = Top();
-  if (custom) MoveBy(-layout::kExpandedRise);
-  SetHeight(custom ? layout::kExpandedHeight : layout::kCompactHeight);
+  const int before = place().Top();
+  if (custom) place().MoveBy(-layout::kExpandedRise);
+  place().SetHeight(custom ? layout::kExpandedHeight : layout::kCompactHeight);
   Apply(custom ? layout::kExpanded : layout::kCompact, *this);
   if (custom)
-    rise_ = before - Top();
+    rise_ = before - place().Top();
   else
-    MoveBy(rise_);
+    place().MoveBy(rise_);
 }
 
 void frmTrimbrook::Command5_Click() {
