@@ -53,7 +53,6 @@ TEST(Demonstration, MainJob) {
   Show("Opened sample.20D and chose camera 2");
   SaveAs(program, InWork("pictures.20D"), "camera 2, rebuilt");
   CheckLater({"--compare", pictures, "--cameras", "2", InWork("pictures.20D")});
-  CheckLater({"--check", InWork("pictures.20D")});
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/options.h"
+#include "tools/numbers.h"
 
 namespace tools {
 

@@ -1,6 +1,7 @@
-// Reads recordings independently of the program: lists them, compares a saved file with its source,
-// and checks that the images are what their entries say.
+// Reads recordings independently of the program: lists them, and compares a saved file with its
+// source.
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
 #include <optional>
@@ -8,7 +9,6 @@
 
 #include "tools/comparison.h"
 #include "tools/listing.h"
-#include "tools/options.h"
 #include "tools/recording_reader.h"
 
 namespace tools {
@@ -16,45 +16,44 @@ namespace {
 
 constexpr int kMostBlocks = 4 << 20;
 
-enum class Task { kList, kCompare, kCheck, kHelp };
-
 /// What a command line asks for.
 struct Request {
-  Task task = Task::kList;
+  std::vector<std::string> files;
+  bool compare = false;
+  bool blocksOnly = false;
   std::optional<Range> blocks;
   std::optional<std::vector<int>> cameras;
-  bool summary = false;
 
   bool Has(const StoredImage& image) const {
     return !cameras || std::binary_search(cameras->begin(), cameras->end(), image.camera + 1);
   }
 };
 
-using Value = const std::string&;
-constexpr std::array<Option<Request>, 6> kOptions = {{
-    {"blocks", "A-B", "only these blocks of the (source) file",
-     [](Request& r, Value v) { r.blocks = ParseRange(v, 1, kMostBlocks); }},
-    {"cameras", "LIST", "only these cameras, as 1,3,5-8",
-     [](Request& r, Value v) { r.cameras = ParseNumbers(v, 1, 32); }},
-    {"summary", nullptr, "list blocks, not images", [](Request& r, Value) { r.summary = true; }},
-    {"compare", nullptr,
-     "check that TARGET is what a save of these blocks gives:\nof these cameras, rebuilt, or of "
-     "whole blocks when no\ncameras are given",
-     [](Request& r, Value) { r.task = Task::kCompare; }},
-    {"check", nullptr,
-     "check that each image made by make_recording is whole, and\nof the camera and the time of "
-     "its entry",
-     [](Request& r, Value) { r.task = Task::kCheck; }},
-    {"help", nullptr, "this text", [](Request& r, Value) { r.task = Task::kHelp; }},
-}};
+constexpr char kExamples[] =
+    "Examples:\n"
+    "  list_recording --list-blocks recording.60D\n"
+    "  list_recording --compare --cameras 1,3 --blocks 120-190 recording.60D part.60D\n\n"
+    "Ends with 0 when all is well, with 1 when a file is not what it should be, with 2 when it\n"
+    "cannot be used.";
 
-int PrintHelp() {
-  std::cout << "Usage: list_recording [options] FILE\n"
-               "       list_recording --compare [options] SOURCE TARGET\n"
-               "Lists a recording, one line an image. Ends with 0 when all is well, with 1 when\n"
-               "a file is not what it should be, with 2 when it cannot be used.\n\n"
-            << HelpText(kOptions);
-  return 0;
+void AddOptions(CLI::App& app, Request& request) {
+  app.add_option("FILE", request.files, "a recording, or two to compare")
+      ->required()
+      ->option_text(" ");
+  app.set_help_flag("--help", "this text");
+  app.set_version_flag("--version", "list_recording " TRIMBROOK_VERSION, "the version");
+  app.add_flag("--compare", request.compare,
+               "check that the second file is what a save of these blocks of the first gives: of "
+               "these cameras, rebuilt, or of whole blocks when no cameras are given");
+  app.add_flag("--list-blocks", request.blocksOnly, "list the blocks only, not the images");
+  const auto addText = [&](const char* name, const char* wanted, const char* help, auto set) {
+    app.add_option_function<std::string>(name, set, help)->option_text(wanted);
+  };
+  addText("--blocks", "A-B", "only these blocks of the (source) file",
+          [&](const std::string& text) { request.blocks = ParseRange(text, 1, kMostBlocks); });
+  addText("--cameras", "LIST", "only these cameras, as 1,3,5-8",
+          [&](const std::string& text) { request.cameras = ParseNumbers(text, 1, 32); });
+  app.footer(kExamples);
 }
 
 /// Calls `visit` with each block of the request.
@@ -70,29 +69,11 @@ void ForEachBlock(const std::string& path, const Request& request, Visit visit) 
 int List(const std::string& path, const Request& request) {
   ForEachBlock(path, request, [&](const StoredBlock& block) {
     std::cout << DescribeBlock(block) << '\n';
-    if (request.summary) return;
+    if (request.blocksOnly) return;
     for (const StoredImage& image : block.images)
       if (request.Has(image)) std::cout << DescribeImage(block, image) << '\n';
   });
   return 0;
-}
-
-int Check(const std::string& path, const Request& request) {
-  int count = 0;
-  int failures = 0;
-  ForEachBlock(path, request, [&](const StoredBlock& block) {
-    for (const StoredImage& image : block.images) {
-      if (!request.Has(image)) continue;
-      ++count;
-      const std::string failure = CheckImage(block, image);
-      if (failure.empty()) continue;
-      ++failures;
-      std::cout << block.number << '.' << image.index << " camera " << image.camera + 1 << ' '
-                << failure << '\n';
-    }
-  });
-  std::cout << "checked " << count << " images, " << failures << " wrong\n";
-  return failures == 0 && count > 0 ? 0 : 1;
 }
 
 int Compare(const std::string& source, const std::string& target, const Request& request) {
@@ -105,13 +86,17 @@ int Compare(const std::string& source, const std::string& target, const Request&
 
 int Run(int argc, char** argv) {
   Request request;
-  const std::vector<std::string> files = ReadOptions(argc, argv, kOptions, request);
-  if (request.task == Task::kHelp) return PrintHelp();
-  if (files.size() != (request.task == Task::kCompare ? 2u : 1u))
+  CLI::App app("Lists a recording, one line an image, or compares two.", "list_recording");
+  AddOptions(app, request);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& end) {
+    return app.exit(end) == 0 ? 0 : 2;
+  }
+  if (request.files.size() != (request.compare ? 2u : 1u))
     throw std::invalid_argument("wrong number of file names");
-  if (request.task == Task::kCompare) return Compare(files[0], files[1], request);
-  if (request.task == Task::kCheck) return Check(files[0], request);
-  return List(files[0], request);
+  return request.compare ? Compare(request.files[0], request.files[1], request)
+                         : List(request.files[0], request);
 }
 
 }  // namespace

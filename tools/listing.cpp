@@ -3,9 +3,6 @@
 #include <chrono>
 #include <cinttypes>
 #include <cstdio>
-
-#include "tools/payload.h"
-
 namespace tools {
 namespace {
 
@@ -66,16 +63,6 @@ std::string DescribeImage(const StoredBlock& block, const StoredImage& image) {
          " sound=" + std::to_string(soundBytes / kSectorBytes) +
          " size=" + std::to_string(image.bytesEnd - image.begin) +
          " hash=" + HashText(bytes, end - bytes) + " soundhash=" + HashText(sound, soundBytes);
-}
-
-std::string CheckImage(const StoredBlock& block, const StoredImage& image) {
-  if (!image.trouble.empty()) return image.trouble;
-  const std::uint8_t* bytes = block.At(image.begin);
-  std::string trouble = CheckPayload(bytes, image.bytesEnd - image.begin, image.camera + 1);
-  // An image's time is its own, or only spread over its block.
-  const bool hasOwnTime = image.hasTail || block.layout->entryTime != kNone;
-  if (!trouble.empty() || !hasOwnTime || PayloadTime(bytes) == image.seconds) return trouble;
-  return "shows " + TimeText(PayloadTime(bytes));
 }
 
 }  // namespace tools

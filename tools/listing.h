@@ -18,8 +18,4 @@ std::string DescribeBlock(const StoredBlock& block);
 /// One line about an image. Its hash leaves out zeros at the end, which may be padding.
 std::string DescribeImage(const StoredBlock& block, const StoredImage& image);
 
-/// What is wrong with an image that `make_recording` made: another camera or time than its entry's,
-/// or bytes that have changed. Empty when all is well.
-std::string CheckImage(const StoredBlock& block, const StoredImage& image);
-
 }  // namespace tools

@@ -1,13 +1,15 @@
 // Writes recordings as a recorder of security cameras would, for tests and demonstrations. The same
 // command line always gives the same bytes.
 
+#include <CLI/CLI.hpp>
 #include <ctime>
 #include <exception>
 #include <iostream>
+#include <limits>
 #include <sstream>
 #include <stdexcept>
 
-#include "tools/options.h"
+#include "tools/payload.h"
 #include "tools/recorder.h"
 #include "tools/recording_reader.h"
 
@@ -19,9 +21,12 @@ constexpr int kMostImageBytes = 2000000;
 
 /// What a command line asks for.
 struct Request {
-  Wishes wishes;
+  std::string file;
+  bool check = false;
   std::string types;
-  bool help = false;
+  std::vector<std::string> damages;
+  std::vector<std::string> dense;
+  Wishes wishes;
 };
 
 std::vector<std::string> Split(const std::string& text, char at) {
@@ -38,76 +43,131 @@ void SetTitles(Wishes& wishes, const std::string& text) {
 }
 
 /// The time stamp of a day, with or without a time: "2021-03-04", "2021-03-04 12:00:00".
-std::int32_t ParseTime(const std::string& text) {
+std::int64_t ParseTime(const std::string& text) {
   constexpr std::time_t kEpoch = -315619200;  // 1960-01-01 00:00:00.
   for (const char* pattern : {"%Y-%m-%d", "%Y-%m-%d %H:%M:%S", "%Y-%m-%dT%H:%M:%S"}) {
     std::tm time = {};
     const char* end = strptime(text.c_str(), pattern, &time);
     const int day = time.tm_mday;
-    const std::time_t seconds = timegm(&time);  // Makes another date of one that there is not.
-    if (end && *end == 0 && time.tm_mday == day) return static_cast<std::int32_t>(seconds - kEpoch);
+    const std::int64_t stamp = timegm(&time) - kEpoch;  // Of another date if there is no such one.
+    if (end && *end == 0 && time.tm_mday == day && stamp >= 0 &&
+        stamp <= std::numeric_limits<std::uint32_t>::max())
+      return stamp;
   }
-  throw std::invalid_argument("not a time: " + text);
+  throw std::invalid_argument("not a time that a recording can have: " + text);
 }
 
-int Turns(const std::string& text) {
-  return ParseInt(text, 0, kMostBlocks);
-}
+/// The options of a command line, which fill a request.
+class Options {
+ public:
+  explicit Options(Request& request) : request_(request), wishes_(request.wishes) {
+    app_.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    app_.add_option("FILE", request.file, "a name that ends in 20D makes a .20D file")
+        ->required()
+        ->option_text(" ");
+    app_.set_help_flag("--help", "this text");
+    app_.set_version_flag("--version", "make_recording " TRIMBROOK_VERSION, "the version");
+    app_.add_flag("--check", request.check,
+                  "checks that each image of FILE, which make_recording has made, is whole, and of "
+                  "the camera and the time of its entry");
+    Add("--type", request.types, "TYPES",
+        "block types, as 30 or 00,20: one after the other, in turn; 00, 10, 20, 30 (.60D) or 60 "
+        "(.20D); by default 30 or 60, as the name ends");
+    AddRepeated("--damage", request.damages, "KIND[@BLOCK]",
+                "damages all blocks or one; may be repeated; see below");
+    AddImages();
+    AddCamerasAndTimes();
+    AddTextAndSound();
+    AddSparseness();
+    app_.footer(&Options::Footer);
+  }
 
-using Value = const std::string&;
-constexpr std::array<Option<Request>, 21> kOptions = {{
-    {"type", "TYPES",
-     "block types, as 30 or 00,20: one after the other, in\nturn; 00, 10, 20, 30 (.60D) or 60 "
-     "(.20D); by default 30\nor 60, as the name ends",
-     [](Request& r, Value v) { r.types = v; }},
-    {"blocks", "N", "blocks of 2 MiB (3)",
-     [](Request& r, Value v) { r.wishes.blocks = ParseInt(v, 0, kMostBlocks); }},
-    {"size", "A-B", "bytes of an image (4000-40000)",
-     [](Request& r, Value v) { r.wishes.size = ParseRange(v, 1, kMostImageBytes); }},
-    {"images", "N", "images a block at the most; as many as fit by default",
-     [](Request& r, Value v) { r.wishes.mostImages = ParseInt(v, 0, 758); }},
-    {"fill", nullptr, "the last image of each block reaches up to the trailer",
-     [](Request& r, Value) { r.wishes.fill = true; }},
-    {"tight", nullptr, "images use the last byte before their tail too",
-     [](Request& r, Value) { r.wishes.style.tight = true; }},
-    {"no-tails", nullptr, "images without tails (types 00, 10, 20)",
-     [](Request& r, Value) { r.wishes.tails = false; }},
-    {"cameras", "LIST", "cameras that record, as 1,3,5-8 (1-4); up to 32 in type 20",
-     [](Request& r, Value v) { r.wishes.cameras = ParseNumbers(v, 1, 32); }},
-    {"titles", "A|B|...", "titles of cameras 1, 2, ...; may be empty (CAM n)",
-     [](Request& r, Value v) { SetTitles(r.wishes, v); }},
-    {"start", "TIME", "time of the first image (2021-03-04 12:00:00)",
-     [](Request& r, Value v) { r.wishes.start = ParseTime(v); }},
-    {"step", "SECONDS", "from image to image (1); fractions are welcome",
-     [](Request& r, Value v) { r.wishes.step = std::stod(v); }},
-    {"pal", nullptr, "video standard PAL instead of NTSC",
-     [](Request& r, Value) { r.wishes.style.pal = true; }},
-    {"flags-every", "N", "each N-th image has flags, 1 to 3 in turn",
-     [](Request& r, Value v) { r.wishes.flagsEvery = Turns(v); }},
-    {"text-every", "N", "each N-th image has a transaction text (not in types 00, 10)",
-     [](Request& r, Value v) { r.wishes.textEvery = Turns(v); }},
-    {"text-length", "N", "length of these texts, 1 to 500 (different)",
-     [](Request& r, Value v) { r.wishes.textLength = ParseRange(v, 1, kTextBytes); }},
-    {"sound-every", "N", "each N-th image has sound (not in types 00, 10)",
-     [](Request& r, Value v) { r.wishes.soundEvery = Turns(v); }},
-    {"sound-sectors", "N", "sectors of that sound, 1 to 31 (different)",
-     [](Request& r, Value v) { r.wishes.soundSectors = ParseRange(v, 1, 31); }},
-    {"sparse", nullptr, "blocks that take one page of the disk: a single image of\nzeros in each",
-     [](Request& r, Value) { r.wishes.sparse = true; }},
-    {"dense", "A-B", "blocks of a sparse file that are full all the same;\nmay be repeated",
-     [](Request& r, Value v) { r.wishes.dense.push_back(ParseRange(v, 1, kMostBlocks)); }},
-    {"damage", "KIND[@BLOCK]", "damages one block or all; may be repeated; see below",
-     [](Request& r, Value v) { r.wishes.damages.push_back(ParseDamage(v)); }},
-    {"help", nullptr, "this text", [](Request& r, Value) { r.help = true; }},
-}};
+  CLI::App& App() { return app_; }
 
-int PrintHelp() {
-  std::cout << "Usage: make_recording [options] FILE\n"
-               "Writes a recording. A name that ends in 20D makes a .20D file.\n\n"
-            << HelpText(kOptions) << "\nKinds of damage:\n";
-  for (const DamageKind& kind : DamageKinds()) std::cout << HelpLine(kind.name, kind.help);
-  return 0;
-}
+ private:
+  template <typename Value>
+  CLI::Option* Add(const char* name, Value& value, const char* wanted, const char* help) {
+    return app_.add_option(name, value, help)->option_text(wanted);
+  }
+
+  void AddCount(const char* name, int& value, int most, const char* help) {
+    Add(name, value, "N", help)->check(CLI::Range(0, most));
+  }
+
+  void AddRepeated(const char* name, std::vector<std::string>& values, const char* wanted,
+                   const char* help) {
+    Add(name, values, wanted, help)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->allow_extra_args(false);
+  }
+
+  /// An option whose text `set` understands, or raises `std::invalid_argument` for.
+  template <typename Set>
+  void AddText(const char* name, const char* wanted, const char* help, Set set) {
+    app_.add_option_function<std::string>(name, set, help)->option_text(wanted);
+  }
+
+  void AddRange(const char* name, Range& range, int most, const char* help) {
+    AddText(name, "A-B", help,
+            [&range, most](const std::string& text) { range = ParseRange(text, 1, most); });
+  }
+
+  void AddImages() {
+    AddCount("--blocks", wishes_.blocks, kMostBlocks, "blocks of 2 MiB (3)");
+    AddRange("--size", wishes_.size, kMostImageBytes, "bytes of an image (4000-40000)");
+    AddCount("--images", wishes_.mostImages, 758,
+             "images a block at the most; as many as fit by default");
+    app_.add_flag("--fill", wishes_.fill, "the last image of each block reaches up to the trailer");
+    app_.add_flag("--tight", wishes_.style.tight, "images use the last byte before their tail too");
+    app_.add_flag("!--no-tails", wishes_.tails, "images without tails (types 00, 10, 20)");
+    AddCount("--flags-every", wishes_.flagsEvery, kMostBlocks,
+             "each N-th image has flags, 1 to 3 in turn");
+  }
+
+  void AddCamerasAndTimes() {
+    AddText("--cameras", "LIST", "cameras that record, as 1,3,5-8 (1-4); up to 32 in type 20",
+            [this](const std::string& text) { wishes_.cameras = ParseNumbers(text, 1, 32); });
+    AddText("--titles", "A|B|...", "titles of cameras 1, 2, ..., which may be empty (CAM n)",
+            [this](const std::string& text) { SetTitles(wishes_, text); });
+    AddText("--start", "TIME", "time of the first image (2021-03-04 12:00:00), up to 2096",
+            [this](const std::string& text) { wishes_.start = ParseTime(text); });
+    Add("--step", wishes_.step, "SECONDS", "from image to image (1); fractions are welcome");
+    app_.add_flag("--pal", wishes_.style.pal, "video standard PAL instead of NTSC");
+  }
+
+  void AddTextAndSound() {
+    AddCount("--text-every", wishes_.textEvery, kMostBlocks,
+             "each N-th image has a transaction text (not in types 00, 10)");
+    AddRange("--text-length", wishes_.textLength, kTextBytes, "length of these texts (1-500)");
+    AddCount("--sound-every", wishes_.soundEvery, kMostBlocks,
+             "each N-th image has sound (not in types 00, 10)");
+    AddRange("--sound-sectors", wishes_.soundSectors, 31, "sectors of that sound (1-31)");
+  }
+
+  void AddSparseness() {
+    app_.add_flag("--sparse", wishes_.sparse,
+                  "blocks that take one page of the disk: a single image of zeros in each");
+    AddRepeated("--dense", request_.dense, "A-B",
+                "blocks of a sparse file that are full all the same; may be repeated");
+  }
+
+  static std::string Footer() {
+    std::string text =
+        "Examples:\n"
+        "  make_recording --blocks 1 --cameras 1,3 --titles 'Gate||Yard' example.60D\n"
+        "  make_recording --type 00,30 --damage type-unknown@2 mixed.60D\n"
+        "  make_recording --check example.60D\n\n"
+        "Kinds of damage:\n";
+    for (const DamageKind& kind : DamageKinds())
+      text += "  " + kind.name + std::string(26 - kind.name.size(), ' ') + kind.help + "\n";
+    return text;
+  }
+
+  Request& request_;
+  Wishes& wishes_;
+  CLI::App app_{"Writes recordings as a recorder would. The same options give the same bytes.",
+                "make_recording"};
+};
 
 const Layout& NamedLayout(const std::string& name, bool is20D) {
   for (const Layout& layout : kLayouts)
@@ -116,8 +176,12 @@ const Layout& NamedLayout(const std::string& name, bool is20D) {
 }
 
 /// Adds to the wishes what depends on the file's name and on several options.
-void Complete(Request& request, bool is20D) {
+void Complete(Request& request) {
   Wishes& wishes = request.wishes;
+  const bool is20D = IsNameOf20D(request.file);
+  for (const std::string& damage : request.damages) wishes.damages.push_back(ParseDamage(damage));
+  for (const std::string& range : request.dense)
+    wishes.dense.push_back(ParseRange(range, 1, kMostBlocks));
   if (request.types.empty()) request.types = is20D ? "60" : "30";
   for (const std::string& name : Split(request.types, ','))
     wishes.layouts.push_back(&NamedLayout(name, is20D));
@@ -128,15 +192,42 @@ void Complete(Request& request, bool is20D) {
     wishes.style.titles[i] = wishes.TitleOf(static_cast<int>(i));
 }
 
+int Make(Request& request) {
+  Complete(request);
+  const std::uint32_t images = Record(request.wishes, request.file);
+  std::cout << request.file << ": " << request.wishes.blocks << " blocks, " << images
+            << " images\n";
+  return 0;
+}
+
+int Check(const std::string& path) {
+  RecordingReader reader(path);
+  int count = 0;
+  int failures = 0;
+  for (int number = 1; number <= reader.BlockCount(); ++number) {
+    const StoredBlock& block = reader.Read(number);
+    for (const StoredImage& image : block.images) {
+      ++count;
+      const std::string failure = CheckImage(block, image);
+      if (failure.empty()) continue;
+      ++failures;
+      std::cout << number << '.' << image.index << " camera " << image.camera + 1 << ' ' << failure
+                << '\n';
+    }
+  }
+  std::cout << "checked " << count << " images, " << failures << " wrong\n";
+  return failures == 0 && count > 0 ? 0 : 1;
+}
+
 int Run(int argc, char** argv) {
   Request request;
-  const std::vector<std::string> files = ReadOptions(argc, argv, kOptions, request);
-  if (request.help) return PrintHelp();
-  if (files.size() != 1) throw std::invalid_argument("one file name is wanted");
-  Complete(request, IsNameOf20D(files[0]));
-  const std::uint32_t images = Record(request.wishes, files[0]);
-  std::cout << files[0] << ": " << request.wishes.blocks << " blocks, " << images << " images\n";
-  return 0;
+  Options options(request);
+  try {
+    options.App().parse(argc, argv);
+  } catch (const CLI::ParseError& end) {
+    return options.App().exit(end) == 0 ? 0 : 2;
+  }
+  return request.check ? Check(request.file) : Make(request);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "tools/listing.h"
+
 namespace tools {
 namespace {
 
@@ -33,19 +35,22 @@ std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, 
   return text;
 }
 
-std::string CheckPayload(const std::uint8_t* bytes, int count, int camera) {
+std::string CheckImage(const StoredBlock& block, const StoredImage& image) {
+  if (!image.trouble.empty()) return image.trouble;
+  const std::uint8_t* bytes = block.At(image.begin);
+  const int count = image.bytesEnd - image.begin;
   if (count < kPayloadHeaderBytes || !std::equal(kMagic.begin(), kMagic.end(), bytes))
     return "is none of make_recording's";
   const std::uint32_t length = Get(bytes + kLength, 4);
   if (length > static_cast<std::uint32_t>(count) || length < kPayloadHeaderBytes)
     return "is shorter than its header says";
   if (Checksum(bytes, length) != Get(bytes + kChecksum, 4)) return "has a wrong checksum";
-  const int shown = static_cast<int>(Get(bytes + kCamera, 4));
-  return shown == camera ? "" : "shows camera " + std::to_string(shown);
-}
-
-std::int64_t PayloadTime(const std::uint8_t* bytes) {
-  return GetSigned(bytes + kTime);
+  const int camera = static_cast<int>(Get(bytes + kCamera, 4));
+  if (camera != image.camera + 1) return "shows camera " + std::to_string(camera);
+  // An image's time is its own, or only spread over its block.
+  const bool hasOwnTime = image.hasTail || block.layout->entryTime != kNone;
+  const std::int64_t seconds = Get(bytes + kTime, 4);
+  return !hasOwnTime || seconds == image.seconds ? "" : "shows " + TimeText(seconds);
 }
 
 }  // namespace tools

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "tools/bytes.h"
+#include "tools/recording_reader.h"
 
 namespace tools {
 
@@ -16,11 +16,8 @@ inline constexpr int kPayloadHeaderBytes = 28;
 /// short for one.
 std::string MakePayload(int camera, std::int64_t seconds, std::uint32_t number, int length);
 
-/// What is wrong with such an image of a camera (from 1 on) that is stored in `count` bytes; empty
-/// when all is well.
-std::string CheckPayload(const std::uint8_t* bytes, int count, int camera);
-
-/// The time stamp of such an image.
-std::int64_t PayloadTime(const std::uint8_t* bytes);
+/// What is wrong with such an image as it is stored: it shows another camera or time than its
+/// entry's, or bytes have changed. Empty when all is well.
+std::string CheckImage(const StoredBlock& block, const StoredImage& image);
 
 }  // namespace tools

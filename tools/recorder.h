@@ -7,7 +7,7 @@
 
 #include "tools/block_builder.h"
 #include "tools/damage.h"
-#include "tools/options.h"
+#include "tools/numbers.h"
 
 namespace tools {
 
@@ -18,7 +18,7 @@ struct Wishes {
   int blocks = 3;
   std::vector<int> cameras = {1, 2, 3, 4};  ///< From 1 on, in the order in which they record.
   std::vector<std::string> titles;          ///< Of camera i + 1 at i; "CAM n" beyond the end.
-  std::int32_t start = 1930478400;          ///< Time stamp of the first image: 2021-03-04 12:00:00.
+  std::int64_t start = 1930478400;          ///< Time stamp of the first image: 2021-03-04 12:00:00.
   double step = 1;                          ///< Seconds from image to image.
   bool tails = true;                   ///< Write tails in the block types where they are a choice.
   int mostImages = INT_MAX;            ///< Images a block at the most.

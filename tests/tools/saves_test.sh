@@ -20,13 +20,13 @@ check_save() {
     fail "$source $first-$last $cameras: $(cat printed)"
   "$list" --compare "${chosen[@]}" --blocks "$first-$last" "$source" "$target" >printed ||
     fail "$source $first-$last $cameras: $(cat printed)"
-  "$list" --check "$target" >printed || fail "$source $first-$last $cameras: $(tail -1 printed)"
+  "$make" --check "$target" >printed || fail "$source $first-$last $cameras: $(tail -1 printed)"
 }
 
 while read -r source cameras options; do
   # shellcheck disable=SC2086
   "$make" $options "$source" >/dev/null
-  "$list" --check "$source" >printed || fail "$source: $(tail -1 printed)"
+  "$make" --check "$source" >printed || fail "$source: $(tail -1 printed)"
   for range in "1 3" "2 2" "2 3"; do
     # shellcheck disable=SC2086
     check_save "$source" $range "$cameras"

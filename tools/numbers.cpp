@@ -1,11 +1,12 @@
-#include "tools/options.h"
+#include "tools/numbers.h"
 
-#include <algorithm>
 #include <charconv>
 #include <set>
 #include <sstream>
+#include <stdexcept>
 
 namespace tools {
+namespace {
 
 int ParseInt(const std::string& text, int least, int most) {
   int value = 0;
@@ -16,6 +17,8 @@ int ParseInt(const std::string& text, int least, int most) {
                                 std::to_string(most) + ", not \"" + text + "\"");
   return value;
 }
+
+}  // namespace
 
 Range ParseRange(const std::string& text, int least, int most) {
   const std::size_t dash = text.find('-', 1);
@@ -35,15 +38,6 @@ std::vector<int> ParseNumbers(const std::string& text, int least, int most) {
   }
   if (numbers.empty()) throw std::invalid_argument("no number is given");
   return {numbers.begin(), numbers.end()};
-}
-
-std::string HelpLine(const std::string& name, const std::string& help) {
-  constexpr std::size_t kColumn = 26;
-  std::string text = "  " + name;
-  text.resize(std::max(text.size() + 2, kColumn), ' ');
-  for (const char c : help)
-    text += c == '\n' ? "\n" + std::string(kColumn, ' ') : std::string(1, c);
-  return text + '\n';
 }
 
 }  // namespace tools
