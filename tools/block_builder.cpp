@@ -1,12 +1,13 @@
 #include "tools/block_builder.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tools {
 namespace {
 
 void Copy(const std::string& text, int most, std::uint8_t* to) {
-  std::copy_n(text.begin(), std::min<std::size_t>(text.size(), static_cast<std::size_t>(most)), to);
+  std::memcpy(to, text.data(), std::min<std::size_t>(text.size(), static_cast<std::size_t>(most)));
 }
 
 }  // namespace
@@ -52,11 +53,11 @@ void BlockBuilder::List(const Image& image) {
 
 void BlockBuilder::Add(const Image& image) {
   List(image);
-  std::copy(image.bytes.begin(), image.bytes.end(), block_.begin() + used_);
+  std::memcpy(block_.data() + used_, image.bytes.data(), image.bytes.size());
   used_ += DataSectors(image) * kSectorBytes;
   if (HasTail(image)) PutTail(image, used_);
   if (!image.text.empty()) PutText(image.text);
-  std::copy(image.sound.begin(), image.sound.end(), block_.begin() + used_);
+  std::memcpy(block_.data() + used_, image.sound.data(), image.sound.size());
   used_ += static_cast<int>(image.sound.size());
   dirty_ = used_;
 }

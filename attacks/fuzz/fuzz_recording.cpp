@@ -33,11 +33,13 @@ tools::BlockBuilder& Builder() {
 /// Bytes that do not end in what could be padding.
 std::string Noise(std::size_t start, int count) {
   static const std::string noise = Picture(kBlock + 1000);
-  return noise.substr(start, static_cast<std::size_t>(std::max(count, 1)) - 1) + '!';
+  std::string bytes = noise.substr(start, static_cast<std::size_t>(std::max(count, 1)));
+  bytes.back() = '!';
+  return bytes;
 }
 
 tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, std::int32_t start,
-                       std::size_t number) {
+                       std::size_t number, bool& mayBeLarge) {
   tools::Image image;
   image.camera = data.ConsumeIntegralInRange(0, layout.cameras - 1);
   image.seconds = layout.entryTime != tools::kNone ? start + data.ConsumeIntegralInRange(0, 65535)
@@ -57,11 +59,14 @@ tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, st
     if (sound > 0) image.sound = Noise(1, sound * kSectorBytes);
     parts = (image.text.empty() ? 0 : 1) + sound;
   }
-  int sectors = data.ConsumeIntegralInRange(0, 15) == 0 ? data.ConsumeIntegralInRange(1, 2000)
-                                                        : data.ConsumeIntegralInRange(1, 4);
-  // Now and then up to the trailer.
-  if (image.tail && data.ConsumeIntegralInRange(0, 15) == 0)
-    sectors = std::max(1, Builder().FreeSectors() - parts);
+  int sectors = data.ConsumeIntegralInRange(1, 4);
+  // Up to the trailer, or of any size. One in a recording tells all, and takes the time of hundreds
+  // of small ones; bytes that are not there, which read as 0, make none.
+  if (mayBeLarge && data.ConsumeIntegralInRange(0, 15) == 15) {
+    mayBeLarge = false;
+    const int all = std::max(1, Builder().FreeSectors() - parts);
+    sectors = image.tail && data.ConsumeBool() ? all : data.ConsumeIntegralInRange(1, 2000);
+  }
   // Up to the tail, or short of it by as much as a recorder ever pads.
   const int free = image.tail ? kTailBytes + data.PickValueInArray({0, 1, 56, 455}) : 0;
   image.bytes = Noise(number % 1000, sectors * kSectorBytes - free);
@@ -83,7 +88,8 @@ class HostileRecording {
       : is20D(data.ConsumeIntegralInRange(0, 3) == 0), bytes(std::move(room)) {
     bytes.clear();
     const int count = data.ConsumeIntegralInRange(1, kMostBlocks);
-    while (Blocks() < count) AddBlock(data);
+    bool mayBeLarge = data.ConsumeIntegralInRange(0, 7) == 7;
+    while (Blocks() < count) AddBlock(data, mayBeLarge);
     isSound = data.ConsumeBool();
     if (!isSound) Damage(data);
   }
@@ -97,7 +103,7 @@ class HostileRecording {
   std::string bytes;
 
  private:
-  void AddBlock(FuzzedDataProvider& data) {
+  void AddBlock(FuzzedDataProvider& data, bool& mayBeLarge) {
     const int type = is20D ? 0x60 : data.PickValueInArray({0x30, 0x20, 0x10, 0x00});
     const tools::Layout& layout = LayoutOf(type);
     layouts_.push_back(&layout);
@@ -111,13 +117,13 @@ class HostileRecording {
     int count = data.ConsumeIntegralInRange(0, 7);
     if (count == 7) count = data.ConsumeIntegralInRange(0, layout.mostImages);
     for (; builder.ImageCount() < count && data.remaining_bytes() > 0;) {
-      const tools::Image image = NextImage(data, layout, start, images.size());
+      tools::Image image = NextImage(data, layout, start, images.size(), mayBeLarge);
       if (!builder.Fits(image)) break;
       builder.Add(image);
-      if (endsWell) images.push_back({Blocks(), &layout, image});
+      if (endsWell) images.push_back({Blocks(), &layout, std::move(image)});
     }
     const tools::Bytes& block = builder.Finish();
-    bytes.append(block.begin(), block.end());
+    bytes.append(reinterpret_cast<const char*>(block.data()), block.size());
     if (isJunk)
       bytes[bytes.size() - kBlock + layout.trailer + tools::kType] =
           data.PickValueInArray({'\x01', '\x40', '\xFF'});

@@ -60,7 +60,8 @@ std::vector<tools::StoredBlock> BlocksOf(std::string_view recording, bool is20D)
     const std::string_view bytes = recording.substr(start, tools::kBlockBytes);
     const tools::Layout& layout = tools::FormOf(is20D);
     tools::StoredBlock& block = blocks.emplace_back();
-    block.bytes.assign(bytes.begin(), bytes.end());
+    const auto* begin = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    block.bytes.assign(begin, begin + bytes.size());
     block.trailer = static_cast<int>(bytes.size()) - layout.trailerBytes;
     Demand(block.trailer >= 0, "trailer");
     tools::ParseBlock(block, is20D);
