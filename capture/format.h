@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 /// The layout of a capture file: blocks of 2 MiB, each a data area of 512-byte sectors and a block
 /// trailer that indexes the block's images. All integers are big-endian. docs/recording-format.md
@@ -41,6 +42,11 @@ inline constexpr Variant kVariant20D = {.trailerOffset = 0x1FF400,
 
 constexpr const Variant& VariantOf(bool is20D) {
   return is20D ? kVariant20D : kVariant60D;
+}
+
+/// Whether a path's name is that of a .20D file.
+constexpr bool IsNameOf20D(std::string_view path) {
+  return path.ends_with("20D") || path.ends_with("20d");
 }
 
 /// Offsets inside the block trailer, the same in every block type.

@@ -2,11 +2,9 @@
 
 #include <string>
 
-/// The two kinds of capture file, as names and file dialogs tell them apart.
+/// The two kinds of capture file, as file dialogs tell them apart.
 namespace file_kind {
 
-/// Whether a path's name is that of a .20D file.
-bool IsNameOf20D(const std::string& path);
 /// What a file dialog offers: "description|pattern".
 const char* Filter(bool is20D);
 /// Both kinds, the JPEG2000 one first.

@@ -7,11 +7,11 @@
 #include "forms/controls.h"
 #include "forms/form.h"
 #include "mainwindow/reading.h"
-#include "mainwindow/time_range.h"
 #include "platform/platform.h"
 #include "resources/layouts.h"
 #include "resources/resource.h"
 #include "save/main_window_view.h"
+#include "save/time_range.h"
 
 /// The window that the program starts with: which recording to open, which part of it and which
 /// cameras to keep, and where to save that. One file per concern: frmTrimbrook_source.cpp, _range,

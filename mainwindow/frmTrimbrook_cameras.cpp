@@ -1,9 +1,9 @@
 // The main window's cameras: which there are, and which are kept.
 
 #include "capture/mdlFileProcessing.h"
-#include "mainwindow/camera_choice.h"
 #include "mainwindow/frmTrimbrook.h"
 #include "mainwindow/messages.h"
+#include "save/camera_choice.h"
 
 void frmTrimbrook::cmdSet_Click() {
   TickAll(true);

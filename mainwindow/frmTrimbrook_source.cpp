@@ -9,10 +9,10 @@
 #include "capture/source_file.h"
 #include "forms/application.h"
 #include "forms/dialogs.h"
-#include "mainwindow/camera_choice.h"
 #include "mainwindow/file_kind.h"
 #include "mainwindow/frmTrimbrook.h"
 #include "platform/scoped_flag.h"
+#include "save/camera_choice.h"
 #include "save/save_messages.h"
 
 using namespace mdlFileProcessing;
@@ -59,7 +59,7 @@ void frmTrimbrook::OpenSource(const std::string& path) {
   Slider1.SetValue(Slider1.Min());
   Slider2.SetValue(Slider2.Max());
   if (path.empty() || !MeasureSource(path)) return;
-  bln20D = file_kind::IsNameOf20D(path);
+  bln20D = format::IsNameOf20D(path);
   last20D_ = bln20D;
   if (!ReadSource(path)) return;
   ShowSource(path);

@@ -1,4 +1,4 @@
-#include "mainwindow/time_range.h"
+#include "save/time_range.h"
 
 #include <cstdlib>
 #include <optional>

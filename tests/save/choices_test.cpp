@@ -1,16 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <string>
 
 #include "capture/capture_time.h"
 #include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
-#include "mainwindow/calendar_day.h"
-#include "mainwindow/camera_choice.h"
-#include "mainwindow/file_kind.h"
-#include "mainwindow/time_range.h"
+#include "save/camera_choice.h"
 #include "save/save_state.h"
+#include "save/time_range.h"
 #include "tests/support/fake_platform.h"
 
 using namespace mdlFileProcessing;
@@ -86,17 +83,9 @@ TEST(SizeMB, CountsBothEndsInEitherOrder) {
   EXPECT_EQ(SizeMB({5, 2}), 8);
 }
 
-TEST(CalendarDay, IsTheDayOnWhichADateLies) {
-  using std::chrono::year;
-  const auto leapDay = year(2004) / 2 / 29;
-  EXPECT_EQ(DateOfDay(leapDay), DateOf(2004, 2, 29));
-  EXPECT_EQ(DayOfDate(DateOf(2004, 2, 29, 23, 59, 59)), leapDay);
-  EXPECT_EQ(DayOfDate(DateOf(1892, 1, 18, 12)), year(1892) / 1 / 18);
-}
-
 TEST(FileKind, IsToldByTheLastThreeLetters) {
-  for (const char* name : {"C:\\a.20d", "C:\\a20D"}) EXPECT_TRUE(file_kind::IsNameOf20D(name));
-  for (const char* name : {"a.20D.60D", "0D"}) EXPECT_FALSE(file_kind::IsNameOf20D(name));
+  for (const char* name : {"C:\\a.20d", "C:\\a20D"}) EXPECT_TRUE(format::IsNameOf20D(name));
+  for (const char* name : {"a.20D.60D", "0D"}) EXPECT_FALSE(format::IsNameOf20D(name));
 }
 
 void Fill(OneBased<std::int32_t>& masks, const Seconds& values) {

@@ -1,4 +1,4 @@
-#include "mainwindow/camera_choice.h"
+#include "save/camera_choice.h"
 
 #include "capture/mdlFileProcessing.h"
 #include "save/save_state.h"
