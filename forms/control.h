@@ -16,12 +16,12 @@ class Form;
 /// What a control tells its form. The handler is a member function named control_event.
 enum class Event {
   kClick,        ///< Button, check box, option button; a day picked in a calendar; a list's choice.
-  kChange,       ///< A slider's value changed, by whomever; a text was edited.
+  kChange,       ///< A slider's value changed, by whomever.
   kScroll,       ///< The user moved a slider.
   kMonthChange,  ///< The user turned a calendar to another month.
   kYearChange,   ///< The user turned a calendar to another year.
   kTimer,        ///< A timer's interval has passed.
-  kEnter,        ///< Enter was pressed in a text box; without a handler it is the default button's.
+  kEnter,        ///< Enter was pressed in an up-down's box; else it is the default button's.
 };
 
 /// A control of a form: its state, kept in twips and UTF-8, and the window that shows it. The state

@@ -9,4 +9,3 @@
 #include "forms/slider.h"
 #include "forms/text_box.h"
 #include "forms/timer.h"
-#include "forms/up_down.h"

@@ -1,19 +1,12 @@
 #include "forms/month_calendar.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace forms {
 namespace {
 
 Day FromSystem(const SYSTEMTIME& time) {
-  return {time.wYear, time.wMonth, time.wDay};
-}
-
-int DaysIn(int year, int month) {
-  constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-  return month == 2 && leap ? 29 : kDays[month - 1];
+  return std::chrono::year(time.wYear) / time.wMonth / time.wDay;
 }
 
 }  // namespace
@@ -25,27 +18,21 @@ Day Today() {
 }
 
 void MonthCalendar::SetValue(Day day) {
-  day.month = std::clamp(day.month, 1, 12);
-  day.day = std::clamp(day.day, 1, DaysIn(day.year, day.month));
-  Select(day);
-}
-
-void MonthCalendar::SetDay(int day) {
-  if (day >= 1 && day <= DaysIn(value_.year, value_.month))
-    Select({value_.year, value_.month, day});
-}
-
-void MonthCalendar::Select(Day day) {
   value_ = day;  // First, so that the control's own notification finds nothing new.
   SYSTEMTIME time = {};
-  time.wYear = static_cast<WORD>(day.year);
-  time.wMonth = static_cast<WORD>(day.month);
-  time.wDay = static_cast<WORD>(day.day);
+  time.wYear = static_cast<WORD>(static_cast<int>(day.year()));
+  time.wMonth = static_cast<WORD>(static_cast<unsigned>(day.month()));
+  time.wDay = static_cast<WORD>(static_cast<unsigned>(day.day()));
   Send(MCM_SETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
 }
 
+void MonthCalendar::SetDay(std::chrono::day day) {
+  const Day moved = value_.year() / value_.month() / day;
+  if (moved.ok()) SetValue(moved);
+}
+
 void MonthCalendar::Created() {
-  Select(value_);
+  SetValue(value_);
 }
 
 Day MonthCalendar::Value() const {
@@ -70,11 +57,11 @@ LRESULT MonthCalendar::OnNotify(const NMHDR& header) {
 void MonthCalendar::Take(bool picked) {
   const Day before = std::exchange(value_, Value());
   if (value_ == before) return;
-  const bool samePage = value_.year == before.year && value_.month == before.month;
+  const bool samePage = value_.year() == before.year() && value_.month() == before.month();
   if (picked || samePage)
     Raise(Event::kClick);
   else
-    Raise(value_.month != before.month ? Event::kMonthChange : Event::kYearChange);
+    Raise(value_.month() != before.month() ? Event::kMonthChange : Event::kYearChange);
 }
 
 std::optional<LRESULT> MonthCalendar::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

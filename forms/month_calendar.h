@@ -1,16 +1,13 @@
 #pragma once
 
+#include <chrono>
+
 #include "forms/control.h"
 
 namespace forms {
 
-/// A calendar day, year from 1601 as Windows has it, month and day from 1.
-struct Day {
-  int year = 0;
-  int month = 0;
-  int day = 0;
-  bool operator==(const Day&) const = default;
-};
+/// A calendar day; Windows knows years from 1601.
+using Day = std::chrono::year_month_day;
 
 /// Today by the machine's clock.
 Day Today();
@@ -25,10 +22,9 @@ class MonthCalendar : public Control {
 
   /// The day that the calendar shows as chosen, by whatever means.
   Day Value() const;
-  /// Chooses a day; one that the month does not have becomes its last.
   void SetValue(Day day);
   /// Chooses another day of the shown month; one that it does not have changes nothing.
-  void SetDay(int day);
+  void SetDay(std::chrono::day day);
 
  protected:
   const wchar_t* WindowClass() const override { return MONTHCAL_CLASSW; }
@@ -39,7 +35,6 @@ class MonthCalendar : public Control {
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  void Select(Day day);
   /// Takes the day that the calendar shows now, and tells what has happened if it is another one.
   void Take(bool picked);
 

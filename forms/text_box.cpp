@@ -1,7 +1,10 @@
 #include "forms/text_box.h"
 
+#include <algorithm>
+#include <charconv>
+
+#include "forms/form.h"
 #include "forms/text.h"
-#include "forms/up_down.h"
 
 namespace forms {
 
@@ -10,9 +13,7 @@ std::string TextBox::Text() const {
 }
 
 void TextBox::SetText(const std::string& text) {
-  setting_ = true;
   Control::SetCaption(text);
-  setting_ = false;
   ShowEnd();
 }
 
@@ -46,19 +47,63 @@ void TextBox::ShowEnd() {
 }
 
 void TextBox::OnCommand(WORD code) {
-  if (code == EN_CHANGE && !setting_) Raise(Event::kChange);
   if (code == EN_KILLFOCUS && upDown_) upDown_->BringIntoRange();
 }
 
 std::optional<LRESULT> TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (!HasHandler(Event::kEnter)) return {};
+  if (!upDown_ || !upDown_->HasHandler(Event::kEnter)) return {};
   // The dialog manager gives Enter to the default button unless the box asks for the key.
   if (message == WM_GETDLGCODE && wParam == VK_RETURN)
     return DefSubclassProc(window(), message, wParam, lParam) | DLGC_WANTMESSAGE;
   if (message == WM_CHAR && wParam == VK_RETURN) return 0;  // A box of one line would beep.
   if (message != WM_KEYDOWN || wParam != VK_RETURN) return {};
-  Raise(Event::kEnter);
+  upDown_->Raise(Event::kEnter);
   return 0;
+}
+
+int UpDown::Value() {
+  BringIntoRange();
+  return value_;
+}
+
+void UpDown::SetValue(int value) {
+  value_ = std::clamp(value, min_, max_);
+  Send(UDM_SETPOS32, 0, value_);
+  if (box_) box_->SetText(std::to_string(value_));
+}
+
+void UpDown::SetToolTip(const std::string& text) {
+  Control::SetToolTip(text);
+  if (box_) box_->SetToolTip(text);
+}
+
+void UpDown::SetRange(int min, int max) {
+  min_ = min;
+  max_ = max;
+  Send(UDM_SETRANGE32, static_cast<WPARAM>(min), max);
+  SetValue(value_);
+}
+
+DWORD UpDown::WindowStyle() const {
+  return UDS_SETBUDDYINT | UDS_ARROWKEYS | UDS_NOTHOUSANDS | UDS_WRAP;
+}
+
+void UpDown::Created() {
+  constexpr int kLongestNumber = 9;
+  box_ = &dynamic_cast<TextBox&>(form().ControlById(row().buddy));
+  box_->upDown_ = this;
+  SendMessageW(box_->window(), EM_SETLIMITTEXT, kLongestNumber, 0);
+  Send(UDM_SETBUDDY, reinterpret_cast<WPARAM>(box_->window()));
+  SetRange(min_, max_);
+}
+
+void UpDown::BringIntoRange() {
+  if (!box_ || !window()) return;
+  const std::string text = box_->Text();
+  int typed = 0;
+  std::from_chars(text.data(), text.data() + text.size(), typed);
+  value_ = std::clamp(typed, min_, max_);
+  if (text != std::to_string(value_)) SetValue(value_);
 }
 
 }  // namespace forms

@@ -9,43 +9,40 @@ using forms::Event;
 
 frmTrimbrook::frmTrimbrook(platform::Platform& system)
     : Form(layout::kFrmTrimbrook), system_(system) {
-  for (forms::UpDown* hours : {&UpDownH, &UpDown1}) hours->SetRange(0, 23);
-  for (forms::UpDown* rest : {&UpDownM, &UpDownS, &UpDown2, &UpDown3}) rest->SetRange(0, 59);
+  for (const RangeEnd* end : {&start_, &end_})
+    for (forms::UpDown* part : end->time) part->SetRange(0, part == end->time[0] ? 23 : 59);
   BindEvents();
 }
 
 void frmTrimbrook::BindEvents() {
   Bind({
-      {Command1, Event::kClick, [this] { Command1_Click(); }},
-      {Command2, Event::kClick, [this] { Command2_Click(); }},
-      {Slider1, Event::kScroll, [this] { Slider1_Scroll(); }},
-      {Slider1, Event::kChange, [this] { Slider1_Change(); }},
-      {Slider2, Event::kScroll, [this] { Slider2_Scroll(); }},
-      {Slider2, Event::kChange, [this] { Slider2_Change(); }},
-      {cmdSet, Event::kClick, [this] { cmdSet_Click(); }},
-      {cmdClear, Event::kClick, [this] { cmdClear_Click(); }},
-      {Command8, Event::kClick, [this] { Command8_Click(); }},
+      {Command1, Event::kClick, [this] { ChooseSource(); }},
+      {Command2, Event::kClick, [this] { ChooseTarget(); }},
+      {Slider1, Event::kScroll, [this] { Slider_Scroll(start_, end_); }},
+      {Slider1, Event::kChange, [this] { Slider_Change(start_); }},
+      {Slider2, Event::kScroll, [this] { Slider_Scroll(end_, start_); }},
+      {Slider2, Event::kChange, [this] { Slider_Change(end_); }},
+      {Calendar1, Event::kClick, [this] { Calendar_Click(start_); }},
+      {Calendar1, Event::kMonthChange, [this] { Calendar_MonthChange(start_); }},
+      {Calendar1, Event::kYearChange, [this] { Calendar_MonthChange(start_); }},
+      {Calendar2, Event::kClick, [this] { Calendar_Click(end_); }},
+      {Calendar2, Event::kMonthChange, [this] { Calendar_MonthChange(end_); }},
+      {Calendar2, Event::kYearChange, [this] { Calendar_MonthChange(end_); }},
+      {cmdSet, Event::kClick, [this] { TickAll(true); }},
+      {cmdClear, Event::kClick, [this] { TickAll(false); }},
+      {Command8, Event::kClick, [this] { CheckAvailability(); }},
       {CheckCTRS, Event::kClick, [this] { CheckCTRS_Click(); }},
-      {Calendar1, Event::kClick, [this] { Calendar1_Click(); }},
-      {Calendar1, Event::kMonthChange, [this] { Calendar1_MonthChange(); }},
-      {Calendar1, Event::kYearChange, [this] { Calendar1_MonthChange(); }},
-      {Calendar2, Event::kClick, [this] { Calendar2_Click(); }},
-      {Calendar2, Event::kMonthChange, [this] { Calendar2_MonthChange(); }},
-      {Calendar2, Event::kYearChange, [this] { Calendar2_MonthChange(); }},
-      {Text8, Event::kEnter, [this] { Command5_Click(); }},
-      {Text9, Event::kEnter, [this] { Command5_Click(); }},
-      {Text10, Event::kEnter, [this] { Command5_Click(); }},
-      {Text11, Event::kEnter, [this] { Command5_Click(); }},
-      {Text12, Event::kEnter, [this] { Command5_Click(); }},
-      {Text13, Event::kEnter, [this] { Command5_Click(); }},
-      {Command5, Event::kClick, [this] { Command5_Click(); }},
-      {Command6, Event::kClick, [this] { Command6_Click(); }},
-      {Command3, Event::kClick, [this] { Command3_Click(); }},
-      {Command7, Event::kClick, [this] { Command7_Click(); }},
-      {Command4, Event::kClick, [this] { Command4_Click(); }},
+      {Command5, Event::kClick, [this] { Confirm(); }},
+      {Command6, Event::kClick, [this] { ResetRange(); }},
+      {Command3, Event::kClick, [this] { SaveFile(); }},
+      {Command7, Event::kClick, [this] { SaveToCd(); }},
+      {Command4, Event::kClick, [this] { Unload(); }},
   });
+  for (const RangeEnd* end : {&start_, &end_})
+    for (const forms::UpDown* part : end->time)
+      Bind({{*part, Event::kEnter, [this] { Confirm(); }}});
   BindKeys({
-      {FCONTROL, 'O', [this] { Command1_Click(); }},
+      {FCONTROL, 'O', [this] { ChooseSource(); }},
       {FCONTROL, 'T', [this] { ChooseTarget(); }},
       {FCONTROL, 'S', [this] { SaveAskingForTarget(); }},
       {0, VK_F5, [this] { CheckAvailability(); }},
@@ -79,10 +76,6 @@ void frmTrimbrook::OpenGuide() {
       system_.desktop.ShellOpen(owner, guide, platform::ShowCommand::kDefault))
     return;
   ShowMessage("The user guide cannot be opened: " + guide);
-}
-
-void frmTrimbrook::Command4_Click() {
-  Unload();
 }
 
 std::string frmTrimbrook::SourcePath() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -12,6 +14,24 @@
 #include "resources/resource.h"
 #include "save/main_window_view.h"
 #include "save/time_range.h"
+
+/// An end of the range: its slider, and its day and time of the custom range.
+struct RangeEnd {
+  forms::Slider& slider;
+  forms::MonthCalendar& calendar;
+  std::array<forms::UpDown*, 3> time;  ///< Hour, minute, second.
+  /// When the blocks start, or end.
+  const OneBased<platform::Date>& blockTimes;
+  /// When the slider's block starts or ends: `strStartTime`, `strEndTime`.
+  std::string strTime = {};
+  /// Date that the calendar shows: `strCal1Date`, `strCal2Date`.
+  std::string strCalDate = {};
+  /// Day of the month remembered for it: `intCal1Day`, `intCal2Day`.
+  std::chrono::day intCalDay = std::chrono::day(1);
+
+  /// The time stamp that the calendar and the fields show.
+  std::int64_t Seconds() const;
+};
 
 /// The window that the program starts with: which recording to open, which part of it and which
 /// cameras to keep, and where to save that. One file per concern: frmTrimbrook_source.cpp, _range,
@@ -38,8 +58,7 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   std::int32_t LastBlock() override;
 
   // The source file.
-  void Command1_Click();
-  void Command4_Click();
+  void ChooseSource();
   void CloseSource();
   void OpenSource(const std::string& path);
   bool MeasureSource(const std::string& path);
@@ -48,35 +67,23 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   bool AcceptReading(mdlFileProcessing::ReadEnd end);
   void ShowSource(const std::string& path);
   void OpenSliders();
+  bool RequireSource();
   void OpenGuide();
 
   // The time range.
-  void Slider1_Scroll();
-  void Slider1_Change();
-  void Slider2_Scroll();
-  void Slider2_Change();
-  void Calendar1_Click();
-  void Calendar1_MonthChange();
-  void Calendar2_Click();
-  void Calendar2_MonthChange();
+  void Slider_Scroll(RangeEnd& moved, const RangeEnd& other);
+  void Slider_Change(RangeEnd& end);
+  void Calendar_Click(RangeEnd& end);
+  void Calendar_MonthChange(RangeEnd& end);
   void CheckCTRS_Click();
-  void Command5_Click();
-  void Command6_Click();
-  void RefuseMove(forms::Slider& slider, const forms::Slider& other, const char* message);
-  void ShowRange();
+  void Confirm();
   void ResetRange();
   void ShowToday();
-  void ShowCustomDates(platform::Date start, platform::Date end);
-  void ShowCustomTimes();
+  void ShowCustomDate(RangeEnd& end, platform::Date date);
+  void ShowCustomTime(RangeEnd& end, platform::Date date);
   void ShowAllowedTimes();
-  void KeepDayOfMonth(forms::MonthCalendar& calendar, std::string& dateText,
-                      std::int16_t& rememberedDay);
-  std::string DateTextOf(const forms::MonthCalendar& calendar);
 
   // The cameras.
-  void cmdSet_Click();
-  void cmdClear_Click();
-  void Command8_Click();
   void TickAll(bool ticked);
   bool CheckAvailability();
   void ShowAvailability(BlockRange range);
@@ -84,11 +91,9 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   std::int16_t GetCameraSelection();
 
   // The target file, and what is done with it.
-  void Command2_Click();
-  void Command3_Click();
-  void Command7_Click();
   void ChooseTarget();
   void SaveFile();
+  void SaveToCd();
   void SaveAskingForTarget();
   void ShowFreeSpace();
   const char* SaveRefusal();
@@ -96,19 +101,12 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   bool AcceptHighCameras();
 
   platform::Platform& system_;
-  std::string strCal1Date;       ///< Date that the start calendar shows.
-  std::int16_t intCal1Day = 1;   ///< Day of the month remembered for it.
-  std::string strCal2Date;       ///< Date that the end calendar shows.
-  std::int16_t intCal2Day = 1;   ///< Day of the month remembered for it.
-  std::string strStartTime;      ///< Start of block `Slider1.Value`.
-  std::string strEndTime;        ///< End of block `Slider2.Value`.
   BlockRange checkedRange_;      ///< Blocks whose cameras were looked up last.
   int rise_ = 0;                 ///< Twips that the expanded window has really moved up.
   bool choosingSource_ = false;  ///< The choice of a source is under way.
   bool last20D_ = true;          ///< Kind of the file that was chosen last in this run.
 
   // "Source File"
-  forms::Frame Frame1{*this, IDC_frmTrimbrook_Frame1};
   forms::TextBox Text1{*this, IDC_frmTrimbrook_Text1};  ///< Path; empty when no source is open.
   forms::TextBox Text2{*this, IDC_frmTrimbrook_Text2};  ///< Start and end of the recording.
   forms::TextBox Text3{*this, IDC_frmTrimbrook_Text3};  ///< Size, megabytes.
@@ -128,32 +126,21 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   forms::Slider Slider2{*this, IDC_frmTrimbrook_Slider2};  ///< Last block to keep.
 
   // "Camera Setup"
-  forms::Frame Frame7{*this, IDC_frmTrimbrook_Frame7};
   /// Camera i + 1 is to be kept; enabled when it occurs in the checked range.
   forms::ControlArray<forms::CheckBox> Check1{*this, IDC_frmTrimbrook_Check1, 0, 31};
-  /// Numbers of the cameras; element 0 is the "MB" behind `Text4`.
-  forms::ControlArray<forms::Label> Label5{*this, IDC_frmTrimbrook_Label5, 0, 32};
   forms::PictureButton cmdSet{*this, IDC_frmTrimbrook_cmdSet};      ///< Ticks all cameras.
   forms::PictureButton cmdClear{*this, IDC_frmTrimbrook_cmdClear};  ///< Clears all cameras.
   forms::Button Command8{*this, IDC_frmTrimbrook_Command8};         ///< "Check Availability"
 
   forms::CheckBox CheckCTRS{*this, IDC_frmTrimbrook_CheckCTRS};  ///< Shows the custom time range.
-  // "Custom Time Range Setup": its start, then its end, each a day and the arrows and boxes of
-  // hour, minute and second.
-  forms::Frame Frame4{*this, IDC_frmTrimbrook_Frame4};
+  // "Custom Time Range Setup": its start, then its end, each a day, hour, minute and second.
   forms::MonthCalendar Calendar1{*this, IDC_frmTrimbrook_Calendar1};
-  forms::TextBox Text8{*this, IDC_frmTrimbrook_Text8};
   forms::UpDown UpDownH{*this, IDC_frmTrimbrook_UpDownH};
-  forms::TextBox Text9{*this, IDC_frmTrimbrook_Text9};
   forms::UpDown UpDownM{*this, IDC_frmTrimbrook_UpDownM};
-  forms::TextBox Text10{*this, IDC_frmTrimbrook_Text10};
   forms::UpDown UpDownS{*this, IDC_frmTrimbrook_UpDownS};
   forms::MonthCalendar Calendar2{*this, IDC_frmTrimbrook_Calendar2};
-  forms::TextBox Text11{*this, IDC_frmTrimbrook_Text11};
   forms::UpDown UpDown1{*this, IDC_frmTrimbrook_UpDown1};
-  forms::TextBox Text12{*this, IDC_frmTrimbrook_Text12};
   forms::UpDown UpDown2{*this, IDC_frmTrimbrook_UpDown2};
-  forms::TextBox Text13{*this, IDC_frmTrimbrook_Text13};
   forms::UpDown UpDown3{*this, IDC_frmTrimbrook_UpDown3};
   forms::Button Command5{*this,
                          IDC_frmTrimbrook_Command5};  ///< "Confirm": moves the sliders there.
@@ -162,4 +149,13 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   forms::Button Command3{*this, IDC_frmTrimbrook_Command3};  ///< "Save File"
   forms::Button Command7{*this, IDC_frmTrimbrook_Command7};  ///< "Save To CD", not offered.
   forms::Button Command4{*this, IDC_frmTrimbrook_Command4};  ///< "Exit"
+
+  RangeEnd start_{.slider = Slider1,
+                  .calendar = Calendar1,
+                  .time = {&UpDownH, &UpDownM, &UpDownS},
+                  .blockTimes = mdlFileProcessing::dtBlockStart};
+  RangeEnd end_{.slider = Slider2,
+                .calendar = Calendar2,
+                .time = {&UpDown1, &UpDown2, &UpDown3},
+                .blockTimes = mdlFileProcessing::dtBlockEnd};
 };

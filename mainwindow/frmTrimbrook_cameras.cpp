@@ -2,32 +2,16 @@
 
 #include "capture/mdlFileProcessing.h"
 #include "mainwindow/frmTrimbrook.h"
-#include "mainwindow/messages.h"
 #include "save/camera_choice.h"
-
-void frmTrimbrook::cmdSet_Click() {
-  TickAll(true);
-}
-
-void frmTrimbrook::cmdClear_Click() {
-  TickAll(false);
-}
 
 void frmTrimbrook::TickAll(bool ticked) {
   for (int i = Check1.first(); i <= Check1.last(); ++i) Check1(i).SetValue(ticked);
 }
 
-void frmTrimbrook::Command8_Click() {
-  CheckAvailability();
-}
-
 /// False when the source cannot be read, which is told, or the user has stopped it: the boxes are
 /// as they were.
 bool frmTrimbrook::CheckAvailability() {
-  if (Text1.Text().empty()) {
-    ShowMessage(main_text::kNoSource);
-    return false;
-  }
+  if (!RequireSource()) return false;
   const BlockRange range = {Slider1.Value(), Slider2.Value()};
   const auto read = [&] {
     Reading reading = StartReading(1);

@@ -20,10 +20,11 @@ using namespace mdlFileProcessing;
 namespace {
 
 constexpr std::int32_t kFewestBlocks = 2;
+constexpr char kNoSource[] = "Please select the source file first!";
 
 }  // namespace
 
-void frmTrimbrook::Command1_Click() {
+void frmTrimbrook::ChooseSource() {
   // Clearing the old source lets messages run, among them perhaps another click.
   if (choosingSource_) return;
   const ScopedFlag choosing(choosingSource_);
@@ -106,9 +107,9 @@ bool frmTrimbrook::AcceptReading(ReadEnd end) {
 
 void frmTrimbrook::ShowSource(const std::string& path) {
   Text1.SetText(path);
-  strStartTime = system_.dates.Format(dtBlockStart[1]);
-  strEndTime = system_.dates.Format(dtBlockEnd[dtBlockEnd.UpperBound()]);
-  Text2.SetText(strStartTime + "----" + strEndTime);
+  start_.strTime = system_.dates.Format(dtBlockStart[1]);
+  end_.strTime = system_.dates.Format(dtBlockEnd[dtBlockEnd.UpperBound()]);
+  Text2.SetText(start_.strTime + "----" + end_.strTime);
   Text5.SetText(Text2.Text());
   ResetRange();
   ShowAllowedTimes();
@@ -127,6 +128,13 @@ void frmTrimbrook::OpenSliders() {
   Slider2.SetMax(lngBlockCount);
   Slider2.SetValue(lngBlockCount);
   // A slider that stood at its place already has told no change, but its time is a new one.
-  Slider1_Change();
-  Slider2_Change();
+  Slider_Change(start_);
+  Slider_Change(end_);
+}
+
+/// Whether a source is open; asks for one when none is.
+bool frmTrimbrook::RequireSource() {
+  const bool isOpen = !Text1.Text().empty();
+  if (!isOpen) ShowMessage(kNoSource);
+  return isOpen;
 }

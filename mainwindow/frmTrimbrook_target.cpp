@@ -10,7 +10,6 @@
 #include "forms/dialogs.h"
 #include "mainwindow/file_kind.h"
 #include "mainwindow/frmTrimbrook.h"
-#include "mainwindow/messages.h"
 #include "platform/paths.h"
 #include "save/camera_choice.h"
 #include "save/frmSaveFile.h"
@@ -29,15 +28,8 @@ constexpr char kNoHighCameras[] =
 
 }  // namespace
 
-void frmTrimbrook::Command2_Click() {
-  ChooseTarget();
-}
-
 void frmTrimbrook::ChooseTarget() {
-  if (Text1.Text().empty()) {
-    ShowMessage(main_text::kNoSource);
-    return;
-  }
+  if (!RequireSource()) return;
   Text6.SetText("");
   const auto path =
       forms::AskSaveFile(window(), {"Save New File", file_kind::Filter(bln20D),
@@ -52,11 +44,8 @@ void frmTrimbrook::ShowFreeSpace() {
     Text7.SetText(std::to_string(std::llround(GetDiskFreeMB(system_.names, TargetPath()))));
 }
 
-void frmTrimbrook::Command3_Click() {
-  SaveFile();
-}
-
 void frmTrimbrook::SaveFile() {
+  if (!RequireSource()) return;
   ShowFreeSpace();  // It may have changed since the target was chosen.
   if (const char* refusal = SaveRefusal()) {
     ShowMessage(refusal);
@@ -76,18 +65,13 @@ void frmTrimbrook::SaveAskingForTarget() {
   if (!IsClosed() && !refused) SaveFile();
 }
 
-void frmTrimbrook::Command7_Click() {
-  if (Text1.Text().empty()) {
-    ShowMessage(main_text::kNoSource);
-    return;
-  }
-  if (!AcceptSelection()) return;
+void frmTrimbrook::SaveToCd() {
+  if (!RequireSource() || !AcceptSelection()) return;
   frmSaveToCD wizard(system_, *this);
   wizard.ShowModal(*this);
 }
 
 const char* frmTrimbrook::SaveRefusal() {
-  if (Text1.Text().empty()) return main_text::kNoSource;
   if (Text6.Text().empty()) return kNoTarget;
   if (SizeEstimateMB() > std::atoll(Text7.Text().c_str())) return kNoSpace;
   // How large a file of some cameras gets, nobody knows before their images are counted.

@@ -1,5 +1,6 @@
 #include "save/time_range.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <optional>
 
@@ -12,6 +13,7 @@ using mdlFileProcessing::dtBlockStart;
 
 namespace {
 
+constexpr std::chrono::sys_days kDateOrigin = std::chrono::year(1899) / std::chrono::December / 30;
 constexpr std::int32_t kBlockMB = format::kBlockSize / (1024 * 1024);
 
 constexpr char kStartOutside[] =
@@ -65,4 +67,12 @@ BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std:
     ++range.last;
   if (range.first <= range.last) return range;
   return BlocksOverlapping(from, to).value_or(BlockRange{range.last, range.first});
+}
+
+platform::Date DateOfDay(std::chrono::year_month_day day) {
+  return static_cast<double>((std::chrono::sys_days(day) - kDateOrigin).count());
+}
+
+std::chrono::year_month_day DayOfDate(platform::Date date) {
+  return kDateOrigin + std::chrono::days(std::lround(std::floor(date)));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 
 #include "platform/date_text.h"
@@ -23,3 +24,8 @@ const char* TimeRangeRefusal(std::int64_t start, std::int64_t end);
 /// in between, so that these are in the wrong order: all blocks from the first to the last one
 /// whose time overlaps the range; when there is none, the two the other way round.
 BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std::int64_t end);
+
+/// The date on which a day begins.
+platform::Date DateOfDay(std::chrono::year_month_day day);
+/// The day on which a date lies.
+std::chrono::year_month_day DayOfDate(platform::Date date);

@@ -83,6 +83,14 @@ TEST(SizeMB, CountsBothEndsInEitherOrder) {
   EXPECT_EQ(SizeMB({5, 2}), 8);
 }
 
+TEST(CalendarDay, IsTheDayOnWhichADateLies) {
+  using std::chrono::year;
+  const auto leapDay = year(2004) / 2 / 29;
+  EXPECT_EQ(DateOfDay(leapDay), DateOf(2004, 2, 29));
+  EXPECT_EQ(DayOfDate(DateOf(2004, 2, 29, 23, 59, 59)), leapDay);
+  EXPECT_EQ(DayOfDate(DateOf(1892, 1, 18, 12)), year(1892) / 1 / 18);
+}
+
 TEST(FileKind, IsToldByTheLastThreeLetters) {
   for (const char* name : {"C:\\a.20d", "C:\\a20D"}) EXPECT_TRUE(format::IsNameOf20D(name));
   for (const char* name : {"a.20D.60D", "0D"}) EXPECT_FALSE(format::IsNameOf20D(name));

@@ -207,23 +207,23 @@ TEST_F(FormsTest, ACalendarTellsADayOnceAndAlwaysHasTheOneItShows) {
                  reinterpret_cast<LPARAM>(&notice));
   };
   const struct {
-    Day shown;
+    WORD year, month, day;
     UINT notice;
     const char* told;
-  } cases[] = {{{2003, 1, 31}, MCN_SELCHANGE, ""},  {{2003, 1, 31}, MCN_SELECT, ""},
-               {{2003, 1, 12}, MCN_SELCHANGE, "c"}, {{2003, 2, 12}, MCN_SELCHANGE, "m"},
-               {{2003, 3, 1}, MCN_SELECT, "c"},     {{2013, 3, 1}, MCN_SELCHANGE, "y"}};
-  form.Calendar.SetValue({2003, 1, 31});
-  for (const auto& [shown, notice, told] : cases) {
+  } cases[] = {{2003, 1, 31, MCN_SELCHANGE, ""},  {2003, 1, 31, MCN_SELECT, ""},
+               {2003, 1, 12, MCN_SELCHANGE, "c"}, {2003, 2, 12, MCN_SELCHANGE, "m"},
+               {2003, 3, 1, MCN_SELECT, "c"},     {2013, 3, 1, MCN_SELCHANGE, "y"}};
+  form.Calendar.SetValue(std::chrono::year(2003) / 1 / 31);
+  for (const auto& [year, month, day, notice, told] : cases) {
     form.told.clear();
     SYSTEMTIME time = {};
-    time.wYear = static_cast<WORD>(shown.year);
-    time.wMonth = static_cast<WORD>(shown.month);
-    time.wDay = static_cast<WORD>(shown.day);
+    time.wYear = year;
+    time.wMonth = month;
+    time.wDay = day;
     SendMessageW(form.Calendar.window(), MCM_SETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
-    EXPECT_EQ(form.Calendar.Value(), shown);
+    EXPECT_EQ(form.Calendar.Value(), std::chrono::year(year) / month / day);
     for (int repeated = 0; repeated < 2; ++repeated) notify(notice);
-    EXPECT_EQ(form.told, told) << shown.day;
+    EXPECT_EQ(form.told, told) << day;
   }
   // The middle of the page is never the first of a month.
   RECT page = {};
@@ -233,7 +233,7 @@ TEST_F(FormsTest, ACalendarTellsADayOnceAndAlwaysHasTheOneItShows) {
     SendMessageW(form.Calendar.window(), message, MK_LBUTTON,
                  MAKELPARAM(page.right / 2, page.bottom / 2));
   EXPECT_EQ(form.told, "c");
-  EXPECT_NE(form.Calendar.Value().day, 1);
+  EXPECT_NE(form.Calendar.Value().day(), std::chrono::day(1));
 }
 
 TEST_F(FormsTest, AModalWindowLeavesItsOwnerInFront) {
