@@ -52,7 +52,8 @@ double Scan(const std::string& source) {
 double Index(const std::string& source, std::int32_t blocks) {
   static CameraIndex index;
   Progress progress;
-  return Timed([&] { index = IndexBlockRange(System(), progress, source, 1, blocks); });
+  SourceFile file(System().files, source);
+  return Timed([&] { index = IndexBlockRange(System(), progress, file, 1, blocks); });
 }
 
 double Save(const std::string& source, const std::string& target, int cameras,

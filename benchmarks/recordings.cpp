@@ -3,8 +3,8 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "capture/fields.h"
 #include "capture/format.h"
-#include "capture/mdlFileProcessing.h"
 #include "tests/support/recordings.h"
 
 namespace {

@@ -17,19 +17,14 @@ class clsCreate60D {
   clsCreate60D(const clsCreate60D&) = delete;
   clsCreate60D& operator=(const clsCreate60D&) = delete;
 
-  /// Adds one image: `ImageSize` bytes of `Image` from `StartPosition` (from 0) on. `Flags` 1 to 3
-  /// are stored, others are not. `Title` and `atmText` hold one byte a character. `Seconds` is the
-  /// capture time stamp, `CameraNumber` 0 to 15, `AudioSectNum` (0 to 31) the number of 512-byte
-  /// sound sectors in `AudioArr`. A value that its field cannot hold, or an image that no block
-  /// can, raises an overflow and changes nothing. Does nothing when the writer is not ready.
-  void AddDataTo60DFile(const std::uint8_t* Image, std::int32_t StartPosition,
-                        std::int32_t ImageSize, std::int16_t Flags, const std::string& Title,
-                        const std::string& atmText, std::int32_t Seconds, std::int32_t CameraNumber,
-                        std::int32_t AudioSectNum, const std::uint8_t* AudioArr);
+  /// Adds one image. A value that its field cannot hold, or an image that no block can, raises an
+  /// overflow and changes nothing. Does nothing when the writer is not ready.
+  void AddDataTo60DFile(const mdlCreate60DFile::NewImage& image);
   /// Whether an image can be added: its fields can hold its values, and a block the image.
   bool CanHold(const mdlCreate60DFile::NewImage& image) const;
-  /// Writes the last block and finishes the file, which can take a while: see `NewFile`.
-  void Close60dFile();
+  /// Writes the last block and finishes the file, which can take a while: see `NewFile`. False when
+  /// the file has not come to be.
+  bool Close60dFile();
   /// Whether a file was created and not closed yet.
   bool FileIsReady() const;
   /// Creates the target file. False when that fails.
@@ -38,12 +33,8 @@ class clsCreate60D {
   void SetVideoStandardToPAL(bool vsPAL);
   /// Size of the file in bytes after the last block that was written; 0 before.
   double GetCurrentFileSize() const;
-  /// Whether a write or the finish has failed: the file has not come to be then.
-  bool HasFailed() const;
 
  private:
-  /// Writes the block, unless it is empty, and begins the next one.
-  void ChangeBlock();
   /// Writes the block with its trailer at `trailerOffset`, unless it holds no image.
   void WriteBlock(std::int32_t trailerOffset);
   /// Writes at `offset` of the block's place in the file.
@@ -51,11 +42,8 @@ class clsCreate60D {
 
   NewFile& file_;
   bool ready_ = false;
-  const format::Variant* variant_;
+  bool isPal_ = false;
+  const format::Variant* variant_ = nullptr;
   mdlCreate60DFile::BlockBuilder block_;
   std::int32_t blockPosition_ = 0;  // 2 MiB slot of the next block write, from 0.
-  std::int32_t blockSequence_ = 0;
-  bool isPal_ = false;
-  bool failed_ = false;
-  double fileSize_ = 0;  // After the last block that was written.
 };

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "capture/mdlFileProcessing.h"
-
 namespace mdlCreate60DFile {
 
 using format::kSectorSize;
@@ -23,8 +21,8 @@ static_assert(EndOfTail(0) == 512 && EndOfTail(455) == 512 && EndOfTail(456) == 
 
 /// Bytes that the image and what belongs to it take in an empty block.
 std::int64_t StoredSize(const NewImage& image) {
-  return EndOfTail(image.size) + (image.text.empty() ? 0 : kSectorSize) +
-         std::int64_t{image.soundSectors} * kSectorSize;
+  return EndOfTail(std::ssize(image.bytes)) + (image.text.empty() ? 0 : kSectorSize) +
+         std::ssize(image.sound);
 }
 
 bool IsStored(int flags) {
@@ -33,27 +31,19 @@ bool IsStored(int flags) {
 
 }  // namespace
 
-void BlockBuilder::ResetTrailer(const format::Variant& variant) {
+void BlockBuilder::Begin(const format::Variant& variant) {
   variant_ = &variant;
   trailer_.assign(static_cast<std::size_t>(variant.trailerLength), 0);
   entryCursor_ = format::trailer30::kEntryList;
-  imageCount_ = 0;
-  earliest_ = std::numeric_limits<std::int32_t>::max();
-  latest_ = 0;
-  cameraMask_ = 0;
-  textMask_ = 0;
-  std::fill(std::begin(flagMasks_), std::end(flagMasks_), 0);
-}
-
-void BlockBuilder::ResetData() {
-  if (!data_) data_.reset(new std::uint8_t[format::kBlockSize]);
+  summary_ = {};
   dataLength_ = 0;
   std::fill(std::begin(tail_), std::end(tail_), std::uint8_t{0});
 }
 
 bool BlockBuilder::CanHold(const NewImage& image) const {
-  return image.size >= 0 && image.camera >= 0 && image.camera < format::kCameras &&
-         image.soundSectors >= 0 && image.soundSectors <= format::kMostSoundSectors &&
+  return image.camera >= 0 && image.camera < format::kCameras &&
+         image.sound.size() % kSectorSize == 0 &&
+         image.sound.size() <= format::kMostSoundSectors * kSectorSize &&
          image.title.size() <= format::tail::kTitleRoom &&
          image.text.size() <= format::text::kRoom && StoredSize(image) <= variant_->trailerOffset;
 }
@@ -61,19 +51,18 @@ bool BlockBuilder::CanHold(const NewImage& image) const {
 bool BlockBuilder::HasRoomFor(const NewImage& image) const {
   // The reserve covers the rest of a sector, a sector for the tail and one for a text.
   constexpr std::int64_t kReserve = 2048;
-  const std::int64_t end =
-      std::int64_t{dataLength_} + image.size + std::int64_t{image.soundSectors} * kSectorSize;
+  const std::int64_t end = dataLength_ + std::ssize(image.bytes) + std::ssize(image.sound);
   return end - end % kSectorSize + kReserve < variant_->trailerOffset &&
-         imageCount_ < variant_->mostImages;
+         summary_.imageCount < variant_->mostImages;
 }
 
 void BlockBuilder::Add(const NewImage& image) {
   AddEntry(image);
   AddToSummary(image);
-  AddBytes(image.bytes, image.size);
+  AddBytes(image.bytes);
   AddTail(image);
   if (!image.text.empty()) AddText(image.text);
-  AddBytes(image.sound, image.soundSectors * kSectorSize);
+  AddBytes(image.sound);
 }
 
 void BlockBuilder::AddEntry(const NewImage& image) {
@@ -83,7 +72,7 @@ void BlockBuilder::AddEntry(const NewImage& image) {
     entry[format::entry30::kSector] |=
         static_cast<std::uint8_t>(image.flags << format::kFlagsShift);
   entry[format::entry30::kSoundAndText] = static_cast<std::uint8_t>(
-      image.soundSectors << format::kSoundShift | (image.text.empty() ? 0 : 1));
+      std::ssize(image.sound) / kSectorSize << format::kSoundShift | (image.text.empty() ? 0 : 1));
   entry[format::entry30::kCamera] = static_cast<std::uint8_t>(image.camera & format::kCameraBits);
   entryCursor_ += format::entry30::kSize;
 }
@@ -94,18 +83,18 @@ void BlockBuilder::PutSector(int offset) {
 }
 
 void BlockBuilder::AddToSummary(const NewImage& image) {
-  earliest_ = std::min(earliest_, image.seconds);
-  latest_ = std::max(latest_, image.seconds);
+  summary_.earliest = std::min(summary_.earliest, image.seconds);
+  summary_.latest = std::max(summary_.latest, image.seconds);
   const std::int32_t bit = 1 << image.camera;
-  cameraMask_ |= bit;
-  if (IsStored(image.flags)) flagMasks_[image.flags] |= bit;
-  if (!image.text.empty()) textMask_ |= bit;
-  ++imageCount_;
+  summary_.cameraMask |= bit;
+  if (IsStored(image.flags)) summary_.flagMasks[image.flags] |= bit;
+  if (!image.text.empty()) summary_.textMask |= bit;
+  ++summary_.imageCount;
 }
 
-void BlockBuilder::AddBytes(const std::uint8_t* bytes, std::int32_t count) {
-  std::copy_n(bytes, count, &data_[static_cast<std::size_t>(dataLength_)]);
-  dataLength_ += count;
+void BlockBuilder::AddBytes(mdlFileProcessing::Bytes bytes) {
+  std::copy(bytes.begin(), bytes.end(), &data_[static_cast<std::size_t>(dataLength_)]);
+  dataLength_ += static_cast<std::int32_t>(bytes.size());
 }
 
 void BlockBuilder::AddZeros(std::int32_t count) {
@@ -119,7 +108,7 @@ void BlockBuilder::AddTail(const NewImage& image) {
   PutBigEndian(tail_, 4, format::tail::kMarker);
   PutBigEndian(tail_ + format::tail::kSeconds, 4, image.seconds);
   std::copy(image.title.begin(), image.title.end(), tail_ + format::tail::kTitle);
-  AddBytes(tail_, format::tail::kLength);
+  AddBytes(tail_);
 }
 
 void BlockBuilder::AddText(const std::string& text) {
@@ -136,24 +125,24 @@ void BlockBuilder::Seal(std::int32_t sequence, int videoStandard) {
   const auto put = [this](int offset, int length, std::int32_t value) {
     PutBigEndian(&trailer_[static_cast<std::size_t>(offset)], length, value);
   };
-  put(format::trailer::kEarliest, 4, earliest_);
-  put(format::trailer::kStart, 4, earliest_);
-  put(format::trailer::kEnd, 4, latest_);
+  put(format::trailer::kEarliest, 4, summary_.earliest);
+  put(format::trailer::kStart, 4, summary_.earliest);
+  put(format::trailer::kEnd, 4, summary_.latest);
   put(format::trailer::kEntryListOffset, 1, header::kEntryList);
   put(format::trailer::kBlockType, 1, variant_->blockType);
   put(header::kSequence, 4, sequence);
-  put(header::kCameraMask, 2, cameraMask_);
-  put(header::kFlag1Mask, 2, flagMasks_[1]);
-  put(header::kFlag2Mask, 2, flagMasks_[2]);
-  put(header::kFlag3Mask, 2, flagMasks_[3]);
-  put(header::kTextMask, 2, textMask_);
-  put(header::kImageCount, 2, imageCount_);
+  put(header::kCameraMask, 2, summary_.cameraMask);
+  put(header::kFlag1Mask, 2, summary_.flagMasks[1]);
+  put(header::kFlag2Mask, 2, summary_.flagMasks[2]);
+  put(header::kFlag3Mask, 2, summary_.flagMasks[3]);
+  put(header::kTextMask, 2, summary_.textMask);
+  put(header::kImageCount, 2, summary_.imageCount);
   put(header::kVideoStandard, 2, videoStandard);
 }
 
 void BlockBuilder::JoinTrailer(std::int32_t offset) {
   AddZeros(offset - dataLength_);
-  AddBytes(trailer_.data(), variant_->trailerLength);
+  AddBytes(trailer_);
 }
 
 }  // namespace mdlCreate60DFile

@@ -70,7 +70,7 @@ void frmTrimbrook::OpenSource(const std::string& path) {
 /// Whether the file is a whole number of blocks, and enough of them; says so when it is not.
 bool frmTrimbrook::MeasureSource(const std::string& path) {
   const SourceFile source(system_.files, path);
-  const double size = FileSize64(system_.files, hSourceFile);
+  const double size = source.Size();
   lngBlockCount =
       static_cast<std::int32_t>(std::min<double>(size / format::kBlockSize, kMostBlocks));
   const double lngBlockRemainder =

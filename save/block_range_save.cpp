@@ -1,13 +1,11 @@
+#include <vector>
+
 #include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
 #include "capture/source_file.h"
 #include "save/operations.h"
 #include "save/save_messages.h"
 #include "save/target.h"
-
-using mdlFileProcessing::bytRecord;
-using mdlFileProcessing::hSourceFile;
-using mdlFileProcessing::lngBytesRead;
 
 namespace {
 
@@ -25,23 +23,14 @@ class Hourglass {
   SaveProgress& progress_;
 };
 
-/// Reads block `block` (from 0) into the copy buffer. A block that the source does not hold whole
-/// is told and leaves the rest of the buffer as it was.
-bool ReadBlock(platform::Files& files, SaveProgress& progress, std::int32_t block) {
-  if (!mdlFileProcessing::SeekBlock(files, block, 0)) return false;
-  std::uint32_t read = 0;
-  const bool ok = files.Read(hSourceFile, bytRecord.data(), lngBlockSize, read);
-  lngBytesRead = static_cast<std::int32_t>(read);
-  if (ok && lngBytesRead != lngBlockSize) progress.ShowBlockMessage(save_text::kReadError);
-  return ok;
-}
-
-SaveEnd CopyBlocks(platform::Files& files, SaveProgress& progress, const SaveJob& job,
-                   NewFile& file) {
-  bytRecord.Redimension(lngBlockSize);
+SaveEnd CopyBlocks(SourceFile& source, SaveProgress& progress, const SaveJob& job, NewFile& file) {
+  std::vector<std::uint8_t> bytRecord(lngBlockSize);
   for (std::int32_t i = 1; i <= job.BlockCount(); ++i) {
     if (!progress.StillSaving()) return SaveEnd::kCancelled;
-    if (!ReadBlock(files, progress, job.firstBlock - 1 + i - 1)) return SaveEnd::kNotRead;
+    const auto lngBytesRead = source.Read(job.firstBlock + i - 1, 0, bytRecord);
+    if (!lngBytesRead) return SaveEnd::kNotRead;
+    // What the source does not hold of the block is filled up with what the buffer had there.
+    if (lngBytesRead != lngBlockSize) progress.ShowBlockMessage(save_text::kReadError);
     if (!file.Append(bytRecord.data(), lngBlockSize))
       return EndOfWriting(progress, file, false).end;
     progress.ShowBlocksDone(i, job.BlockCount());
@@ -54,15 +43,14 @@ SaveEnd CopyBlocks(platform::Files& files, SaveProgress& progress, const SaveJob
 
 SaveResult SaveBlockRange(platform::Platform& system, SaveProgress& progress, const SaveJob& job) {
   if (!job.HasBlocks()) return {.end = SaveEnd::kNotRead};
-  const SourceFile source(system.files, job.sourcePath);
+  SourceFile source(system.files, job.sourcePath);
   if (!source.IsOpen()) return {.end = SaveEnd::kNotRead};
-  mdlFileProcessing::lngBlockCount =
-      mdlFileProcessing::BlocksInFile(mdlFileProcessing::FileSize64(system.files, hSourceFile));
+  mdlFileProcessing::lngBlockCount = mdlFileProcessing::BlocksInFile(source.Size());
 
   NewFile file(system, job.place, MessagesOf(progress));
-  if (!ClearTarget(system, progress, job.targetPath) || !file.Create(job.targetPath))
+  if (!ClearTarget(system, progress, source, job.targetPath) || !file.Create(job.targetPath))
     return {.end = SaveEnd::kNotWritten};
-  const SaveEnd end = CopyBlocks(system.files, progress, job, file);
+  const SaveEnd end = CopyBlocks(source, progress, job, file);
   if (end != SaveEnd::kSaved) return {.end = end};
   const Hourglass hourglass(progress);
   return EndOfWriting(progress, file, file.Finish());

@@ -1,18 +1,16 @@
 #include "save/target.h"
 
-#include "capture/mdlFileProcessing.h"
 #include "save/last_file_part.h"
 
-using mdlFileProcessing::hSourceFile;
 using platform::FileHandle;
 
 namespace {
 
-bool IsSource(platform::Files& files, const std::string& path) {
+bool IsSource(platform::Files& files, const SourceFile& source, const std::string& path) {
   const FileHandle file = files.Open(path, platform::OpenMode::kReadExisting);
   if (file == FileHandle::kInvalid) return false;
   const auto identity = files.Identity(file);
-  const bool same = identity.has_value() && identity == files.Identity(hSourceFile);
+  const bool same = identity.has_value() && identity == source.Identity();
   files.Close(file);
   return same;
 }
@@ -25,17 +23,19 @@ bool CanBeFile(platform::Drives& drives, const std::string& path) {
 
 }  // namespace
 
-bool MayTakePlace(platform::Platform& system, const std::string& targetPath) {
+bool MayTakePlace(platform::Platform& system, const SourceFile& source,
+                  const std::string& targetPath) {
   // What a search does not show, a hidden or system file, is nobody's old target: it is to stay.
   const bool isUnseen = system.drives.HasFile(targetPath) && !system.names.Find(targetPath);
   // Windows refuses by itself to delete a file that is open without delete sharing, but not every
   // network volume does, nor does POSIX.
-  return CanBeFile(system.drives, targetPath) && !isUnseen && !IsSource(system.files, targetPath);
+  return CanBeFile(system.drives, targetPath) && !isUnseen &&
+         !IsSource(system.files, source, targetPath);
 }
 
-bool ClearTarget(platform::Platform& system, SaveProgress& progress,
+bool ClearTarget(platform::Platform& system, SaveProgress& progress, const SourceFile& source,
                  const std::string& targetPath) {
-  if (!MayTakePlace(system, targetPath)) return false;
+  if (!MayTakePlace(system, source, targetPath)) return false;
   if (!system.names.Find(targetPath)) return true;
   const bool removed = system.names.Remove(targetPath);
   progress.LetMessagesRun();

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "capture/new_file.h"
+#include "capture/source_file.h"
 #include "platform/platform.h"
 #include "save/operations.h"
 #include "save/save_progress.h"
@@ -11,11 +12,13 @@
 
 /// Whether a new file may take this path. It may not when the path can be no file's, or when what
 /// has it is hidden, a system file, or the open source itself, under whatever name.
-bool MayTakePlace(platform::Platform& system, const std::string& targetPath);
+bool MayTakePlace(platform::Platform& system, const SourceFile& source,
+                  const std::string& targetPath);
 
 /// Deletes the file that has the target's name, if there is one. False when that fails, or a new
 /// file may not take its place, which is asked first.
-bool ClearTarget(platform::Platform& system, SaveProgress& progress, const std::string& targetPath);
+bool ClearTarget(platform::Platform& system, SaveProgress& progress, const SourceFile& source,
+                 const std::string& targetPath);
 
 /// What a new file does between its slices: lets messages run, and asks whether to go on.
 NewFile::LetMessagesRun MessagesOf(SaveProgress& progress);

@@ -243,7 +243,6 @@ struct Run {
 
   void DemandNothingLeft() const {
     Demand(disk.OpenHandles() == 0, "every handle is closed");
-    Demand(mdlFileProcessing::hSourceFile == platform::FileHandle::kInvalid, "no handle is kept");
     Demand(disk.View(kSource).size() == size, "the source is left alone");
     Demand(disk.files.size() == (disk.At(kTarget) ? 3 : 2), "no temporary file is left");
   }

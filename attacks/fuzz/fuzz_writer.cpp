@@ -15,19 +15,13 @@ namespace {
 
 constexpr char kTarget[] = "C:\\Trimbrook\\new.60D";
 
-/// What the writer is called with.
-struct Call {
-  tools::Image image;
-  std::int32_t start, size, soundSectors;
-};
-
 /// The most bytes for which an empty block has room beside the image's text and sound.
-int MostBytes(const tools::Layout& layout, const Call& call) {
-  const int sectors = call.soundSectors + (call.image.text.empty() ? 0 : 1);
-  return layout.trailer - tools::kTailBytes - 1 - sectors * tools::kSectorBytes;
+int MostBytes(const tools::Layout& layout, const tools::Image& image) {
+  const int text = image.text.empty() ? 0 : tools::kSectorBytes;
+  return layout.trailer - tools::kTailBytes - 1 - text - static_cast<int>(image.sound.size());
 }
 
-std::int32_t SizeOf(FuzzedDataProvider& data, int most) {
+int SizeOf(FuzzedDataProvider& data, const tools::Layout& layout, int most) {
   constexpr int kSector = tools::kSectorBytes;
   switch (data.ConsumeIntegralInRange(0, 3)) {
     case 0:
@@ -35,47 +29,45 @@ std::int32_t SizeOf(FuzzedDataProvider& data, int most) {
     case 1:  // Where a block that holds another image already may have no room.
       return most - kSector * data.ConsumeIntegralInRange(0, 8);
     case 2:
-      return data.ConsumeIntegral<std::int32_t>();
+      return data.ConsumeIntegralInRange(0, layout.trailer);
     default:  // Where a tail just fits into the last sector.
       return kSector * data.ConsumeIntegralInRange(0, 3) + data.PickValueInArray({0, 1, 455, 456});
   }
 }
 
-Call NextCall(FuzzedDataProvider& data, const tools::Layout& layout, std::size_t number) {
-  Call call = {};
-  tools::Image& image = call.image;
+tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, std::size_t number) {
+  tools::Image image;
   image.camera = data.ConsumeIntegralInRange(-1, 16);
   image.seconds = data.ConsumeIntegral<std::int32_t>();
   image.flags = data.ConsumeIntegralInRange(-1, 4);
   image.title = std::string(data.PickValueInArray({0, 5, tools::kTailTitleBytes, 49}), 'T');
   image.text = std::string(data.PickValueInArray({0, 1, tools::kTextBytes, 501}), 't');
-  call.start = data.ConsumeIntegralInRange(-1, 14);
-  call.soundSectors = data.ConsumeBool() ? data.ConsumeIntegralInRange(-1, 32) : 0;
-  call.size = SizeOf(data, MostBytes(layout, call));
-  image.sound = Picture(std::max(call.soundSectors, 0) * tools::kSectorBytes);
+  const int sound = data.PickValueInArray({0, 0, 0, 511, 512, 31 * 512, 32 * 512});
+  image.sound = Picture(sound);
+  const int size = SizeOf(data, layout, MostBytes(layout, image));
   static const std::string noise = Picture(kBlock + 1000);
   // The last byte is none of a padding's.
-  const int most = std::min(call.size, layout.trailer);
-  image.bytes = most > 0 ? noise.substr(number % 1000, most - 1) + '!' : "";
-  return call;
+  image.bytes = size > 0 ? noise.substr(number % 1000, size - 1) + '!' : "";
+  return image;
 }
 
-bool IsFit(const tools::Layout& layout, const Call& call) {
-  const auto& [image, start, size, soundSectors] = call;
-  return start >= 0 && size >= 0 && size <= MostBytes(layout, call) && soundSectors >= 0 &&
-         soundSectors < 32 && image.camera >= 0 && image.camera < 16 &&
+bool IsFit(const tools::Layout& layout, const tools::Image& image) {
+  return static_cast<int>(image.bytes.size()) <= MostBytes(layout, image) && image.camera >= 0 &&
+         image.camera < 16 && image.sound.size() % tools::kSectorBytes == 0 &&
+         image.sound.size() < 32 * tools::kSectorBytes &&
          image.title.size() <= tools::kTailTitleBytes && image.text.size() <= tools::kTextBytes;
 }
 
 /// Whether the writer has taken the image.
-bool Add(clsCreate60D& writer, const Call& call) {
-  const auto& [image, start, size, soundSectors] = call;
-  const std::string bytes = std::string("<<<<<<<<<<<<<<", std::max(start, 0)) + image.bytes;
+bool Add(clsCreate60D& writer, const tools::Image& image) {
   try {
-    writer.AddDataTo60DFile(reinterpret_cast<const std::uint8_t*>(bytes.data()), start, size,
-                            static_cast<std::int16_t>(image.flags), image.title, image.text,
-                            image.seconds, image.camera, soundSectors,
-                            reinterpret_cast<const std::uint8_t*>(image.sound.data()));
+    writer.AddDataTo60DFile({.bytes = BytesOf(image.bytes),
+                             .flags = image.flags,
+                             .title = image.title,
+                             .text = image.text,
+                             .seconds = image.seconds,
+                             .camera = image.camera,
+                             .sound = BytesOf(image.sound)});
     return true;
   } catch (const RuntimeError&) {
     return false;
@@ -96,13 +88,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   Demand(writer.Create60DFile(kTarget), "the file is created");
   std::vector<tools::Image> given;
   while (data.remaining_bytes() > 0 && writer.GetCurrentFileSize() < 2 * kBlock) {
-    const Call call = NextCall(data, layout, given.size());
-    const bool isTaken = Add(writer, call);
-    Demand(isTaken == IsFit(layout, call), "what fits is taken, and nothing else");
-    if (isTaken) given.push_back(call.image);
+    const tools::Image image = NextImage(data, layout, given.size());
+    const bool isTaken = Add(writer, image);
+    Demand(isTaken == IsFit(layout, image), "what fits is taken, and nothing else");
+    if (isTaken) given.push_back(image);
   }
-  writer.Close60dFile();
-  Demand(!writer.HasFailed() && world.disk.OpenHandles() == 0, "the file is closed and whole");
+  const bool isWhole = writer.Close60dFile();
+  Demand(isWhole && world.disk.OpenHandles() == 0, "the file is closed and whole");
   const auto stored = ImagesOf(world.disk.View(kTarget), is20D);
   Demand(stored.size() == given.size(), "no image is missing");
   for (std::size_t i = 0; i < stored.size(); ++i) {

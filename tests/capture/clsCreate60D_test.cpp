@@ -21,10 +21,12 @@ struct Target {
   }
 
   void Add(const tools::Image& image) {
-    writer.AddDataTo60DFile(reinterpret_cast<const std::uint8_t*>(image.bytes.data()), 0,
-                            static_cast<std::int32_t>(image.bytes.size()),
-                            static_cast<std::int16_t>(image.flags), image.title, image.text,
-                            image.seconds, image.camera, 0, nullptr);
+    writer.AddDataTo60DFile({.bytes = BytesOf(image.bytes),
+                             .flags = image.flags,
+                             .title = image.title,
+                             .text = image.text,
+                             .seconds = image.seconds,
+                             .camera = image.camera});
   }
   std::string Bytes() {
     writer.Close60dFile();

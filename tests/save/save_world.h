@@ -54,7 +54,6 @@ struct SaveWorld {
   /// What holds however a save ends.
   void ExpectNothingLeft() {
     EXPECT_EQ(disk.OpenHandles(), 0u);
-    EXPECT_EQ(mdlFileProcessing::hSourceFile, platform::FileHandle::kInvalid);
     EXPECT_EQ(disk.View(kSource), source);
     EXPECT_EQ(progress.hourglasses, 0);
     ExpectNoTemporary();

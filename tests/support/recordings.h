@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,6 +18,11 @@ void Demand(bool holds, const std::string& what);
 
 /// Deterministic image bytes that end in a byte other than zero; `seed` tells images apart.
 std::string Picture(int bytes, int seed = 1);
+
+/// The bytes that a text is made of.
+inline std::span<const std::uint8_t> BytesOf(std::string_view text) {
+  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
 
 /// Bytes of a block.
 inline constexpr std::size_t kBlock = 2097152;
