@@ -5,7 +5,7 @@
 
 #include "capture/format.h"
 #include "capture/mdlCreate60DFile.h"
-#include "capture/new_file.h"
+#include "storage/new_file.h"
 
 /// Writes a new capture file image by image, in the order given: fills a block, writes it when it
 /// is full, and writes the last one compactly, its trailer right behind its data. The kind of file

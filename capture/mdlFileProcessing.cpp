@@ -66,10 +66,10 @@ void SizeMasks(std::int32_t count, bool hasAlt) {
 
 /// Reads `count` blocks by `read(i)`, i from 1, which tells whether that went well.
 template <typename ReadBlock>
-ReadEnd ReadBlocks(std::int32_t count, Breathing* breathing, ReadBlock read) {
+ReadEnd ReadBlocks(std::int32_t count, Pacer* pacer, ReadBlock read) {
   for (std::int32_t i = 1; i <= count; ++i) {
     if (!read(i)) return ReadEnd::kFailed;
-    if (breathing && !breathing->GoOn(i, count)) return ReadEnd::kStopped;
+    if (pacer && !pacer->GoOn(i, count)) return ReadEnd::kStopped;
   }
   return ReadEnd::kDone;
 }
@@ -109,15 +109,14 @@ const format::BlockType* SourceType() {
 }
 
 ReadEnd ScanSourceFile(platform::Files& files, platform::DateText& dates, const std::string& path,
-                       Breathing* breathing) {
+                       Pacer* pacer) {
   SizeIndex(0);
   SourceFile source(files, path);
   if (!source.IsOpen()) return ReadEnd::kFailed;
   SizeIndex(CountBlocks(source));
   DateMemory memory(dates);
-  const ReadEnd end = ReadBlocks(lngBlockCount, breathing, [&](std::int32_t block) {
-    return IndexBlock(source, memory, block);
-  });
+  const ReadEnd end = ReadBlocks(
+      lngBlockCount, pacer, [&](std::int32_t block) { return IndexBlock(source, memory, block); });
   if (end == ReadEnd::kDone)
     return lngBlockCount > 0 && SourceType() ? ReadEnd::kDone : ReadEnd::kNotValid;
   SizeIndex(0);
@@ -125,7 +124,7 @@ ReadEnd ScanSourceFile(platform::Files& files, platform::DateText& dates, const 
 }
 
 ReadEnd CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
-                          std::int32_t lastBlock, Breathing* breathing) {
+                          std::int32_t lastBlock, Pacer* pacer) {
   firstBlock = std::max(firstBlock, 1);
   lastBlock = std::min(lastBlock, lngBlockCount);
   const std::int32_t count = std::max(lastBlock - firstBlock + 1, 0);
@@ -134,9 +133,8 @@ ReadEnd CheckAvailability(platform::Files& files, const std::string& path, std::
   SourceFile source(files, path);
   if (!source.IsOpen()) return ReadEnd::kFailed;
   SizeMasks(count, type.cameraMaskAlt != format::kAbsent);
-  const ReadEnd end = ReadBlocks(count, breathing, [&](std::int32_t k) {
-    return ReadMasks(source, type, firstBlock + k - 1, k);
-  });
+  const ReadEnd end = ReadBlocks(
+      count, pacer, [&](std::int32_t k) { return ReadMasks(source, type, firstBlock + k - 1, k); });
   if (end != ReadEnd::kDone) SizeMasks(0, false);
   return end;
 }

@@ -4,10 +4,10 @@
 #include <string>
 
 #include "capture/block_type.h"
-#include "capture/breathing.h"
 #include "capture/one_based.h"
 #include "platform/date_text.h"
 #include "platform/files.h"
+#include "storage/pacer.h"
 
 /// The source index, which is of the recording that was opened last, and the scans that fill it.
 namespace mdlFileProcessing {
@@ -50,12 +50,12 @@ enum class ReadEnd : std::int16_t {
 /// when the last block has a type that fits its kind; one that holds no block or more than
 /// `kMostBlocks` is not, and has an empty index. So has one that was not read to its end.
 ReadEnd ScanSourceFile(platform::Files& files, platform::DateText& dates, const std::string& path,
-                       Breathing* breathing = nullptr);
+                       Pacer* pacer = nullptr);
 
 /// Reads the camera masks of blocks `firstBlock` to `lastBlock` (both from 1, inclusive) of the
 /// file that was scanned last; blocks outside its index are left out. Unless it is done there are
 /// no masks.
 ReadEnd CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
-                          std::int32_t lastBlock, Breathing* breathing = nullptr);
+                          std::int32_t lastBlock, Pacer* pacer = nullptr);
 
 }  // namespace mdlFileProcessing

@@ -4,11 +4,11 @@
 #include <exception>
 
 #include "capture/mdlFileProcessing.h"
-#include "capture/new_file.h"
 #include "capture/source_file.h"
 #include "save/last_file_part.h"
 #include "save/save_messages.h"
 #include "save/save_state.h"
+#include "storage/new_file.h"
 
 using platform::FileHandle;
 

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "capture/new_file.h"
 #include "platform/trimmed.h"
 #include "resources/layouts.h"
+#include "storage/new_file.h"
 
 using forms::Event;
 

@@ -15,7 +15,7 @@ bool frmTrimbrook::CheckAvailability() {
   const BlockRange range = {Slider1.Value(), Slider2.Value()};
   const auto read = [&] {
     Reading reading = StartReading(1);
-    Breathing pass = reading.NextPass();
+    Pacer pass = reading.NextPass();
     return mdlFileProcessing::CheckAvailability(system_.files, SourcePath(), range.first,
                                                 range.last, &pass);
   };

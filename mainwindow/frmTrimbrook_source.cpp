@@ -89,10 +89,10 @@ Reading frmTrimbrook::StartReading(int passes) {
 bool frmTrimbrook::ReadSource(const std::string& path) {
   const auto read = [&] {
     Reading reading = StartReading(2);
-    Breathing scan = reading.NextPass();
+    Pacer scan = reading.NextPass();
     const ReadEnd scanned = ScanSourceFile(system_.files, system_.dates, path, &scan);
     if (scanned != ReadEnd::kDone) return scanned;
-    Breathing check = reading.NextPass();
+    Pacer check = reading.NextPass();
     return mdlFileProcessing::CheckAvailability(system_.files, path, 1, lngBlockCount, &check);
   };
   return AcceptReading(read());

@@ -29,10 +29,10 @@ Reading::~Reading() {
   if (formerFocus_) formerFocus_->SetFocus();
 }
 
-Breathing Reading::NextPass() {
+Pacer Reading::NextPass() {
   ++pass_;
-  return Breathing(clock_,
-                   [this](std::int32_t done, std::int32_t total) { return Breathe(done, total); });
+  return Pacer(clock_,
+               [this](std::int32_t done, std::int32_t total) { return Breathe(done, total); });
 }
 
 bool Reading::Breathe(std::int32_t done, std::int32_t total) {

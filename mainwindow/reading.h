@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "capture/breathing.h"
 #include "forms/busy.h"
 #include "forms/control.h"
 #include "forms/taskbar.h"
 #include "forms/text_box.h"
+#include "storage/pacer.h"
 
 /// The look and the patience of a window that reads a recording while this lives. It takes no input
 /// but Esc, which stops the reading; when that takes longer than a moment, a text box and the
@@ -23,7 +23,7 @@ class Reading {
   Reading& operator=(const Reading&) = delete;
 
   /// The pacing of the next pass.
-  Breathing NextPass();
+  Pacer NextPass();
 
  private:
   bool Breathe(std::int32_t done, std::int32_t total);

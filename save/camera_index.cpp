@@ -2,14 +2,14 @@
 
 #include <vector>
 
-#include "capture/breathing.h"
 #include "capture/mdlFileProcessing.h"
+#include "storage/pacer.h"
 
 using mdlFileProcessing::bln20D;
 
 CameraIndex IndexBlockRange(platform::Platform& system, SaveProgress& progress, SourceFile& source,
                             std::int32_t firstBlock, std::int32_t lastBlock) {
-  Breathing breathing(system.clock, [&progress](std::int32_t, std::int32_t) {
+  Pacer pacer(system.clock, [&progress](std::int32_t, std::int32_t) {
     progress.LetMessagesRun();
     return progress.StillSaving();
   });
@@ -23,7 +23,7 @@ CameraIndex IndexBlockRange(platform::Platform& system, SaveProgress& progress, 
       return {.end = SaveEnd::kNotRead};
     IndexedBlock& block = index.blocks[b] = DecodeList(trailer, variant.trailerOffset, bln20D);
     if (block.type) index.blnSourceNotPAL = block.isNotPal;
-    if (!breathing.GoOn(b, count)) return {.end = SaveEnd::kCancelled};
+    if (!pacer.GoOn(b, count)) return {.end = SaveEnd::kCancelled};
   }
   return index;
 }

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-#include "capture/new_file.h"
 #include "platform/platform.h"
 #include "save/save_progress.h"
+#include "storage/new_file.h"
 
 /// The operations that write the chosen part of a recording into a new capture file.
 

@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "capture/new_file.h"
 #include "capture/source_file.h"
 #include "platform/platform.h"
 #include "save/operations.h"
 #include "save/save_progress.h"
+#include "storage/new_file.h"
 
 /// The path that a new file is to have, and how its writing ends.
 

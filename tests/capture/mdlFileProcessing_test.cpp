@@ -151,13 +151,13 @@ TEST_F(Source, IsReadWithABreathFiftyTimesASecondUntilItIsStopped) {
   std::vector<int> breaths;
   const auto read = [&](bool scan, int lastBreath) {
     breaths.clear();
-    Breathing breathing(clock, [&](std::int32_t done, std::int32_t total) {
+    Pacer pacer(clock, [&](std::int32_t done, std::int32_t total) {
       EXPECT_EQ(total, 200);
       breaths.push_back(done);
       return done < lastBreath;
     });
-    return scan ? ScanSourceFile(disk, dates, "r", &breathing)
-                : CheckAvailability(disk, "r", 1, 200, &breathing);
+    return scan ? ScanSourceFile(disk, dates, "r", &pacer)
+                : CheckAvailability(disk, "r", 1, 200, &pacer);
   };
   for (const bool scan : {true, false}) {
     EXPECT_EQ(Scan(""), ReadEnd::kDone);

@@ -1,4 +1,4 @@
-#include "capture/flush_pace.h"
+#include "storage/flush_pace.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,8 +1,8 @@
-#include "capture/new_file.h"
+#include "storage/new_file.h"
 
 #include <gtest/gtest.h>
 
-#include "capture/flush_pace.h"
+#include "storage/flush_pace.h"
 #include "tests/support/fake_platform.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <future>
 #include <string>
 
-#include "capture/flush_pace.h"
 #include "platform/platform.h"
+#include "storage/flush_pace.h"
 
 /// A file that is being made. It stays only when it is whole and on the medium: until `Finish` has
 /// succeeded the destructor removes it.

@@ -3,8 +3,6 @@
 #include <chrono>
 #include <cstdint>
 
-#include "capture/format.h"
-
 /// How much is written between two flushes: what the medium takes in about a tenth of a second. So
 /// a percentage tells the truth on a slow stick, and nobody waits there for long; a fast disk is
 /// asked seldom enough that it costs nothing.
@@ -12,10 +10,10 @@ class FlushPace {
  public:
   using Duration = std::chrono::steady_clock::duration;
 
-  /// Whether a slice is less than a block. While such a medium is flushed nothing else is written:
-  /// the system lets a writer wait behind it.
-  bool IsSlow() const { return slice_ < format::kBlockSize; }
-  /// How many of `bytes` bytes are to be written at once. A medium that takes a whole block in a
+  /// Whether a slice is less than what is usually written at once. While such a medium is flushed
+  /// nothing else is written: the system lets a writer wait behind it.
+  bool IsSlow() const { return slice_ < kUsualWrite; }
+  /// How many of `bytes` bytes are to be written at once. A medium that takes a usual write in a
   /// slice gets it whole.
   std::uint32_t Piece(std::uint32_t bytes) const;
   /// Takes down that so many bytes were written; true when it is time for a flush.
@@ -24,6 +22,8 @@ class FlushPace {
   void Flushed(Duration took);
 
  private:
+  static constexpr std::uint32_t kUsualWrite = 2 * 1024 * 1024;
+
   std::uint32_t slice_ = 512 * 1024;  // Soon found out, and a slow stick does not wait for long.
   std::uint32_t written_ = 0;
 };

@@ -10,12 +10,12 @@
 /// Paces work on many blocks that runs on the program's one thread: fifty times a second, however
 /// slow the disk is, the windows get to breathe. Each breath is a talk with the system that may
 /// take longer than hundreds of blocks.
-class Breathing {
+class Pacer {
  public:
   /// Lets messages run, and may show that `done` of `total` blocks are done; whether to go on.
   using Breath = std::function<bool(std::int32_t done, std::int32_t total)>;
 
-  Breathing(platform::Clock& clock, Breath breath)
+  Pacer(platform::Clock& clock, Breath breath)
       : clock_(clock), breath_(std::move(breath)), last_(clock.Now()) {}
 
   /// Whether to go on, asked after each block.

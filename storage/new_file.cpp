@@ -1,4 +1,4 @@
-#include "capture/new_file.h"
+#include "storage/new_file.h"
 
 #include <algorithm>
 #include <utility>
