@@ -46,8 +46,9 @@ void BlockBuilder::Set(int place, std::uint32_t bits) {
 void BlockBuilder::List(const Image& image) {
   PutEntry(image);
   PutMasks(image);
-  earliest_ = imageCount_ == 0 ? image.seconds : std::min(earliest_, image.seconds);
-  latest_ = imageCount_ == 0 ? image.seconds : std::max(latest_, image.seconds);
+  const auto seconds = static_cast<std::uint32_t>(image.seconds);
+  earliest_ = imageCount_ == 0 ? seconds : std::min(earliest_, seconds);
+  latest_ = imageCount_ == 0 ? seconds : std::max(latest_, seconds);
   ++imageCount_;
 }
 
@@ -79,10 +80,9 @@ void BlockBuilder::PutEntry(const Image& image) {
     entry[layout.entryParts] = static_cast<std::uint8_t>(image.sound.size() / kSectorBytes << 3 |
                                                          (image.text.empty() ? 0 : 1));
   if (layout.entryTime != kNone) {
-    const std::int32_t start = times_             ? times_->first
-                               : imageCount_ == 0 ? image.seconds
-                                                  : earliest_;
-    Put(entry + layout.entryTime, 2, static_cast<std::uint32_t>(image.seconds - start));
+    const auto seconds = static_cast<std::uint32_t>(image.seconds);
+    const std::uint32_t start = times_ ? times_->first : imageCount_ == 0 ? seconds : earliest_;
+    Put(entry + layout.entryTime, 2, seconds - start);
   }
 }
 
@@ -110,19 +110,26 @@ void BlockBuilder::PutText(const std::string& text) {
   used_ += kSectorBytes;
 }
 
+/// What the other bits beside the video standard's mean, nobody knows: they are anything.
+void BlockBuilder::PutVideoStandard() {
+  std::uint8_t& byte = Trailer()[layout_->videoByte];
+  const auto noise = static_cast<std::uint8_t>(Random(sequence_).Next() & ~layout_->videoBit);
+  byte = style_.pal ? noise : noise | layout_->videoBit;
+}
+
 const Bytes& BlockBuilder::Finish() {
   const Layout& layout = *layout_;
   std::uint8_t* trailer = Trailer();
   const auto [start, end] = times_.value_or(std::pair(earliest_, latest_));
-  Put(trailer + kEarliest, 4, static_cast<std::uint32_t>(start));
-  Put(trailer + kStart, 4, static_cast<std::uint32_t>(start));
-  Put(trailer + kEnd, 4, static_cast<std::uint32_t>(end));
+  Put(trailer + kEarliest, 4, start);
+  Put(trailer + kStart, 4, start);
+  Put(trailer + kEnd, 4, end);
   // The list of types 0x00 and 0x10 begins beyond what this byte can tell.
   trailer[kListPlace] = static_cast<std::uint8_t>(layout.list <= 255 ? layout.list : 0);
   trailer[kType] = layout.type;
   Put(trailer + kSequence, 4, sequence_);
   Put(trailer + layout.imageCount, 2, static_cast<std::uint32_t>(imageCount_));
-  if (!style_.pal) trailer[layout.videoByte] |= layout.videoBit;
+  PutVideoStandard();
   if (layout.titleTable != kNone)
     for (int i = 0; i < kTitlesInTable; ++i)
       Copy(style_.titles[static_cast<std::size_t>(i)], kTitleBytes,

@@ -14,7 +14,7 @@ namespace tools {
 /// One image with all that belongs to it, as a recorder hands it to its disk.
 struct Image {
   int camera = 0;            ///< From 0 on.
-  std::int32_t seconds = 0;  ///< Capture time stamp.
+  std::int32_t seconds = 0;  ///< Capture time stamp, of which the bits are taken as unsigned.
   std::string bytes = "IMAGE";
   std::string title{};  ///< At most 48 bytes.
   std::string text{};   ///< At most 500 bytes.
@@ -42,7 +42,7 @@ class BlockBuilder {
   /// Begins an empty block. All blocks of a builder have their trailer at the same place.
   void Begin(const Layout& layout, std::uint32_t sequence);
   /// The block's start and end time are these; otherwise they follow its images.
-  void SetTimes(std::int32_t start, std::int32_t end) { times_ = {start, end}; }
+  void SetTimes(std::int32_t start, std::int32_t end) { times_.emplace(start, end); }
 
   /// Whether the data area and the entry list have room for one more image.
   bool Fits(const Image& image) const;
@@ -64,6 +64,7 @@ class BlockBuilder {
   void PutEntry(const Image& image);
   void PutMasks(const Image& image);
   void PutTail(const Image& image, int end);
+  void PutVideoStandard();
   void PutText(const std::string& text);
   std::uint8_t* Trailer() { return block_.data() + layout_->trailer; }
   void Set(int place, std::uint32_t bits);
@@ -75,9 +76,9 @@ class BlockBuilder {
   int dirty_ = 0;  ///< Bytes of the data area that may not be zero, from its start on.
   int used_ = 0;   ///< Bytes of the data area in use, whole sectors.
   int imageCount_ = 0;
-  std::optional<std::pair<std::int32_t, std::int32_t>> times_;  ///< As set.
-  std::int32_t earliest_ = 0;
-  std::int32_t latest_ = 0;
+  std::optional<std::pair<std::uint32_t, std::uint32_t>> times_;  ///< As set.
+  std::uint32_t earliest_ = 0;
+  std::uint32_t latest_ = 0;
 };
 
 }  // namespace tools

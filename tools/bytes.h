@@ -21,7 +21,7 @@ inline std::uint32_t Get(const std::uint8_t* at, int width) {
   return value;
 }
 
-/// The signed value of 4 bytes, as time stamps and text lengths are.
+/// The signed value of 4 bytes, as text lengths are.
 inline std::int32_t GetSigned(const std::uint8_t* at) {
   return static_cast<std::int32_t>(Get(at, 4));
 }

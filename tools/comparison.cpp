@@ -57,8 +57,8 @@ void CheckTrailer(const StoredBlock& block, int sequence) {
   const std::string where = "target block " + std::to_string(block.number) + ": ";
   Demand(block.isKnown && layout.type == FormOf(layout.is20D).type, where + "wrong block type");
   Demand(!block.images.empty(), where + "no images");
-  std::int64_t earliest = INT32_MAX;
-  std::int64_t latest = 0;  // The writer starts from 0: times before 1960 do not show here.
+  std::int64_t earliest = UINT32_MAX;
+  std::int64_t latest = 0;
   std::uint32_t cameras = 0, texts = 0;
   std::array<std::uint32_t, kFlagMasks.size()> flags = {};
   for (const StoredImage& image : block.images) {
@@ -158,7 +158,7 @@ void CompareImage(const StoredBlock& block, const StoredImage& image, RebuiltFil
   const std::string where =
       "source " + NameOf(block, image) + ", target " + NameOf(targetBlock, saved) + ": ";
   DemandSame(where + "camera", image.camera + 1, saved.camera + 1);
-  DemandSame(where + "time", TimeText(static_cast<std::int32_t>(image.seconds)),
+  DemandSame(where + "time", TimeText(static_cast<std::uint32_t>(image.seconds)),
              TimeText(saved.seconds));
   DemandSame(where + "title", target.TitleAfter(TitleToSave(block, image)), saved.title);
   DemandSame(where + "flags", image.flags, saved.flags);

@@ -45,45 +45,80 @@ inline constexpr int kEndEntryBytes = 4;
 /// Marks a field that a block type does not have.
 inline constexpr int kNone = -1;
 
-/// One block type. Places in the trailer count from its first byte, places in an entry from the
-/// entry's first byte.
+/// One block type; unless it says otherwise, as type 0x30 has it. Places in the trailer count from
+/// its first byte, places in an entry from the entry's first byte.
 struct Layout {
-  const char* name;       ///< As the command line names it.
-  std::uint8_t type;      ///< Block-type byte.
-  bool is20D;             ///< In .20D files; in .60D files otherwise.
-  int trailer;            ///< Offset of the trailer in the block.
-  int trailerBytes;       ///< Length of the trailer.
-  int firstSector;        ///< Number of the data area's first sector.
-  int mostImages;         ///< Images that the trailer has room for.
-  int cameras;            ///< 16 or 32.
-  int cameraMask;         ///< Mask of cameras 1 to 16.
-  int highCameraMask;     ///< Mask of cameras 17 to 32.
-  int imageCount;         ///< 16 bits.
-  int videoByte;          ///< Byte that tells the video standard.
-  std::uint8_t videoBit;  ///< Set in that byte: NTSC.
-  int titleTable;         ///< 16 titles of 16 bytes.
-  int list;               ///< Entry list.
-  int entryBytes;         ///< Length of an image entry.
-  int entryTime;          ///< 16 bits: seconds after the block's start.
-  int entryFlags;         ///< Byte with the flags in bits 5 and 4.
-  int entrySector;        ///< 16 bits, of which the lower 12 count.
-  int entryParts;         ///< Sound sectors in bits 7 to 3, text bits in bits 1 and 0.
-  int entryCamera;        ///< Camera from 0 on.
-  bool alwaysTails;       ///< Each image carries a tail; in other types it may.
-  bool fullMasks;         ///< Flags and text masks stand in the trailer.
+  const char* name = "30";       ///< As the command line names it.
+  std::uint8_t type = 0x30;      ///< Block-type byte.
+  bool is20D = false;            ///< In .20D files; in .60D files otherwise.
+  int trailer = 0x1FFC00;        ///< Offset of the trailer in the block.
+  int trailerBytes = 1024;       ///< Length of the trailer.
+  int firstSector = 2;           ///< Number of the data area's first sector.
+  int mostImages = 246;          ///< Images that the trailer has room for.
+  int cameras = 16;              ///< 16 or 32.
+  int cameraMask = 18;           ///< Mask of cameras 1 to 16.
+  int highCameraMask = kNone;    ///< Mask of cameras 17 to 32.
+  int imageCount = 32;           ///< 16 bits.
+  int videoByte = 34;            ///< Byte that tells the video standard.
+  std::uint8_t videoBit = 0x80;  ///< Set in that byte: NTSC.
+  int titleTable = kNone;        ///< 16 titles of 16 bytes.
+  int list = 36;                 ///< Entry list.
+  int entryBytes = 4;            ///< Length of an image entry.
+  int entryTime = kNone;         ///< 16 bits: seconds after the block's start.
+  int entryFlags = 0;            ///< Byte with the flags in bits 5 and 4.
+  int entrySector = 0;           ///< 16 bits, of which the lower 12 count.
+  int entryParts = 2;            ///< Sound sectors in bits 7 to 3, text bits in bits 1 and 0.
+  int entryCamera = 3;           ///< Camera from 0 on.
+  bool alwaysTails = true;       ///< Each image carries a tail; in other types it may.
+  bool fullMasks = true;         ///< Flags and text masks stand in the trailer.
 };
 
+/// Types 0x00 and 0x10 differ in nothing else.
+constexpr Layout Oldest(const char* name, std::uint8_t type) {
+  return {.name = name,
+          .type = type,
+          .mostImages = 146,
+          .imageCount = 28,
+          .videoByte = 30,
+          .videoBit = 0x04,
+          .titleTable = 32,
+          .list = 288,
+          .entryBytes = 5,
+          .entrySector = 2,
+          .entryParts = kNone,
+          .entryCamera = 4,
+          .alwaysTails = false,
+          .fullMasks = false};
+}
+
 inline constexpr std::array<Layout, 5> kLayouts = {{
-    {"00", 0x00, false, 0x1FFC00, 1024,  2, 146, 16,    18, kNone, 28,   30,
-     0x04, 32,   288,   5,        kNone, 0, 2,   kNone, 4,  false, false},
-    {"10", 0x10, false, 0x1FFC00, 1024,  2, 146, 16,    18, kNone, 28,   30,
-     0x04, 32,   288,   5,        kNone, 0, 2,   kNone, 4,  false, false},
-    {"20", 0x20,  false, 0x1FFC00, 1024, 2, 159, 32, 22, 20,    32,   18,
-     0x10, kNone, 64,    6,        0,    2, 2,   4,  5,  false, false},
-    {"30", 0x30,  false, 0x1FFC00, 1024,  2, 246, 16, 18, kNone, 32,  34,
-     0x80, kNone, 36,    4,        kNone, 0, 0,   2,  3,  true,  true},
-    {"60", 0x60,  true, 0x1FF400, 3072,  6, 758, 16, 18, kNone, 32,  34,
-     0x80, kNone, 36,   4,        kNone, 0, 0,   2,  3,  true,  true},
+    Oldest("00", 0x00),
+    Oldest("10", 0x10),
+    {.name = "20",
+     .type = 0x20,
+     .mostImages = 159,
+     .cameras = 32,
+     .cameraMask = 22,
+     .highCameraMask = 20,
+     .videoByte = 18,
+     .videoBit = 0x10,
+     .list = 64,
+     .entryBytes = 6,
+     .entryTime = 0,
+     .entryFlags = 2,
+     .entrySector = 2,
+     .entryParts = 4,
+     .entryCamera = 5,
+     .alwaysTails = false,
+     .fullMasks = false},
+    {},
+    {.name = "60",
+     .type = 0x60,
+     .is20D = true,
+     .trailer = 0x1FF400,
+     .trailerBytes = 3072,
+     .firstSector = 6,
+     .mostImages = 758},
 }};
 
 /// The layout with this block-type byte in a file of this kind; null when there is none.

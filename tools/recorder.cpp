@@ -51,8 +51,8 @@ class Recorder {
   Image BareImage(std::uint32_t turn) const {
     Image image;
     image.camera = wishes_.cameras[turn % wishes_.cameras.size()] - 1;
-    image.seconds =
-        wishes_.start + static_cast<std::int32_t>(std::floor(imageCount_ * wishes_.step));
+    image.seconds = static_cast<std::int32_t>(wishes_.start +
+                                              std::llround(std::floor(imageCount_ * wishes_.step)));
     image.title = wishes_.TitleOf(image.camera);
     image.tail = wishes_.tails;
     return image;

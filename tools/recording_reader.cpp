@@ -20,8 +20,8 @@ class BlockParser {
 
   void Parse() {
     const std::uint8_t* trailer = block_.Trailer();
-    block_.start = GetSigned(trailer + kStart);
-    block_.end = GetSigned(trailer + kEnd);
+    block_.start = Get(trailer + kStart, 4);
+    block_.end = Get(trailer + kEnd, 4);
     block_.ntsc = (trailer[layout_.videoByte] & layout_.videoBit) != 0;
     block_.listedCount = static_cast<int>(Get(trailer + layout_.imageCount, 2));
     if (layout_.titleTable != kNone)
@@ -80,7 +80,7 @@ class BlockParser {
     const std::uint8_t* tail = block_.At(image.bytesEnd - kTailBytes);
     image.hasTail = layout_.alwaysTails || std::equal(kTailMark.begin(), kTailMark.end(), tail);
     if (!image.hasTail) return;
-    image.seconds = GetSigned(tail + kTailTime);
+    image.seconds = Get(tail + kTailTime, 4);
     image.title = GetText(tail + kTailTitle, kTitleBytes);
     image.bytesEnd -= kTailBytes;
   }
@@ -128,7 +128,7 @@ bool RecordingReader::EndsInTrailer() {
   const Layout* layout = FindLayout(trailer[kType], form_.is20D);
   if (layout == nullptr) return false;
   const auto count = static_cast<int>(Get(trailer.data() + layout->imageCount, 2));
-  if (count > layout->mostImages) return false;
+  if (count == 0 || count > layout->mostImages) return false;
   const int end = layout->list + count * layout->entryBytes + layout->entrySector;
   const std::int64_t sectors = static_cast<int>(Get(trailer.data() + end, 2)) - layout->firstSector;
   return sectors * kSectorBytes == data;
