@@ -91,12 +91,10 @@ platform::WindowHandle frmSaveToCD::Window() {
 
 void frmSaveToCD::SetCopying(bool on) {
   if (on) {
-    keepAwake_.emplace();
-    shutdownBlock_.emplace(window());
+    hold_.emplace(window());
     return;
   }
-  keepAwake_.reset();
-  shutdownBlock_.reset();
+  hold_.reset();
   Animation1.Stop();
   Animation1.SetVisible(false);
   ProgressBar1.SetVisible(false);

@@ -10,6 +10,7 @@
 #include "forms/controls.h"
 #include "forms/form.h"
 #include "forms/input.h"
+#include "forms/long_work.h"
 #include "platform/platform.h"
 #include "resources/resource.h"
 #include "save/main_window_view.h"
@@ -55,8 +56,7 @@ class frmSaveToCD : public forms::Form, private WizardView {
 
   platform::Platform& system_;
   CdWizard wizard_;
-  std::optional<forms::KeepAwake> keepAwake_;  // While files are copied, like the next.
-  std::optional<forms::ShutdownBlock> shutdownBlock_;
+  std::optional<forms::SystemHold> hold_;  ///< While files are copied.
   bool sessionEnds_ = false;
 
   forms::Label Label1{*this, IDC_frmSaveToCD_Label1};

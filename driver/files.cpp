@@ -7,7 +7,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "forms/text.h"
+#include "forms/win32.h"
 
 namespace driver {
 namespace {

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "driver/await.h"
-#include "forms/text.h"
+#include "forms/win32.h"
 
 namespace driver {
 namespace {

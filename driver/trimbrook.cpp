@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "driver/await.h"
-#include "forms/text.h"
+#include "forms/win32.h"
 
 namespace driver {
 namespace {

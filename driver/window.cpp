@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "driver/await.h"
-#include "forms/text.h"
+#include "forms/win32.h"
 
 namespace driver {
 

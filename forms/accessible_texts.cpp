@@ -7,8 +7,6 @@
 
 #include <array>
 
-#include "forms/text.h"
-
 namespace forms {
 namespace {
 

@@ -7,8 +7,6 @@
 namespace forms {
 namespace {
 
-bool shutdownIsBlocked = false;
-
 /// Boxes and file dialogs have loops of their own.
 LRESULT CALLBACK FilterDialogInput(int code, WPARAM wParam, LPARAM message) {
   if (code == MSGF_DIALOGBOX && IsStray(*reinterpret_cast<const MSG*>(message), true)) return TRUE;
@@ -48,25 +46,6 @@ void DoEvents() {
     }
     HandleMessage(message);
   }
-}
-
-KeepAwake::KeepAwake() {
-  SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
-}
-KeepAwake::~KeepAwake() {
-  SetThreadExecutionState(ES_CONTINUOUS);
-}
-
-ShutdownBlock::ShutdownBlock(HWND window) : window_(GetAncestor(window, GA_ROOTOWNER)) {
-  ShutdownBlockReasonCreate(window_, L"A recording is being saved.");
-  shutdownIsBlocked = true;
-}
-ShutdownBlock::~ShutdownBlock() {
-  ShutdownBlockReasonDestroy(window_);
-  shutdownIsBlocked = false;
-}
-bool ShutdownBlock::IsUp() {
-  return shutdownIsBlocked;
 }
 
 }  // namespace forms

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <vector>
+
 #include "forms/control.h"
 
+/// Controls that the user clicks.
 namespace forms {
 
 /// A push button. Event: kClick.
@@ -67,6 +70,31 @@ class OptionButton : public Control {
   const wchar_t* WindowClass() const override { return WC_BUTTONW; }
   DWORD WindowStyle() const override { return BS_AUTORADIOBUTTON; }
   void OnCommand(WORD code) override;
+};
+
+/// A list that drops down and takes no typing. Event: kClick when the user chose.
+class ComboBox : public Control {
+ public:
+  using Control::Control;
+
+  void AddItem(const std::string& text);
+  int ListCount() const { return static_cast<int>(items_.size()); }
+  /// Index of the chosen item from 0, -1 for none.
+  int ListIndex() const;
+  void SetListIndex(int index);
+  /// The chosen item's text; empty for none.
+  std::string Text() const;
+
+ protected:
+  const wchar_t* WindowClass() const override { return WC_COMBOBOXW; }
+  DWORD WindowStyle() const override { return CBS_DROPDOWNLIST | WS_VSCROLL; }
+  void Created() override;
+  int WindowHeight(int pixels) const override;
+  void OnCommand(WORD code) override;
+
+ private:
+  std::vector<std::string> items_;
+  int index_ = -1;
 };
 
 }  // namespace forms

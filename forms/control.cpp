@@ -4,7 +4,6 @@
 
 #include "forms/accessible_texts.h"
 #include "forms/form.h"
-#include "forms/text.h"
 #include "platform/runtime_error.h"
 
 namespace forms {

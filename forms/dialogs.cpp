@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <cwctype>
 
-#include "forms/taskbar.h"
-#include "forms/text.h"
+#include "forms/long_work.h"
 
 namespace forms {
 namespace {
@@ -29,7 +28,7 @@ bool MayReplace(HWND owner, const std::wstring& path, const std::wstring& title)
   if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) return true;
   const std::wstring question = path + L" already exists.\nDo you want to replace it?";
   return MessageBoxW(owner, question.c_str(), title.c_str(),
-                     MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
+                     MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
 }
 
 /// The texts that an OPENFILENAMEW points to, and the path that it fills in.
@@ -70,15 +69,16 @@ class KeptFolder {
 
 }  // namespace
 
-void ShowMessageBox(HWND owner, const std::string& text, const char* title) {
+void ShowMessageBox(HWND owner, const std::string& text, Tone tone, const char* title) {
   const TaskbarPause pause;
-  MessageBoxW(owner, Wide(text).c_str(), Wide(title).c_str(), MB_OK);
+  MessageBoxW(owner, Wide(text).c_str(), Wide(title).c_str(),
+              MB_OK | (tone == Tone::kError ? MB_ICONERROR : MB_ICONWARNING));
 }
 
-bool AskYesNoBox(HWND owner, const std::string& text, bool presumed) {
+int AskBox(HWND owner, const std::string& text, UINT buttons) {
   const TaskbarPause pause;
-  const UINT style = MB_YESNO | (presumed ? MB_DEFBUTTON1 : MB_DEFBUTTON2);
-  return MessageBoxW(owner, Wide(text).c_str(), Wide(kMessageTitle).c_str(), style) == IDYES;
+  return MessageBoxW(owner, Wide(text).c_str(), Wide(kMessageTitle).c_str(),
+                     buttons | MB_ICONQUESTION);
 }
 
 std::optional<std::string> AskOpenFile(HWND owner, const FileQuestion& question) {

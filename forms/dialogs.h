@@ -10,10 +10,14 @@ namespace forms {
 inline constexpr const char* kApplicationTitle = "Trimbrook";
 inline constexpr const char* kMessageTitle = "Message";
 
+/// What a message is: a refusal or damage, or work that has failed.
+enum class Tone { kWarning, kError };
+
 /// A modal box with an OK button over `owner`, which may be null.
-void ShowMessageBox(HWND owner, const std::string& text, const char* title = kMessageTitle);
-/// A modal question with Yes and No; true for Yes. The one that Enter gives is `presumed`.
-bool AskYesNoBox(HWND owner, const std::string& text, bool presumed = true);
+void ShowMessageBox(HWND owner, const std::string& text, Tone tone,
+                    const char* title = kMessageTitle);
+/// A modal question with the buttons of this style (MB_YESNO and the like); the id of the answer.
+int AskBox(HWND owner, const std::string& text, UINT buttons);
 
 /// What a file dialog is asked for.
 struct FileQuestion {

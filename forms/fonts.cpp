@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cwchar>
 
-#include "forms/text.h"
-
 namespace forms {
 namespace {
 

@@ -5,9 +5,7 @@
 #include <exception>
 
 #include "forms/application.h"
-#include "forms/dialogs.h"
 #include "forms/input.h"
-#include "forms/text.h"
 #include "platform/runtime_error.h"
 
 namespace forms {
@@ -140,16 +138,22 @@ Control* Form::FocusedControl() const {
   return focused == inOrder_.end() ? nullptr : *focused;
 }
 
-void Form::ShowMessage(const std::string& text) {
-  ShowMessageBox(VisibleWindow(), text);
+void Form::ShowMessage(const std::string& text, Tone tone) {
+  ShowMessageBox(VisibleWindow(), text, tone);
 }
 
 void Form::ShowApplicationMessage(const std::string& text) {
-  ShowMessageBox(VisibleWindow(), text, kApplicationTitle);
+  ShowMessageBox(VisibleWindow(), text, Tone::kError, kApplicationTitle);
 }
 
 bool Form::AskYesNo(const std::string& text, bool presumed) {
-  return AskYesNoBox(VisibleWindow(), text, presumed);
+  const UINT buttons = MB_YESNO | (presumed ? MB_DEFBUTTON1 : MB_DEFBUTTON2);
+  return AskBox(VisibleWindow(), text, buttons) == IDYES;
+}
+
+std::optional<bool> Form::AskYesNoCancel(const std::string& text) {
+  const int answer = AskBox(VisibleWindow(), text, MB_YESNOCANCEL);
+  return answer == IDCANCEL ? std::optional<bool>() : answer == IDYES;
 }
 
 // A box of a window that is not shown (it is being loaded, or was closed) belongs to the window

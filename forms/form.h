@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "forms/arrow_group.h"
+#include "forms/dialogs.h"
 #include "forms/event_table.h"
 #include "forms/form_place.h"
 #include "forms/tool_tips.h"
@@ -53,12 +54,14 @@ class Form : protected EventTable {
   void FlashTaskbar();
 
   /// A modal box of this window with an OK button.
-  void ShowMessage(const std::string& text);
-  /// The same with the application's title instead of "Message".
+  void ShowMessage(const std::string& text, Tone tone = Tone::kWarning);
+  /// The same with the application's title instead of "Message", about something that failed.
   void ShowApplicationMessage(const std::string& text);
   /// A modal question of this window with Yes and No; true for Yes. The one that Enter gives is
   /// `presumed`.
   bool AskYesNo(const std::string& text, bool presumed = true);
+  /// The same with Yes, which Enter gives, No and Cancel; none for Cancel.
+  std::optional<bool> AskYesNoCancel(const std::string& text);
 
   /// The control with this id.
   Control& ControlById(int id);

@@ -5,10 +5,9 @@
 #include <utility>
 
 #include "forms/application.h"
-#include "forms/busy.h"
 #include "forms/buttons.h"
 #include "forms/form.h"
-#include "forms/text.h"
+#include "forms/long_work.h"
 
 namespace forms {
 namespace {
@@ -77,7 +76,7 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       Close();
       return 0;
     case WM_QUERYENDSESSION:
-      return ShutdownBlock::IsUp() ? FALSE : TRUE;
+      return SystemHold::IsUp() ? FALSE : TRUE;
     case WM_ENDSESSION:
       if (wParam) Dispatch([this] { OnEndSession(); });
       return 0;

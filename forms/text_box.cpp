@@ -4,7 +4,6 @@
 #include <charconv>
 
 #include "forms/form.h"
-#include "forms/text.h"
 
 namespace forms {
 

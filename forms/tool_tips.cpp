@@ -1,7 +1,5 @@
 #include "forms/tool_tips.h"
 
-#include "forms/text.h"
-
 namespace forms {
 
 void ToolTips::Create(HWND owner) {

@@ -75,7 +75,7 @@ void frmTrimbrook::OpenGuide() {
   if (system_.drives.HasFile(guide) &&
       system_.desktop.ShellOpen(owner, guide, platform::ShowCommand::kDefault))
     return;
-  ShowMessage("The user guide cannot be opened: " + guide);
+  ShowMessage("The user guide cannot be opened: " + guide, forms::Tone::kError);
 }
 
 std::string frmTrimbrook::SourcePath() {

@@ -12,6 +12,7 @@
 #include "platform/platform.h"
 #include "resources/layouts.h"
 #include "resources/resource.h"
+#include "save/camera_choice.h"
 #include "save/main_window_view.h"
 #include "save/time_range.h"
 
@@ -28,6 +29,9 @@ struct RangeEnd {
   std::string strCalDate = {};
   /// Day of the month remembered for it: `intCal1Day`, `intCal2Day`.
   std::chrono::day intCalDay = std::chrono::day(1);
+
+  /// What `Seconds` was when it was confirmed, or set by the program.
+  std::int64_t confirmed = 0;
 
   /// The time stamp that the calendar and the fields show.
   std::int64_t Seconds() const;
@@ -76,7 +80,9 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   void Calendar_Click(RangeEnd& end);
   void Calendar_MonthChange(RangeEnd& end);
   void CheckCTRS_Click();
-  void Confirm();
+  bool Confirm();
+  void NoteConfirmed();
+  bool SettleCustomTimes();
   void ResetRange();
   void ShowToday();
   void ShowCustomDate(RangeEnd& end, platform::Date date);
@@ -88,7 +94,7 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   bool CheckAvailability();
   void ShowAvailability(BlockRange range);
   bool EnsureAvailabilityChecked();
-  std::int16_t GetCameraSelection();
+  SelectionMode GetCameraSelection();
 
   // The target file, and what is done with it.
   void ChooseTarget();
@@ -96,8 +102,9 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   void SaveToCd();
   void SaveAskingForTarget();
   void ShowFreeSpace();
-  const char* SaveRefusal();
-  bool AcceptSelection();
+  bool AcceptRange();
+  bool AcceptRoom();
+  bool AcceptCameras();
   bool AcceptHighCameras();
 
   platform::Platform& system_;

@@ -37,7 +37,7 @@ bool frmTrimbrook::EnsureAvailabilityChecked() {
   return !isWider || CheckAvailability();
 }
 
-std::int16_t frmTrimbrook::GetCameraSelection() {
+SelectionMode frmTrimbrook::GetCameraSelection() {
   std::uint32_t enabled = 0;
   std::uint32_t ticked = 0;
   for (int i = Check1.first(); i <= Check1.last(); ++i) {

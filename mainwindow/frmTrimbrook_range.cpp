@@ -6,6 +6,8 @@
 namespace {
 
 constexpr char kStartPastEnd[] = "The Start Time should be earlier than the Ending Time!";
+constexpr char kNotConfirmed[] =
+    "The custom time range has been changed but not confirmed. Do you want to confirm it now?";
 constexpr char kEndBeforeStart[] = "The End Time should be later than the Start Time!";
 
 }  // namespace
@@ -27,7 +29,8 @@ void frmTrimbrook::Slider_Scroll(RangeEnd& moved, const RangeEnd& other) {
 }
 
 void frmTrimbrook::Slider_Change(RangeEnd& end) {
-  if (end.slider.Value() > end.blockTimes.UpperBound()) return;
+  // The index of a source that was closed stays until another one is read.
+  if (Text1.Text().empty() || end.slider.Value() > end.blockTimes.UpperBound()) return;
   end.strTime = system_.dates.Format(end.blockTimes[end.slider.Value()]);
   end.slider.SetToolTip(end.strTime);
   Text5.SetText(start_.strTime + "----" + end_.strTime);
@@ -60,18 +63,36 @@ void frmTrimbrook::CheckCTRS_Click() {
     place().MoveBy(rise_);
 }
 
-void frmTrimbrook::Confirm() {
-  if (!RequireSource()) return;
+/// Moves the sliders to the custom range; false when it is refused.
+bool frmTrimbrook::Confirm() {
+  if (!RequireSource()) return false;
   const std::int64_t start = start_.Seconds();
   const std::int64_t end = end_.Seconds();
   if (const char* refusal = TimeRangeRefusal(start, end)) {
     ShowMessage(refusal);
     ResetRange();
-    return;
+    return false;
   }
+  NoteConfirmed();
   const BlockRange range = BlocksOfTimeRange(system_.dates, start, end);
   Slider1.SetValue(range.first);
   Slider2.SetValue(range.last);
+  return true;
+}
+
+void frmTrimbrook::NoteConfirmed() {
+  for (RangeEnd* end : {&start_, &end_}) end->confirmed = end->Seconds();
+}
+
+/// Asks about custom times that were typed but not confirmed; false when the save is to wait.
+bool frmTrimbrook::SettleCustomTimes() {
+  if (!CheckCTRS.Value()) return true;
+  if (start_.Seconds() == start_.confirmed && end_.Seconds() == end_.confirmed) return true;
+  const std::optional<bool> wish = AskYesNoCancel(kNotConfirmed);
+  if (!wish) return false;
+  if (!*wish || Confirm()) return true;
+  Calendar1.SetFocus();
+  return false;
 }
 
 /// Back to the whole source, or to today when there is none.
@@ -84,6 +105,7 @@ void frmTrimbrook::ResetRange() {
     ShowCustomTime(start_, start_.blockTimes[1]);
     ShowCustomTime(end_, end_.blockTimes[end_.blockTimes.UpperBound()]);
   }
+  NoteConfirmed();
   Slider1.SetValue(Slider1.Min());
   Slider2.SetValue(Slider2.Max());
 }

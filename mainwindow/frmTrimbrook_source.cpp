@@ -101,7 +101,7 @@ bool frmTrimbrook::ReadSource(const std::string& path) {
 /// Whether a source was read as it should; tells why not, unless the user has stopped it.
 bool frmTrimbrook::AcceptReading(ReadEnd end) {
   if (end == ReadEnd::kNotValid) ShowMessage(save_text::kNotValid);
-  if (end == ReadEnd::kFailed) ShowMessage(save_text::kReadError);
+  if (end == ReadEnd::kFailed) ShowMessage(save_text::kReadError, forms::Tone::kError);
   return end == ReadEnd::kDone;
 }
 

@@ -22,6 +22,7 @@ namespace {
 
 constexpr char kNoTarget[] = "Please select the target file first!";
 constexpr char kNoSpace[] = "There is not enough space on the disk for the selected file!";
+constexpr char kMayNotFit[] = "The selected file may not fit on the disk. Do you want to continue?";
 constexpr char kNoCameraChosen[] = "Please select at least one camera!";
 constexpr char kNoHighCameras[] =
     "Cameras 17 to 32 cannot be kept when only some cameras are selected.";
@@ -46,12 +47,11 @@ void frmTrimbrook::ShowFreeSpace() {
 
 void frmTrimbrook::SaveFile() {
   if (!RequireSource()) return;
-  ShowFreeSpace();  // It may have changed since the target was chosen.
-  if (const char* refusal = SaveRefusal()) {
-    ShowMessage(refusal);
+  if (Text6.Text().empty()) {
+    ShowMessage(kNoTarget);
     return;
   }
-  if (!AcceptSelection()) return;
+  if (!AcceptRange() || !AcceptRoom() || !AcceptCameras()) return;
   mdlSave::blnStartSave = true;
   frmSaveFile progress(system_, *this);
   progress.ShowModal(*this);
@@ -66,27 +66,41 @@ void frmTrimbrook::SaveAskingForTarget() {
 }
 
 void frmTrimbrook::SaveToCd() {
-  if (!RequireSource() || !AcceptSelection()) return;
+  if (!RequireSource() || !AcceptRange() || !AcceptCameras()) return;
   frmSaveToCD wizard(system_, *this);
   wizard.ShowModal(*this);
 }
 
-const char* frmTrimbrook::SaveRefusal() {
-  if (Text6.Text().empty()) return kNoTarget;
-  if (SizeEstimateMB() > std::atoll(Text7.Text().c_str())) return kNoSpace;
-  // How large a file of some cameras gets, nobody knows before their images are counted.
-  const std::uint64_t size = std::uint64_t{static_cast<std::uint32_t>(SizeEstimateMB())} << 20;
-  if (size > system_.names.LargestFile(platform::FolderOf(TargetPath())) &&
-      GetCameraSelection() != kSomeCameras)
-    return save_text::kTooLarge;
-  return nullptr;
+/// Settles what the range is, and knows its cameras then; false when the save is to wait.
+bool frmTrimbrook::AcceptRange() {
+  return SettleCustomTimes() && EnsureAvailabilityChecked();
 }
 
-/// Takes the cameras as they are ticked, over the whole range; false when they cannot be kept,
-/// which is told, or are not to be.
-bool frmTrimbrook::AcceptSelection() {
-  if (!EnsureAvailabilityChecked()) return false;
-  const std::int16_t mode = GetCameraSelection();
+/// Whether the target's disk has room, as far as that is known; tells or asks otherwise.
+bool frmTrimbrook::AcceptRoom() {
+  ShowFreeSpace();  // It may have changed since the target was chosen.
+  switch (RoomFor({.sizeMB = SizeEstimateMB(),
+                   .freeMB = std::atoll(Text7.Text().c_str()),
+                   .largestFile = system_.names.LargestFile(platform::FolderOf(TargetPath()))},
+                  GetCameraSelection())) {
+    case Room::kEnough:
+      return true;
+    case Room::kPerhaps:
+      return AskYesNo(kMayNotFit, false);
+    case Room::kTooLittle:
+      ShowMessage(kNoSpace);
+      return false;
+    case Room::kTooLarge:
+      ShowMessage(save_text::kTooLarge);
+      return false;
+  }
+  return false;
+}
+
+/// Takes the cameras as they are ticked; false when they cannot be kept, which is told, or are not
+/// to be.
+bool frmTrimbrook::AcceptCameras() {
+  const SelectionMode mode = GetCameraSelection();
   if (mode == kNoCamera) ShowMessage(kNoCameraChosen);
   if (mode == kNoCamera || (mode == kSomeCameras && !AcceptHighCameras())) return false;
   mdlSave::blnSomeCameras = mode == kSomeCameras;

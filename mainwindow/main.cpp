@@ -1,7 +1,7 @@
 #include <memory>
 
 #include "forms/application.h"
-#include "forms/text.h"
+#include "forms/win32.h"
 #include "mainwindow/frmTrimbrook.h"
 #include "platform/windows/windows_platform.h"
 

@@ -54,6 +54,6 @@ void Reading::ShowPercent(int percent) {
   if (percent == percent_) return;
   if (!taskbar_) Appear();
   percent_ = percent;
-  shownIn_.SetText("Reading ... " + std::to_string(percent) + "%");
+  shownIn_.SetText("Reading ... " + std::to_string(percent) + "% (Esc stops)");
   taskbar_->SetValue(percent);
 }

@@ -4,9 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "forms/busy.h"
-#include "forms/control.h"
-#include "forms/taskbar.h"
+#include "forms/long_work.h"
 #include "forms/text_box.h"
 #include "storage/pacer.h"
 

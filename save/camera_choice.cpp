@@ -43,3 +43,10 @@ SelectionMode ChooseCameras(std::uint32_t enabled, std::uint32_t ticked) {
   if (chosen == 0) return kNoCamera;
   return chosen == possible ? kAllCameras : kSomeCameras;
 }
+
+Room RoomFor(const SpaceNeed& need, SelectionMode mode) {
+  const bool isBound = mode == kSomeCameras;
+  if (need.sizeMB > need.freeMB) return isBound ? Room::kPerhaps : Room::kTooLittle;
+  const std::uint64_t bytes = std::uint64_t{static_cast<std::uint32_t>(need.sizeMB)} << 20;
+  return bytes > need.largestFile && !isBound ? Room::kTooLarge : Room::kEnough;
+}

@@ -21,3 +21,20 @@ enum SelectionMode : std::int16_t {
 /// Keeps those of the ticked cameras that are enabled: sets `mdlSave::lngCamSelLow` and
 /// `lngCamSelHigh`, and tells how much that is.
 SelectionMode ChooseCameras(std::uint32_t enabled, std::uint32_t ticked);
+
+/// Whether a disk has room for a file.
+enum class Room {
+  kEnough,
+  kPerhaps,    ///< Of chosen cameras only the whole blocks' size is known, which is too large.
+  kTooLittle,  ///< It has fewer megabytes free.
+  kTooLarge,   ///< It holds no file of this size.
+};
+
+/// What is known of a save's room.
+struct SpaceNeed {
+  std::int32_t sizeMB;  ///< Of the whole blocks.
+  std::int64_t freeMB;
+  std::uint64_t largestFile;  ///< Bytes.
+};
+
+Room RoomFor(const SpaceNeed& need, SelectionMode mode);

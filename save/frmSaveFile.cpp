@@ -5,6 +5,7 @@
 #include "forms/application.h"
 #include "forms/dialogs.h"
 #include "forms/input.h"
+#include "platform/scoped_flag.h"
 #include "save/last_file_part.h"
 #include "save/save_messages.h"
 #include "save/save_state.h"
@@ -63,16 +64,13 @@ void frmSaveFile::Timer1_Timer() {
   if (!blnStartSave) return;
   blnStartSave = false;
   Timer1.SetEnabled(false);
-  blnSaving = true;
   taskbar_.emplace(window());
-  const SaveResult result = SaveAsChosen();
-  blnSaving = false;
-  ShowEnd(result);
+  ShowEnd(SaveAsChosen());
 }
 
 SaveResult frmSaveFile::SaveAsChosen() {
-  const forms::KeepAwake awake;
-  const forms::ShutdownBlock block(window());
+  const ScopedFlag saving(blnSaving);
+  const forms::SystemHold hold(window());
   return RunSave(
       system_, *this,
       {.sourcePath = mainWindow_.SourcePath(),

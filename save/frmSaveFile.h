@@ -7,7 +7,7 @@
 
 #include "forms/controls.h"
 #include "forms/form.h"
-#include "forms/taskbar.h"
+#include "forms/long_work.h"
 #include "platform/platform.h"
 #include "resources/layouts.h"
 #include "resources/resource.h"

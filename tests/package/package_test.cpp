@@ -6,7 +6,7 @@
 #include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
-#include "forms/text.h"
+#include "forms/win32.h"
 #include "resources/version.h"
 
 namespace driver {

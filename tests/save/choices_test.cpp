@@ -101,6 +101,22 @@ void Fill(OneBased<std::int32_t>& masks, const Seconds& values) {
   std::copy(values.begin(), values.end(), masks.data());
 }
 
+TEST(Room, IsThatOfWholeBlocksUnlessTheFileIsRebuilt) {
+  constexpr std::uint64_t kMost = 0xFFFFFFFF;
+  const struct {
+    SpaceNeed need;
+    Room ofAll, ofSome;
+  } cases[] = {{{200, 200, kMost}, Room::kEnough, Room::kEnough},
+               {{200, 199, kMost}, Room::kTooLittle, Room::kPerhaps},
+               {{4094, 5000, kMost}, Room::kEnough, Room::kEnough},
+               {{4096, 5000, kMost}, Room::kTooLarge, Room::kEnough}};
+  for (const auto& [need, ofAll, ofSome] : cases) {
+    EXPECT_EQ(RoomFor(need, kAllCameras), ofAll) << need.sizeMB;
+    EXPECT_EQ(RoomFor(need, kSomeCameras), ofSome) << need.sizeMB;
+    EXPECT_EQ(RoomFor(need, kNoCamera), ofAll) << need.sizeMB;
+  }
+}
+
 TEST(Cameras, AreAvailableWhenAnyBlockHasThem) {
   Fill(lngCamMask, {1, 4, 0x8000});
   Fill(lngCamMaskAlt, {1, 0x8000});

@@ -52,10 +52,12 @@ TEST(Source, ShowsItsRangeAndSizeUntilTheDialogClosesIt) {
   AwaitFocus(program.At(IDC_frmTrimbrook_Command2));
 
   program.ChooseTarget(InWork("cancelled.60D"));
+  program.ChooseBlocks(2, 3);
   program.SourceDialog().Cancel();
   program.Settle();
   EXPECT_THAT(program.Texts({IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2, IDC_frmTrimbrook_Text3,
-                             IDC_frmTrimbrook_Text6, IDC_frmTrimbrook_Text7}),
+                             IDC_frmTrimbrook_Text4, IDC_frmTrimbrook_Text5, IDC_frmTrimbrook_Text6,
+                             IDC_frmTrimbrook_Text7}),
               Each(""));
   for (const int slider : {IDC_frmTrimbrook_Slider1, IDC_frmTrimbrook_Slider2})
     EXPECT_FALSE(program.At(slider).IsEnabled());
@@ -113,7 +115,8 @@ class LongSource : public testing::Test {
   ~LongSource() override { Resize(path_, 0); }
 
   bool Reads() {
-    return program_.Text(IDC_frmTrimbrook_Text2).starts_with("Reading ... ") &&
+    const std::string text = program_.Text(IDC_frmTrimbrook_Text2);
+    return text.starts_with("Reading ... ") && text.ends_with("% (Esc stops)") &&
            !program_.At(IDC_frmTrimbrook_Command1).IsEnabled();
   }
   void StopReading() {
@@ -209,6 +212,18 @@ TEST_F(Target, TheSpaceCheckFollowsTheRange) {
   program_.Prepare(Recording("day.60D"), "F:\\too large.60D");
   EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text7), "4");
   EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoSpace));
+  // How large a file of some cameras gets is not known.
+  program_.ChooseCameras({2});
+  for (const int button : {IDNO, IDYES}) {
+    program_.At(IDC_frmTrimbrook_Command3).ClickAndGoOn();
+    AwaitFocus(program_.AwaitShown(kDialogClass).Control(IDNO));
+    EXPECT_EQ(program_.AnswerMessage(button),
+              Refusal("The selected file may not fit on the disk. Do you want to continue?"));
+  }
+  program_.AwaitDone();
+  program_.LeaveSave();
+  DeleteFileA("F:\\too large.60D");
+  program_.ChooseCameras({1, 2, 3});
   program_.ChooseBlocks(2, 3);
   Append("F:\\filling.bin", std::string(1 << 20, 'x'));
   EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoSpace));

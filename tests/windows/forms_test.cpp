@@ -9,7 +9,7 @@
 #include "forms/application.h"
 #include "forms/controls.h"
 #include "forms/form.h"
-#include "forms/text.h"
+#include "forms/win32.h"
 #include "resources/layouts.h"
 #include "resources/resource.h"
 

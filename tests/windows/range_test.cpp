@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 
@@ -118,6 +119,49 @@ TEST_F(Range, ConfirmTakesWhatTheCustomRangeShows) {
             Refusal("The End Time you selected falls outside the time range of the sorce file. "
                     "Please select a new time!"));
   EXPECT_THAT(TimeFrom(IDC_frmTrimbrook_Text11), ElementsAre("15", "8", "26"));
+}
+
+// Nothing is asked about what is not seen, and nothing twice.
+TEST_F(Range, ASaveAsksAboutTimesThatWereNotConfirmed) {
+  const Message question = Refusal(
+      "The custom time range has been changed but not confirmed. Do you want to confirm it now?");
+  const std::string target = InWork("typed.60D");
+  program_.OpenSource(path_);
+  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+  Type(IDC_frmTrimbrook_Text8, {"15", "5", "32"});
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3),
+            Refusal("Please select the target file first!"));
+  program_.ChooseTarget(target);
+  const auto answer = [&](int button, bool toCd) {
+    toCd ? program_.PressSaveToCd() : program_.At(IDC_frmTrimbrook_Command3).ClickAndGoOn();
+    const Window box = program_.AwaitShown(kDialogClass);
+    AwaitFocus(box.Control(IDYES));
+    EXPECT_EQ(program_.AnswerMessage(button), question);
+  };
+  for (const bool toCd : {false, true}) answer(IDCANCEL, toCd);
+  EXPECT_FALSE(FileExists(target));
+  ExpectBlocks(1, 3);
+
+  Type(IDC_frmTrimbrook_Text8, {"1", "5", "32"});
+  answer(IDYES, false);
+  EXPECT_EQ(program_.AnswerMessage(),
+            Refusal("The Start Time you selected falls outside the time range of the sorce file. "
+                    "Please select a new time!"));
+  AwaitFocus(program_.At(IDC_frmTrimbrook_Calendar1));
+
+  Type(IDC_frmTrimbrook_Text11, {"15", "7", "0"});
+  answer(IDNO, false);
+  program_.AwaitDone();
+  program_.LeaveSave();
+  EXPECT_TRUE(HoldsBlocks(target, path_, 1, 3));
+  answer(IDYES, false);
+  program_.AwaitDone();
+  program_.LeaveSave();
+  EXPECT_TRUE(HoldsBlocks(target, path_, 1, 2));
+  program_.SaveAndLeave();
+  Type(IDC_frmTrimbrook_Text11, {"15", "6", "0"});
+  program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
+  program_.SaveAndLeave();
 }
 
 }  // namespace
