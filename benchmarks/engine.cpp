@@ -12,7 +12,6 @@
 #include "platform/steady_clock.h"
 #include "save/camera_index.h"
 #include "save/operations.h"
-#include "save/save_state.h"
 #include "tests/support/fake_platform.h"
 
 namespace engine {
@@ -62,12 +61,12 @@ double Save(const std::string& source, const std::string& target, int cameras,
   // The engine splits paths as Windows does: what it writes is named from its folder.
   const fs::path before = fs::current_path();
   fs::current_path(fs::path(target).parent_path());
-  mdlSave::lngCamSelLow = (1 << cameras) - 1;
   const SaveJob job = {.sourcePath = source,
                        .targetPath = fs::path(target).filename(),
                        .firstBlock = 1,
                        .lastBlock = blocks,
-                       .mode = cameras == 16 ? Mode::kWholeBlocks : Mode::kChosenCameras};
+                       .mode = cameras == 16 ? Mode::kWholeBlocks : Mode::kChosenCameras,
+                       .cameras = (1U << cameras) - 1};
   Progress progress;
   SaveResult result;
   const double seconds = Timed([&] { result = RunSave(System(), progress, job); });

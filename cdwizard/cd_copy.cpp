@@ -7,7 +7,6 @@
 #include "capture/source_file.h"
 #include "save/last_file_part.h"
 #include "save/save_messages.h"
-#include "save/save_state.h"
 #include "storage/new_file.h"
 
 using platform::FileHandle;
@@ -207,13 +206,10 @@ bool CdCopy::CopyPlayerFile(const std::string& from, const std::string& to) {
 }
 
 SaveJob CdCopy::RecordingJob(const std::string& targetPath) {
-  return {
-      .sourcePath = mainWindow_.SourcePath(),
-      .targetPath = targetPath,
-      .firstBlock = mainWindow_.FirstBlock(),
-      .lastBlock = mainWindow_.LastBlock(),
-      .mode = mdlSave::blnSomeCameras ? SaveJob::Mode::kChosenCameras : SaveJob::Mode::kWholeBlocks,
-      .place = NewFile::Place::kOwnName};
+  SaveJob job = mainWindow_.ChosenJob();
+  job.targetPath = targetPath;
+  job.place = NewFile::Place::kOwnName;
+  return job;
 }
 
 bool CdCopy::SendDataToClassCD(const SaveJob& job) {
@@ -227,14 +223,14 @@ bool CdCopy::SendDataToClassCD(const SaveJob& job) {
 }
 
 void CdCopy::TellEnd(const SaveResult& result) {
-  const std::string losses = MessageOfLosses(result);
-  if (!losses.empty()) view_.ShowMessage(losses);
-  // Of a disc that cannot be written the wizard itself tells.
-  const SaveMessage message = MessageOfEnd(result);
-  if (result.end != SaveEnd::kNotWritten && !message.text.empty())
+  isOver_ = result.end == SaveEnd::kCancelled;
+  for (const SaveMessage& message : MessagesOf(result)) {
+    // Of a disc that cannot be written the wizard itself tells.
+    if (result.end == SaveEnd::kNotWritten) continue;
     message.isOnChoice ? view_.ShowMessage(message.text)
                        : view_.ShowApplicationMessage(message.text);
-  isOver_ = message.isOnChoice || result.end == SaveEnd::kCancelled;
+    isOver_ = message.isOnChoice;
+  }
 }
 
 bool CdCopy::GoesOn() {

@@ -7,7 +7,6 @@
 #include "platform/paths.h"
 #include "save/camera_index.h"
 #include "save/operations.h"
-#include "save/save_state.h"
 #include "save/target.h"
 
 namespace {
@@ -19,30 +18,26 @@ constexpr std::int32_t kMostBytesAtOnce = 256 * 1024;
 /// Images that follow each other in a block's list.
 using Run = std::span<const IndexedImage>;
 
-bool IsChosen(const IndexedImage& image) {
-  return image.camera < format::kCameras && (mdlSave::lngCamSelLow >> image.camera & 1) != 0;
-}
-
 /// Whether the image is chosen and lies where images can.
-bool MayBeKept(const IndexedImage& image) {
-  return IsChosen(image) && !image.IsDamaged();
+bool MayBeKept(const SaveJob& job, const IndexedImage& image) {
+  return job.IsChosen(image.camera) && !image.IsDamaged();
 }
 
 /// The least that the images which may be kept take in a new file: without what is left free in its
 /// blocks.
-std::uint64_t LeastBytes(const CameraIndex& index) {
+std::uint64_t LeastBytes(const SaveJob& job, const CameraIndex& index) {
   std::uint64_t bytes = 0;
   for (std::int32_t b = 1; b <= index.blocks.UpperBound(); ++b)
     for (const IndexedImage& image : index.blocks[b].images)
-      if (MayBeKept(image)) bytes += static_cast<std::uint64_t>(image.Text() - image.Begin());
+      if (MayBeKept(job, image)) bytes += static_cast<std::uint64_t>(image.Text() - image.Begin());
   return bytes;
 }
 
 /// The first of these images, with those behind it, that may be kept and can be read together; none
 /// when the first may not be kept.
-Run FirstRun(Run images) {
+Run FirstRun(const SaveJob& job, Run images) {
   const auto end = std::find_if(images.begin(), images.end(), [&](const IndexedImage& image) {
-    return !MayBeKept(image) ||
+    return !MayBeKept(job, image) ||
            (&image != images.data() && image.End() - images.front().Begin() > kMostBytesAtOnce);
   });
   return {images.begin(), end};
@@ -92,8 +87,8 @@ class Rebuild {
   SaveEnd AddBlock(std::int32_t number, const IndexedBlock& block) {
     if (!block.type) ++result_.lostBlocks;
     for (Run left = block.images; !left.empty();) {
-      const Run run = FirstRun(left);
-      if (run.empty() && IsChosen(left.front())) ++result_.lostImages;
+      const Run run = FirstRun(job_, left);
+      if (run.empty() && job_.IsChosen(left.front().camera)) ++result_.lostImages;
       const SaveEnd end = run.empty() ? SaveEnd::kSaved : AddRun(number, block, run);
       if (end != SaveEnd::kSaved) return end;
       left = left.subspan(std::max<std::size_t>(run.size(), 1));
@@ -157,7 +152,7 @@ SaveResult SaveChosenCameras(platform::Platform& system, SaveProgress& progress,
   const CameraIndex index =
       IndexBlockRange(system, progress, source, job.firstBlock, job.lastBlock);
   if (index.end != SaveEnd::kSaved) return {.end = index.end};
-  if (LeastBytes(index) > system.names.LargestFile(platform::FolderOf(job.targetPath)))
+  if (LeastBytes(job, index) > system.names.LargestFile(platform::FolderOf(job.targetPath)))
     return {.end = SaveEnd::kTooLarge};
   return Rebuild(system, progress, job, source, index).SaveAll();
 }

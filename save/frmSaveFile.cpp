@@ -71,13 +71,7 @@ void frmSaveFile::Timer1_Timer() {
 SaveResult frmSaveFile::SaveAsChosen() {
   const ScopedFlag saving(blnSaving);
   const forms::SystemHold hold(window());
-  return RunSave(
-      system_, *this,
-      {.sourcePath = mainWindow_.SourcePath(),
-       .targetPath = mainWindow_.TargetPath(),
-       .firstBlock = mainWindow_.FirstBlock(),
-       .lastBlock = mainWindow_.LastBlock(),
-       .mode = blnSomeCameras ? SaveJob::Mode::kChosenCameras : SaveJob::Mode::kWholeBlocks});
+  return RunSave(system_, *this, mainWindow_.ChosenJob());
 }
 
 /// The save's files are closed and what is half done is removed: a box may stay up for hours, and
@@ -86,10 +80,7 @@ void frmSaveFile::ShowEnd(const SaveResult& result) {
   ShowPercent();
   const bool hasFailed = result.end != SaveEnd::kSaved && result.end != SaveEnd::kCancelled;
   if (hasFailed && taskbar_) taskbar_->ShowFailed();
-  const std::string losses = MessageOfLosses(result);
-  if (!losses.empty()) ShowMessage(losses);
-  const SaveMessage message = MessageOfEnd(result);
-  if (!message.text.empty())
+  for (const SaveMessage& message : MessagesOf(result))
     message.isOnChoice ? ShowMessage(message.text) : ShowApplicationMessage(message.text);
   if (result.end == SaveEnd::kCancelled) {
     forms::DoEvents();

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "capture/format.h"
 #include "platform/platform.h"
 #include "save/save_progress.h"
 #include "storage/new_file.h"
@@ -13,7 +14,7 @@
 struct SaveJob {
   enum class Mode {
     kWholeBlocks,    ///< All cameras: the blocks are copied as they are.
-    kChosenCameras,  ///< The cameras of `mdlSave::lngCamSelLow`: the file is rebuilt from images.
+    kChosenCameras,  ///< Those of `cameras`: the file is rebuilt from images.
   };
 
   std::string sourcePath;
@@ -21,8 +22,13 @@ struct SaveJob {
   std::int32_t firstBlock = 0;  ///< From 1, like the last; both are saved.
   std::int32_t lastBlock = 0;
   Mode mode = Mode::kWholeBlocks;
+  std::uint32_t cameras = 0;  ///< Bit i is camera i + 1; none above 16 is ever saved.
   NewFile::Place place = NewFile::Place::kTemporary;
 
+  /// Whether the images of a camera (from 0) are to be kept.
+  bool IsChosen(int camera) const {
+    return camera < format::kCameras && (cameras >> camera & 1U) != 0;
+  }
   bool HasBlocks() const { return firstBlock >= 1 && firstBlock <= lastBlock; }
   std::int32_t BlockCount() const { return lastBlock - firstBlock + 1; }
 };

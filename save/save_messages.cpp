@@ -8,8 +8,7 @@ std::string Counted(std::int64_t count, const std::string& what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-}  // namespace
-
+/// Why a save has not ended as wished.
 SaveMessage MessageOfEnd(const SaveResult& result) {
   switch (result.end) {
     case SaveEnd::kSaved:
@@ -36,6 +35,7 @@ SaveMessage MessageOfEnd(const SaveResult& result) {
   return {};
 }
 
+/// What damage to the recording has cost.
 std::string MessageOfLosses(const SaveResult& result) {
   if (result.end != SaveEnd::kSaved && result.end != SaveEnd::kNoImages) return "";
   const std::string images = Counted(result.lostImages, "image");
@@ -43,4 +43,12 @@ std::string MessageOfLosses(const SaveResult& result) {
   if (images.empty() && blocks.empty()) return "";
   return "The recording is damaged: " + images + (images.empty() || blocks.empty() ? "" : " and ") +
          blocks + " could not be kept.";
+}
+
+}  // namespace
+
+std::vector<SaveMessage> MessagesOf(const SaveResult& result) {
+  std::vector<SaveMessage> messages = {{MessageOfLosses(result), true}, MessageOfEnd(result)};
+  std::erase_if(messages, [](const SaveMessage& message) { return message.text.empty(); });
+  return messages;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "save/operations.h"
 
@@ -20,13 +21,10 @@ inline constexpr char kTooLarge[] =
 
 /// A message and the title of its box.
 struct SaveMessage {
-  std::string text;         ///< Empty when there is nothing to say.
+  std::string text;
   bool isOnChoice = false;  ///< It is about what the user has chosen, not about files and disks.
 };
 
-/// Why a save has not ended as wished.
-SaveMessage MessageOfEnd(const SaveResult& result);
-
-/// What damage to the recording has cost; empty when it has cost nothing, and when the save has
-/// ended before it could be told.
-std::string MessageOfLosses(const SaveResult& result);
+/// All that is told of a save, one box after the other: what damage to the recording has cost,
+/// unless the save has ended before that was certain, and why it has not ended as wished.
+std::vector<SaveMessage> MessagesOf(const SaveResult& result);

@@ -6,7 +6,6 @@
 
 #include "capture/mdlFileProcessing.h"
 #include "save/operations.h"
-#include "save/save_state.h"
 #include "tests/save/fake_progress.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recordings.h"
@@ -158,8 +157,8 @@ class HostileRecording {
   std::vector<const tools::Layout*> layouts_;  ///< Of the blocks.
 };
 
-bool IsChosen(int camera) {
-  return camera < 16 && (mdlSave::lngCamSelLow >> camera & 1) != 0;
+bool IsChosen(std::uint32_t cameras, int camera) {
+  return camera < 16 && (cameras >> camera & 1) != 0;
 }
 
 /// Whether a new block holds the image. One that fills its own down to the byte before its tail, or
@@ -188,7 +187,7 @@ struct Run {
   Run(FuzzedDataProvider& data, std::string&& room) : recording(data, std::move(room)) {
     job.firstBlock = data.ConsumeIntegralInRange(-1, 4);
     job.lastBlock = job.firstBlock + data.ConsumeIntegralInRange(-1, 3);
-    mdlSave::lngCamSelLow = data.ConsumeIntegral<std::uint16_t>();
+    job.cameras = data.ConsumeIntegral<std::uint16_t>();
     world.dates.style = static_cast<FakeDates::Style>(data.ConsumeIntegralInRange(0, 2));
     size = recording.bytes.size();
     disk.Put(kSource, std::move(recording.bytes));
@@ -227,11 +226,11 @@ struct Run {
   void DemandImages() const {
     const auto stored = ImagesOf(disk.View(kTarget), recording.is20D);
     for (const tools::Image& image : stored)
-      Demand(IsChosen(image.camera), "only chosen cameras are kept");
+      Demand(IsChosen(job.cameras, image.camera), "only chosen cameras are kept");
     if (!recording.isSound) return;
     auto next = stored.begin();
     for (const auto& [block, layout, image] : recording.images) {
-      if (block < job.firstBlock || block > job.lastBlock || !IsChosen(image.camera) ||
+      if (block < job.firstBlock || block > job.lastBlock || !IsChosen(job.cameras, image.camera) ||
           !FitsNewBlock(*layout, image))
         continue;
       Demand(next != stored.end(), "every chosen image is kept");

@@ -94,7 +94,7 @@ TEST(SaveChosenCameras, LosesOnlyWhatIsDamagedAndTellsIt) {
       save.ExpectRefusal("The selected cameras have no images in the selected time range!");
     else
       EXPECT_THAT(save.Saved(), ElementsAreArray(expected));
-    EXPECT_EQ(MessageOfLosses(save.result), damage.losses);
+    EXPECT_EQ(save.ToldFirst(), damage.losses);
   }
 }
 
@@ -106,18 +106,18 @@ TEST(SaveChosenCameras, CountsBlocksWithoutAListAndNotWhatIsNotChosen) {
   recording[kBlock + kTrailer + 34] ^= '\x80';  // The video standard of what is no block.
   SaveWorld save(recording);
   EXPECT_EQ(save.Run(2, 2, 3), SaveEnd::kSaved);
-  EXPECT_EQ(MessageOfLosses(save.result), "The recording is damaged: 1 block could not be kept.");
+  EXPECT_EQ(save.ToldFirst(), "The recording is damaged: 1 block could not be kept.");
   EXPECT_EQ(save.Saved().size(), 1u);
   EXPECT_TRUE(BlocksOf(save.disk.View(kTarget), false).at(0).ntsc);
 }
 
 TEST(SaveMessages, TellWhatDamageHasCost) {
   const auto text = [](std::int64_t images, std::int64_t blocks) {
-    return MessageOfLosses({.lostImages = images, .lostBlocks = blocks});
+    return MessagesOf({.lostImages = images, .lostBlocks = blocks}).at(0).text;
   };
   EXPECT_EQ(text(0, 3), "The recording is damaged: 3 blocks could not be kept.");
   EXPECT_EQ(text(12, 1), "The recording is damaged: 12 images and 1 block could not be kept.");
-  EXPECT_EQ(MessageOfLosses({.end = SaveEnd::kCancelled, .lostImages = 1}), "");
+  EXPECT_EQ(MessagesOf({.end = SaveEnd::kCancelled, .lostImages = 1}).size(), 0u);
 }
 
 TEST(SaveChosenCameras, BreathesInTheIndexPassAndCanBeCancelledThere) {

@@ -8,19 +8,19 @@ namespace {
 
 using ::testing::ElementsAre;
 
-class EverySave : public testing::TestWithParam<std::int32_t> {
+class EverySave : public testing::TestWithParam<std::uint32_t> {
  protected:
   /// What a save gives.
   static std::string Whole() {
     SaveWorld save;
     EXPECT_EQ(save.Run(GetParam()), SaveEnd::kSaved);
-    EXPECT_EQ(MessageOfLosses(save.result), "");
+    EXPECT_EQ(save.ToldEnd(), "");
     EXPECT_EQ(save.progress.done, 2);
     return save.disk.Take(kTarget);
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(All, EverySave, testing::Values(kWholeBlocks, 1),
+INSTANTIATE_TEST_SUITE_P(All, EverySave, testing::Values(kWholeBlocks, 1u),
                          [](const auto& test) { return test.param ? "Cameras" : "Blocks"; });
 
 TEST_P(EverySave, CancelAtEveryBlockRemovesWhatIsThere) {
@@ -101,7 +101,7 @@ TEST_P(EverySave, TriesForAWhileToGiveTheFileItsName) {
   EXPECT_FALSE(save.disk.HasFile(kTarget));
   save.disk.LoseUnflushed();
   EXPECT_FALSE(save.disk.At(save.result.detail)->temporary);
-  EXPECT_NE(MessageOfEnd(save.result).text.find(save.result.detail), std::string::npos);
+  EXPECT_NE(save.ToldEnd().find(save.result.detail), std::string::npos);
   EXPECT_TRUE(save.disk.Take(save.result.detail) == whole);
 
   save.progress.onMessages = [&, begun = save.world.clock.now] {
@@ -123,7 +123,7 @@ TEST_P(EverySave, LeavesNothingBehindWhateverHappens) {
       save.progress.cancelBefore = 1;
     };
     EXPECT_EQ(save.Run(GetParam()), sessionEnds ? SaveEnd::kCancelled : SaveEnd::kFault);
-    EXPECT_EQ(MessageOfEnd(save.result).text, sessionEnds ? "" : "Out of memory");
+    EXPECT_EQ(save.ToldEnd(), sessionEnds ? "" : "Out of memory");
     save.ExpectNothingLeft();
   }
 }

@@ -8,7 +8,6 @@
 
 #include "capture/mdlFileProcessing.h"
 #include "save/save_messages.h"
-#include "save/save_state.h"
 #include "tests/save/fake_progress.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recordings.h"
@@ -17,7 +16,7 @@ constexpr char kSource[] = "C:\\Recordings\\door.60D";
 constexpr char kTarget[] = "C:\\Saved\\part.60D";
 
 /// Chooses whole blocks instead of cameras.
-constexpr std::int32_t kWholeBlocks = 0;
+constexpr std::uint32_t kWholeBlocks = 0;
 
 /// Blocks with an image of camera 1 and some of camera 2 in each.
 inline std::string RecordingOf(int count) {
@@ -39,16 +38,25 @@ struct SaveWorld {
     mdlFileProcessing::ScanSourceFile(disk, world.dates, kSource);
   }
 
-  SaveEnd Run(std::int32_t cameras, int first = 1, int last = 2) {
+  SaveEnd Run(std::uint32_t cameras, int first = 1, int last = 2) {
     job.firstBlock = first;
     job.lastBlock = last;
     if (cameras != kWholeBlocks) job.mode = SaveJob::Mode::kChosenCameras;
-    mdlSave::lngCamSelLow = cameras;
+    job.cameras = cameras;
     result = RunSave(world.system, progress, job);
     return result.end;
   }
   /// Ends the fault, so that it strikes no check of what it has done.
   Fault TakeFault() { return std::exchange(disk.fault, {}); }
+  /// What is told of the save first, and last; empty for nothing.
+  std::string ToldFirst() const {
+    const auto messages = MessagesOf(result);
+    return messages.empty() ? "" : messages.front().text;
+  }
+  std::string ToldEnd() const {
+    const auto messages = MessagesOf(result);
+    return messages.empty() ? "" : messages.back().text;
+  }
   std::vector<tools::Image> Saved() const { return ImagesOf(disk.View(kTarget), is20D); }
 
   /// What holds however a save ends.
@@ -64,7 +72,7 @@ struct SaveWorld {
   /// What holds when a save was refused before it has touched anything.
   void ExpectRefusal(const std::string& message) {
     EXPECT_THAT(progress.messages, testing::IsEmpty());
-    EXPECT_EQ(MessageOfEnd(result).text, message);
+    EXPECT_EQ(ToldEnd(), message);
     EXPECT_EQ(disk.View(kTarget), "old");
     ExpectNothingLeft();
   }

@@ -8,7 +8,6 @@
 #include "capture/mdlFileProcessing.h"
 #include "platform/posix/posix_disk.h"
 #include "save/save_messages.h"
-#include "save/save_state.h"
 #include "tests/save/fake_progress.h"
 #include "tests/support/fake_platform.h"
 #include "tools/recording_reader.h"
@@ -23,10 +22,9 @@ bool Save(PosixDisk& disk, const SaveJob& job) {
                             "Save"};
   FakeProgress progress;
   const SaveResult result = RunSave(system, progress, job);
-  progress.messages.push_back(MessageOfLosses(result));
-  progress.messages.push_back(MessageOfEnd(result).text);
+  for (const SaveMessage& message : MessagesOf(result)) progress.messages.push_back(message.text);
   for (const std::string& message : progress.messages)
-    if (!message.empty()) std::printf("message: %s\n", message.c_str());
+    std::printf("message: %s\n", message.c_str());
   return result.end == SaveEnd::kSaved;
 }
 
@@ -34,13 +32,15 @@ bool Save(PosixDisk& disk, const SaveJob& job) {
 
 int main(int argc, char** argv) {
   if (argc < 5) return 2;
-  for (int i = 5; i < argc; ++i) mdlSave::lngCamSelLow |= 1 << (std::atoi(argv[i]) - 1);
+  std::uint32_t cameras = 0;
+  for (int i = 5; i < argc; ++i) cameras |= 1U << (std::atoi(argv[i]) - 1);
   const SaveJob job = {
       .sourcePath = argv[1],
       .targetPath = argv[2],
       .firstBlock = std::atoi(argv[3]),
       .lastBlock = std::atoi(argv[4]),
-      .mode = argc > 5 ? SaveJob::Mode::kChosenCameras : SaveJob::Mode::kWholeBlocks};
+      .mode = argc > 5 ? SaveJob::Mode::kChosenCameras : SaveJob::Mode::kWholeBlocks,
+      .cameras = cameras};
   PosixDisk disk;
   FakeDates dates;
   mdlFileProcessing::bln20D = tools::IsNameOf20D(job.sourcePath);
