@@ -26,19 +26,15 @@ class Progress : public SaveProgress {
     std::fprintf(stderr, "%s\n", text.c_str());
   }
   void ShowHourglass(bool) override {}
-  void LetMessagesRun() override {}
-  bool StillSaving() override { return true; }
+  bool GoOn() override { return true; }
 };
 
-platform::Platform& System() {
+platform::Core& System() {
   static PosixDisk disk;
   static MemoryDisk drives;
-  static FakeRegistry registry;
-  static FakeDesktop desktop;
   static FakeDates dates;
   static platform::SteadyClock clock;
-  static platform::Platform system{disk,  disk,  registry, desktop,    drives,
-                                   dates, clock, ".",      "Trimbrook"};
+  static platform::Core system{disk, disk, drives, dates, clock, "."};
   return system;
 }
 

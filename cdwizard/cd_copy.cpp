@@ -68,14 +68,12 @@ class CopyProgress : public SaveProgress {
   }
   void ShowBlockMessage(const std::string& text) override { view_.ShowApplicationMessage(text); }
   void ShowHourglass(bool) override {}
-  void LetMessagesRun() override { goesOn_ = view_.LetMessagesRun(); }
-  bool StillSaving() override { return goesOn_; }
+  bool GoOn() override { return view_.GoOn(); }
 
  private:
   CopyView& view_;
   std::int32_t base_;
   std::int32_t closing_;
-  bool goesOn_ = true;
 };
 
 bool CopyBytes(platform::Files& files, FileHandle from, NewFile& to) {
@@ -121,11 +119,11 @@ std::int32_t CdCopy::FilesSize(bool blnQW) {
 }
 
 bool CdCopy::HasPlayerFile(const std::string& path) {
-  return IsAbsolute(strPlayerRoot) && fso.HasFile(path);
+  return IsAbsolute(strPlayerRoot) && system_.fso.HasFile(path);
 }
 
 std::int32_t CdCopy::PlayerBytes(const std::string& path) {
-  const auto bytes = std::min<std::uint64_t>(fso.FileBytes(path).value_or(0), kMostBytes);
+  const auto bytes = std::min<std::uint64_t>(system_.fso.FileBytes(path).value_or(0), kMostBytes);
   const std::int64_t rounded = RoundedUp(static_cast<std::int64_t>(bytes), kClusterBytes);
   return static_cast<std::int32_t>(std::min(rounded, kMostBytes));
 }
@@ -153,7 +151,7 @@ CopyEnd CdCopy::CopyFiles(bool blnQW, const std::string& drive, const std::strin
     isCopied = false;
   }
   if (isCopied) return CopyEnd::kCopied;
-  return isOver_ || !GoesOn() ? CopyEnd::kOver : CopyEnd::kNotReady;
+  return isOver_ || !GoOn() ? CopyEnd::kOver : CopyEnd::kNotReady;
 }
 
 // The source stays open while the disc is cleared: Windows deletes no file that is open.
@@ -164,7 +162,7 @@ bool CdCopy::CopyAll(Job& job) {
   if (!SparesSources(job)) return false;
   if (job.withPlayer && !ClearDisc(job.disc)) return false;
   view_.ShowProgress();
-  if (!GoesOn()) return false;
+  if (!GoOn()) return false;
   if (job.withPlayer && !CopyPlayerFiles(job.disc)) return false;
   return SendDataToClassCD(recording);
 }
@@ -180,7 +178,7 @@ bool CdCopy::SparesSources(Job& job) {
 }
 
 bool CdCopy::ClearDisc(Disc& disc) {
-  return disc.Clear() && GoesOn() && fso.MakeFolder(disc.PlayerFolder());
+  return disc.Clear() && GoOn() && system_.fso.MakeFolder(disc.PlayerFolder());
 }
 
 bool CdCopy::CopyPlayerFiles(const Disc& disc) {
@@ -188,7 +186,7 @@ bool CdCopy::CopyPlayerFiles(const Disc& disc) {
   for (std::size_t i = 0; i < targets.size(); ++i) {
     if (!CopyPlayerFile(strPlayerFiles[i], targets[i])) return false;
     view_.ShowPercent(PlayerPercent(static_cast<int>(i)));
-    if (!GoesOn()) return false;
+    if (!GoOn()) return false;
   }
   intProgressBase = kPlayerPercent;
   return true;
@@ -197,7 +195,7 @@ bool CdCopy::CopyPlayerFiles(const Disc& disc) {
 bool CdCopy::CopyPlayerFile(const std::string& from, const std::string& to) {
   const FileHandle source = system_.files.Open(from, platform::OpenMode::kReadExisting);
   if (source == FileHandle::kInvalid) return false;
-  NewFile target(system_, NewFile::Place::kOwnName, [this] { return GoesOn(); });
+  NewFile target(system_, NewFile::Place::kOwnName, [this] { return GoOn(); });
   const bool isCopied = target.Create(to) && CopyBytes(system_.files, source, target);
   system_.files.Close(source);
   // A disc that takes no times carries the player all the same.
@@ -233,7 +231,7 @@ void CdCopy::TellEnd(const SaveResult& result) {
   }
 }
 
-bool CdCopy::GoesOn() {
-  isOver_ = !view_.LetMessagesRun();
+bool CdCopy::GoOn() {
+  isOver_ = !view_.GoOn();
   return !isOver_;
 }

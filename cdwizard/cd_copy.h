@@ -23,9 +23,9 @@ class CopyView {
   virtual void ShowMessage(const std::string& text) = 0;
   /// Asks a question; true for Yes.
   virtual bool AskYesNo(const std::string& text) = 0;
-  /// Lets the messages that wait for the program's windows be handled. False once the Windows
-  /// session ends: nothing is to be begun or gone on with.
-  virtual bool LetMessagesRun() = 0;
+  /// Lets the messages that wait for the program's windows be handled; whether to go on. False once
+  /// the Windows session ends: nothing is to be begun then, either.
+  virtual bool GoOn() = 0;
 };
 
 /// How a copy to a disc has ended. Anything but `kCopied` leaves nothing of the file that was being
@@ -45,7 +45,7 @@ std::vector<std::string> PlayerFilePaths(const std::string& strPlayerRoot);
 class CdCopy {
  public:
   CdCopy(platform::Platform& system, MainWindowView& mainWindow, CopyView& view)
-      : system_(system), fso(system.drives), mainWindow_(mainWindow), view_(view) {}
+      : system_(system), mainWindow_(mainWindow), view_(view) {}
 
   /// Folder of the player distribution; where it is empty or relative, its files count as missing.
   void SetPlayerRoot(const std::string& root) { strPlayerRoot = root; }
@@ -80,10 +80,9 @@ class CdCopy {
   bool CopyPlayerFile(const std::string& from, const std::string& to);
   bool SendDataToClassCD(const SaveJob& job);
   void TellEnd(const SaveResult& result);
-  bool GoesOn();
+  bool GoOn();
 
   platform::Platform& system_;
-  platform::Drives& fso;
   MainWindowView& mainWindow_;
   CopyView& view_;
   std::string strPlayerRoot;

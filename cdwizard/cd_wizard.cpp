@@ -65,7 +65,7 @@ CdWizard::CdWizard(platform::Platform& system, MainWindowView& mainWindow, Wizar
       copy_(system, mainWindow, view) {}
 
 void CdWizard::Load() {
-  const std::vector<std::string> drives = system_.drives.CdRomDrives();
+  const std::vector<std::string> drives = system_.fso.CdRomDrives();
   if (drives.size() > kMostDrives) throw RuntimeError::SubscriptOutOfRange(system_.programName);
   if (drives.empty()) {
     view_.ShowApplicationMessage(
@@ -157,7 +157,7 @@ void CdWizard::AskForName() {
 
 CopyEnd CdWizard::Copy(const WizardInput& input) {
   const CopyTime time(isCopying_, view_);
-  if (!view_.LetMessagesRun()) return CopyEnd::kOver;
+  if (!view_.GoOn()) return CopyEnd::kOver;
   return copy_.CopyFiles(input.wantsPlayer, input.drive, input.fileName);
 }
 

@@ -49,7 +49,7 @@ bool Disc::Spares(const std::vector<std::string>& kept, bool clears,
   std::vector<std::string> lost = written;
   if (clears) Append(lost, WhatClearingDeletes());
   return std::none_of(lost.begin(), lost.end(), [&](const std::string& path) {
-    if (!system_.drives.HasFile(path)) return false;
+    if (!system_.fso.HasFile(path)) return false;
     const auto identity = IdentityOf(system_.files, path);
     return !identity || Contains(keptIdentities, *identity);
   });
@@ -57,24 +57,24 @@ bool Disc::Spares(const std::vector<std::string>& kept, bool clears,
 
 bool Disc::Clear() const {
   if (!IsCdRom()) return false;
-  if (system_.drives.HasFolder(PlayerFolder()) && !system_.drives.RemoveFolder(PlayerFolder()))
+  if (system_.fso.HasFolder(PlayerFolder()) && !system_.fso.RemoveFolder(PlayerFolder()))
     return false;
-  return !CarriesPlayer() || system_.drives.RemoveFilesIn(drive_ + "\\");
+  return !CarriesPlayer() || system_.fso.RemoveFilesIn(drive_ + "\\");
 }
 
 bool Disc::IsCdRom() const {
-  return Contains(system_.drives.CdRomDrives(), drive_);
+  return Contains(system_.fso.CdRomDrives(), drive_);
 }
 
 bool Disc::CarriesPlayer() const {
-  return system_.drives.HasFile(drive_ + kPlayerMark);
+  return system_.fso.HasFile(drive_ + kPlayerMark);
 }
 
 std::vector<std::string> Disc::WhatClearingDeletes() const {
-  std::vector<std::string> paths = system_.drives.FilesBelow(PlayerFolder());
+  std::vector<std::string> paths = system_.fso.FilesBelow(PlayerFolder());
   if (!CarriesPlayer()) return paths;
   const std::string root = drive_ + "\\";
-  for (const std::string& path : system_.drives.FilesBelow(root))
+  for (const std::string& path : system_.fso.FilesBelow(root))
     if (path.find('\\', root.size()) == std::string::npos) paths.push_back(path);
   return paths;
 }

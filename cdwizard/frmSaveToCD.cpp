@@ -116,7 +116,7 @@ void frmSaveToCD::ShowPercent(double percent) {
   Label3.SetCaption(std::to_string(whole) + "%");
 }
 
-bool frmSaveToCD::LetMessagesRun() {
+bool frmSaveToCD::GoOn() {
   forms::DoEvents();
   return !sessionEnds_;
 }

@@ -49,7 +49,7 @@ class frmSaveToCD : public forms::Form, private WizardView {
     Form::ShowApplicationMessage(text);
   }
   bool AskYesNo(const std::string& text) override;
-  bool LetMessagesRun() override;
+  bool GoOn() override;
 
   void ShowButtons(const PageLook& look);
   void Focus(const PageLook& look);

@@ -35,7 +35,7 @@ Busy::~Busy() {
   form_.SetHourglass(false);
 }
 
-bool Busy::LetMessagesRun() {
+bool Busy::GoOn() {
   DoEvents();
   return !stopped_ && !form_.IsClosed();
 }

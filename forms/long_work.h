@@ -21,7 +21,7 @@ class Busy {
   Busy& operator=(const Busy&) = delete;
 
   /// Lets messages run; whether the work is to go on: the form is open, and Esc was not pressed.
-  bool LetMessagesRun();
+  bool GoOn();
 
  private:
   friend class Form;

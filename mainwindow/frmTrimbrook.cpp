@@ -72,7 +72,7 @@ void frmTrimbrook::OnLoad() {
 void frmTrimbrook::OpenGuide() {
   const std::string guide = system_.Beside("user-guide.html");
   const auto owner = static_cast<platform::WindowHandle>(reinterpret_cast<UINT_PTR>(window()));
-  if (system_.drives.HasFile(guide) &&
+  if (system_.fso.HasFile(guide) &&
       system_.desktop.ShellOpen(owner, guide, platform::ShowCommand::kDefault))
     return;
   ShowMessage("The user guide cannot be opened: " + guide, forms::Tone::kError);

@@ -40,7 +40,7 @@ bool Reading::Breathe(std::int32_t done, std::int32_t total) {
     ShowPercent(static_cast<int>(100 * (pass_ - 1 + static_cast<double>(done) / total) / passes_));
     showNext_ = clock_.Now() + kBetweenPercents;
   }
-  return busy_.LetMessagesRun();
+  return busy_.GoOn();
 }
 
 void Reading::Appear() {

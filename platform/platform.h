@@ -12,18 +12,22 @@
 
 namespace platform {
 
-/// The outside world as one bundle of its narrow interfaces; handed down from `main`, so that
-/// tests hand down their own.
-struct Platform {
+/// What whoever reads and saves recordings needs of the outside world.
+struct Core {
   Files& files;
   FileNames& names;
-  Registry& registry;
-  Desktop& desktop;
-  Drives& drives;
+  Drives& fso;
   DateText& dates;
   Clock& clock;
   std::string programFolder;  ///< The running program's, with a last backslash for a root only.
-  std::string programName;    ///< The executable's name without folder and ending.
+};
+
+/// The outside world as one bundle of its narrow interfaces; handed down from `main`, so that
+/// tests hand down their own.
+struct Platform : Core {
+  Registry& registry;
+  Desktop& desktop;
+  std::string programName;  ///< The executable's name without folder and ending.
 
   /// Path of a file that lies beside the program.
   std::string Beside(const std::string& name) const {

@@ -26,32 +26,31 @@ class Hourglass {
 SaveEnd CopyBlocks(SourceFile& source, SaveProgress& progress, const SaveJob& job, NewFile& file) {
   std::vector<std::uint8_t> bytRecord(lngBlockSize);
   for (std::int32_t i = 1; i <= job.BlockCount(); ++i) {
-    if (!progress.StillSaving()) return SaveEnd::kCancelled;
+    if (!progress.GoOn()) return SaveEnd::kCancelled;
     const auto lngBytesRead = source.Read(job.firstBlock + i - 1, 0, bytRecord);
     if (!lngBytesRead) return SaveEnd::kNotRead;
     // What the source does not hold of the block is filled up with what the buffer had there.
     if (lngBytesRead != lngBlockSize) progress.ShowBlockMessage(save_text::kReadError);
-    if (!file.Append(bytRecord.data(), lngBlockSize))
-      return EndOfWriting(progress, file, false).end;
+    if (!file.Append(bytRecord.data(), lngBlockSize)) return EndOfWriting(file).end;
     progress.ShowBlocksDone(i, job.BlockCount());
-    progress.LetMessagesRun();
   }
   return SaveEnd::kSaved;
 }
 
 }  // namespace
 
-SaveResult SaveBlockRange(platform::Platform& system, SaveProgress& progress, const SaveJob& job) {
+SaveResult SaveBlockRange(platform::Core& system, SaveProgress& progress, const SaveJob& job) {
   if (!job.HasBlocks()) return {.end = SaveEnd::kNotRead};
   SourceFile source(system.files, job.sourcePath);
   if (!source.IsOpen()) return {.end = SaveEnd::kNotRead};
   mdlFileProcessing::lngBlockCount = mdlFileProcessing::BlocksInFile(source.Size());
 
-  NewFile file(system, job.place, MessagesOf(progress));
-  if (!ClearTarget(system, progress, source, job.targetPath) || !file.Create(job.targetPath))
+  NewFile file(system, job.place, [&progress] { return progress.GoOn(); });
+  if (!ClearTarget(system, source, job.targetPath) || !file.Create(job.targetPath))
     return {.end = SaveEnd::kNotWritten};
   const SaveEnd end = CopyBlocks(source, progress, job, file);
   if (end != SaveEnd::kSaved) return {.end = end};
   const Hourglass hourglass(progress);
-  return EndOfWriting(progress, file, file.Finish());
+  file.Finish();
+  return EndOfWriting(file);
 }

@@ -7,12 +7,9 @@
 
 using mdlFileProcessing::bln20D;
 
-CameraIndex IndexBlockRange(platform::Platform& system, SaveProgress& progress, SourceFile& source,
+CameraIndex IndexBlockRange(platform::Core& system, SaveProgress& progress, SourceFile& source,
                             std::int32_t firstBlock, std::int32_t lastBlock) {
-  Pacer pacer(system.clock, [&progress](std::int32_t, std::int32_t) {
-    progress.LetMessagesRun();
-    return progress.StillSaving();
-  });
+  Pacer pacer(system.clock, [&progress](std::int32_t, std::int32_t) { return progress.GoOn(); });
   const format::Variant& variant = format::VariantOf(bln20D);
   std::vector<std::uint8_t> trailer(static_cast<std::size_t>(variant.trailerLength));
   CameraIndex index;

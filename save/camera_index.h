@@ -21,5 +21,5 @@ struct CameraIndex {
 
 /// Reads the lists of blocks `firstBlock` to `lastBlock` (from 1, inclusive) of a file. Lets
 /// messages run on the way, and stops when the user has cancelled.
-CameraIndex IndexBlockRange(platform::Platform& system, SaveProgress& progress, SourceFile& source,
+CameraIndex IndexBlockRange(platform::Core& system, SaveProgress& progress, SourceFile& source,
                             std::int32_t firstBlock, std::int32_t lastBlock);

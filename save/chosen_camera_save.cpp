@@ -46,27 +46,28 @@ Run FirstRun(const SaveJob& job, Run images) {
 /// The rebuilding of one file.
 class Rebuild {
  public:
-  Rebuild(platform::Platform& system, SaveProgress& progress, const SaveJob& job,
-          SourceFile& source, const CameraIndex& index)
+  Rebuild(platform::Core& system, SaveProgress& progress, const SaveJob& job, SourceFile& source,
+          const CameraIndex& index)
       : system_(system),
         progress_(progress),
         job_(job),
         source_(source),
         index_(index),
-        file_(system, job.place, MessagesOf(progress)),
+        file_(system, job.place, [&progress] { return progress.GoOn(); }),
         writer_(file_) {}
 
   SaveResult SaveAll() {
     result_.end = AddBlocks();
     if (result_.end == SaveEnd::kSaved && !writer_.FileIsReady()) result_.end = SaveEnd::kNoImages;
-    if (result_.end == SaveEnd::kSaved) result_.end = EndOfWriting(writer_.Close60dFile());
+    if (result_.end != SaveEnd::kSaved) return result_;
+    writer_.Close60dFile();
+    result_.end = EndOfFile();
     return result_;
   }
 
  private:
-  /// How the save has ended whose last write, or its finish, has succeeded or not.
-  SaveEnd EndOfWriting(bool succeeded) {
-    const SaveResult written = ::EndOfWriting(progress_, file_, succeeded);
+  SaveEnd EndOfFile() {
+    const SaveResult written = EndOfWriting(file_);
     result_.detail = written.detail;
     return written.end;
   }
@@ -74,11 +75,10 @@ class Rebuild {
   SaveEnd AddBlocks() {
     const std::int32_t count = job_.BlockCount();
     for (std::int32_t b = 1; b <= count; ++b) {
-      if (!progress_.StillSaving()) return SaveEnd::kCancelled;
+      if (!progress_.GoOn()) return SaveEnd::kCancelled;
       const SaveEnd end = AddBlock(job_.firstBlock + b - 1, index_.blocks[b]);
       if (end != SaveEnd::kSaved) return end;
       progress_.ShowBlocksDone(b, count);
-      progress_.LetMessagesRun();
     }
     return SaveEnd::kSaved;
   }
@@ -107,7 +107,7 @@ class Rebuild {
           std::span(bytRecord_).subspan(image.Begin() - origin, image.End() - image.Begin());
       if (!Add(DecodeImage(block, image, bytes))) return SaveEnd::kNotWritten;
     }
-    return EndOfWriting(!file_.HasFailed());
+    return EndOfFile();
   }
 
   /// Adds an image; one that no block takes is lost. False when the new file cannot be made.
@@ -124,11 +124,10 @@ class Rebuild {
 
   bool Begin() {
     writer_.SetVideoStandardToPAL(!index_.blnSourceNotPAL);
-    return ClearTarget(system_, progress_, source_, job_.targetPath) &&
-           writer_.Create60DFile(job_.targetPath);
+    return ClearTarget(system_, source_, job_.targetPath) && writer_.Create60DFile(job_.targetPath);
   }
 
-  platform::Platform& system_;
+  platform::Core& system_;
   SaveProgress& progress_;
   const SaveJob& job_;
   SourceFile& source_;
@@ -141,8 +140,7 @@ class Rebuild {
 
 }  // namespace
 
-SaveResult SaveChosenCameras(platform::Platform& system, SaveProgress& progress,
-                             const SaveJob& job) {
+SaveResult SaveChosenCameras(platform::Core& system, SaveProgress& progress, const SaveJob& job) {
   if (!mdlFileProcessing::SourceType()) return {.end = SaveEnd::kNotValid};
   if (!job.HasBlocks()) return {.end = SaveEnd::kNotRead};
   // Open from here to the end: Windows deletes no file that is open.

@@ -190,10 +190,7 @@ void frmSaveFile::ShowFailed() {
   Label2.SetCaption("");
 }
 
-void frmSaveFile::LetMessagesRun() {
+bool frmSaveFile::GoOn() {
   forms::DoEvents();
-}
-
-bool frmSaveFile::StillSaving() {
   return blnSaving;
 }

@@ -47,8 +47,7 @@ class frmSaveFile : public forms::Form, private SaveProgress {
   void ShowBlocksDone(std::int32_t done, std::int32_t total) override;
   void ShowBlockMessage(const std::string& text) override;
   void ShowHourglass(bool on) override;
-  void LetMessagesRun() override;
-  bool StillSaving() override;
+  bool GoOn() override;
 
   platform::Platform& system_;
   MainWindowView& mainWindow_;

@@ -56,11 +56,10 @@ struct SaveResult {
 };
 
 /// Runs a job to its end, whatever happens. The file is on the medium when this answers `kSaved`.
-SaveResult RunSave(platform::Platform& system, SaveProgress& progress, const SaveJob& job);
+SaveResult RunSave(platform::Core& system, SaveProgress& progress, const SaveJob& job);
 
 /// Copies whole blocks, unchanged.
-SaveResult SaveBlockRange(platform::Platform& system, SaveProgress& progress, const SaveJob& job);
+SaveResult SaveBlockRange(platform::Core& system, SaveProgress& progress, const SaveJob& job);
 
 /// Rebuilds a capture file from the images of the chosen cameras.
-SaveResult SaveChosenCameras(platform::Platform& system, SaveProgress& progress,
-                             const SaveJob& job);
+SaveResult SaveChosenCameras(platform::Core& system, SaveProgress& progress, const SaveJob& job);

@@ -15,8 +15,7 @@ class SaveProgress {
   virtual void ShowBlockMessage(const std::string& text) = 0;
   /// Shows the hourglass, or the usual pointer again.
   virtual void ShowHourglass(bool on) = 0;
-  /// Lets the messages that wait for the program's windows be handled.
-  virtual void LetMessagesRun() = 0;
-  /// False once the user has cancelled.
-  virtual bool StillSaving() = 0;
+  /// Lets the messages that wait for the program's windows be handled; whether to go on. False once
+  /// the user has cancelled.
+  virtual bool GoOn() = 0;
 };

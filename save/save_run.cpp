@@ -6,7 +6,7 @@
 
 namespace {
 
-SaveResult Run(platform::Platform& system, SaveProgress& progress, const SaveJob& job) {
+SaveResult Run(platform::Core& system, SaveProgress& progress, const SaveJob& job) {
   switch (job.mode) {
     case SaveJob::Mode::kWholeBlocks:
       return SaveBlockRange(system, progress, job);
@@ -18,7 +18,7 @@ SaveResult Run(platform::Platform& system, SaveProgress& progress, const SaveJob
 
 }  // namespace
 
-SaveResult RunSave(platform::Platform& system, SaveProgress& progress, const SaveJob& job) {
+SaveResult RunSave(platform::Core& system, SaveProgress& progress, const SaveJob& job) {
   // Whatever leaves a save has closed its files and removed its own on the way. It must not pass:
   // the window would look busy for ever.
   try {

@@ -23,35 +23,33 @@ bool CanBeFile(platform::Drives& drives, const std::string& path) {
 
 }  // namespace
 
-bool MayTakePlace(platform::Platform& system, const SourceFile& source,
-                  const std::string& targetPath) {
+bool MayTakePlace(platform::Core& system, const SourceFile& source, const std::string& targetPath) {
   // What a search does not show, a hidden or system file, is nobody's old target: it is to stay.
-  const bool isUnseen = system.drives.HasFile(targetPath) && !system.names.Find(targetPath);
+  const bool isUnseen = system.fso.HasFile(targetPath) && !system.names.Find(targetPath);
   // Windows refuses by itself to delete a file that is open without delete sharing, but not every
   // network volume does, nor does POSIX.
-  return CanBeFile(system.drives, targetPath) && !isUnseen &&
+  return CanBeFile(system.fso, targetPath) && !isUnseen &&
          !IsSource(system.files, source, targetPath);
 }
 
-bool ClearTarget(platform::Platform& system, SaveProgress& progress, const SourceFile& source,
-                 const std::string& targetPath) {
+bool ClearTarget(platform::Core& system, const SourceFile& source, const std::string& targetPath) {
   if (!MayTakePlace(system, source, targetPath)) return false;
   if (!system.names.Find(targetPath)) return true;
-  const bool removed = system.names.Remove(targetPath);
-  progress.LetMessagesRun();
-  return removed;
+  return system.names.Remove(targetPath);
 }
 
-NewFile::LetMessagesRun MessagesOf(SaveProgress& progress) {
-  return [&progress] {
-    progress.LetMessagesRun();
-    return progress.StillSaving();
-  };
-}
-
-SaveResult EndOfWriting(SaveProgress& progress, const NewFile& file, bool succeeded) {
-  if (succeeded) return {.end = SaveEnd::kSaved};
-  if (!file.WholeCopy().empty()) return {.end = SaveEnd::kNotNamed, .detail = file.WholeCopy()};
-  if (!progress.StillSaving()) return {.end = SaveEnd::kCancelled};
-  return {.end = file.IsTooLarge() ? SaveEnd::kTooLarge : SaveEnd::kNotWritten};
+SaveResult EndOfWriting(const NewFile& file) {
+  switch (file.WhyStopped()) {
+    case NewFile::Stop::kNone:
+      return {.end = SaveEnd::kSaved};
+    case NewFile::Stop::kCancelled:
+      return {.end = SaveEnd::kCancelled};
+    case NewFile::Stop::kTooLarge:
+      return {.end = SaveEnd::kTooLarge};
+    case NewFile::Stop::kNotNamed:
+      return {.end = SaveEnd::kNotNamed, .detail = file.WholeCopy()};
+    case NewFile::Stop::kNotWritten:
+      break;
+  }
+  return {.end = SaveEnd::kNotWritten};
 }

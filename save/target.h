@@ -12,16 +12,11 @@
 
 /// Whether a new file may take this path. It may not when the path can be no file's, or when what
 /// has it is hidden, a system file, or the open source itself, under whatever name.
-bool MayTakePlace(platform::Platform& system, const SourceFile& source,
-                  const std::string& targetPath);
+bool MayTakePlace(platform::Core& system, const SourceFile& source, const std::string& targetPath);
 
 /// Deletes the file that has the target's name, if there is one. False when that fails, or a new
 /// file may not take its place, which is asked first.
-bool ClearTarget(platform::Platform& system, SaveProgress& progress, const SourceFile& source,
-                 const std::string& targetPath);
+bool ClearTarget(platform::Core& system, const SourceFile& source, const std::string& targetPath);
 
-/// What a new file does between its slices: lets messages run, and asks whether to go on.
-NewFile::LetMessagesRun MessagesOf(SaveProgress& progress);
-
-/// How a save has ended whose last write to `file`, or its finish, has succeeded or not.
-SaveResult EndOfWriting(SaveProgress& progress, const NewFile& file, bool succeeded);
+/// How a save has ended, as far as its file goes.
+SaveResult EndOfWriting(const NewFile& file);

@@ -24,8 +24,8 @@ std::vector<NewFile*>& Unfinished() {
 
 }  // namespace
 
-NewFile::NewFile(platform::Platform& system, Place place, LetMessagesRun letMessagesRun)
-    : system_(system), place_(place), letMessagesRun_(std::move(letMessagesRun)) {
+NewFile::NewFile(platform::Core& system, Place place, GoOn goOn)
+    : system_(system), place_(place), goOn_(std::move(goOn)) {
   Unfinished().push_back(this);
 }
 
@@ -71,21 +71,28 @@ bool NewFile::WriteAt(std::int64_t position, const void* bytes, std::uint32_t co
   position_ = position;
   const auto end = static_cast<std::uint64_t>(position) + count;
   const auto* from = static_cast<const std::uint8_t*>(bytes);
-  while (placed && !failed_ && count > 0) {
+  if (!placed) Stopped(Stop::kNotWritten);
+  while (stop_ == Stop::kNone && count > 0) {
     const std::uint32_t piece = pace_.Piece(count);
-    failed_ = !WritePiece(from, piece);
+    if (!WritePiece(from, piece)) break;
     from += piece;
     count -= piece;
   }
-  failed_ = failed_ || !placed;
-  if (failed_) isTooLarge_ = end > system_.names.LargestFile(FolderOf(target_));
+  if (stop_ == Stop::kNotWritten && end > system_.names.LargestFile(FolderOf(target_)))
+    stop_ = Stop::kTooLarge;
   size_ = std::max(size_, position_);
-  return !failed_;
+  return stop_ == Stop::kNone;
+}
+
+bool NewFile::Stopped(Stop why) {
+  if (stop_ == Stop::kNone) stop_ = why;
+  return false;
 }
 
 bool NewFile::WritePiece(const std::uint8_t* bytes, std::uint32_t count) {
   std::uint32_t written = 0;
-  if (!system_.files.Write(hTargetFile, bytes, count, written) || written != count) return false;
+  if (!system_.files.Write(hTargetFile, bytes, count, written) || written != count)
+    return Stopped(Stop::kNotWritten);
   position_ += count;
   if (!pace_.Wrote(count)) return true;
   if (!AwaitFlush()) return false;
@@ -103,15 +110,15 @@ void NewFile::BeginFlush() {
 bool NewFile::AwaitFlush() {
   constexpr std::chrono::milliseconds kBetweenMessages{10};
   do {
-    if (!letMessagesRun_() || !IsOpen()) return false;
+    if (!goOn_() || !IsOpen()) return Stopped(Stop::kCancelled);
   } while (flush_.valid() && flush_.wait_for(kBetweenMessages) == std::future_status::timeout);
   if (!flush_.valid()) return true;
   pace_.Flushed(system_.clock.Now() - flushBegun_);
-  return flush_.get();
+  return flush_.get() || Stopped(Stop::kNotWritten);
 }
 
 bool NewFile::Finish() {
-  if (!IsOpen() || failed_) return false;
+  if (!IsOpen() || stop_ != Stop::kNone) return Stopped(Stop::kNotWritten);
   if (!AwaitFlush()) return false;
   BeginFlush();
   if (!AwaitFlush()) return false;
@@ -122,7 +129,7 @@ bool NewFile::Finish() {
   }
   // What is on the medium stays, whatever its close answers.
   const bool closed = Close();
-  if (place_ == Place::kOwnName && !closed) return false;
+  if (place_ == Place::kOwnName && !closed) return Stopped(Stop::kNotWritten);
   strTempFile.clear();
   return true;
 }
@@ -135,10 +142,10 @@ bool NewFile::TakeName() {
     if (system_.clock.Now() - begun >= kPatience) {
       Close();
       wholeCopy_ = std::exchange(strTempFile, {});
-      return false;
+      return Stopped(Stop::kNotNamed);
     }
     system_.clock.Sleep(kPause);
-    if (!letMessagesRun_() || !IsOpen()) return false;
+    if (!goOn_() || !IsOpen()) return Stopped(Stop::kCancelled);
   }
   // Renamed, it would keep the permissions of the program's folder.
   if (FolderOf(strTempFile) != FolderOf(target_)) system_.names.InheritPermissions(target_);

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <future>
 #include <string>
 
 #include "platform/platform.h"
 #include "storage/flush_pace.h"
+#include "storage/pacer.h"
 
 /// A file that is being made. It stays only when it is whole and on the medium: until `Finish` has
 /// succeeded the destructor removes it.
@@ -21,10 +21,16 @@ class NewFile {
     /// Under its own name, for discs on which a file cannot be renamed.
     kOwnName,
   };
-  /// Lets the messages that wait be handled; false when the file is not wanted any more.
-  using LetMessagesRun = std::function<bool()>;
+  /// Why a file does not come to be.
+  enum class Stop {
+    kNone,
+    kCancelled,  ///< What was asked whether to go on has said no.
+    kNotWritten,
+    kTooLarge,  ///< Its disk holds no file of this size.
+    kNotNamed,  ///< It is whole and on the medium, but lies where `WholeCopy` tells.
+  };
 
-  NewFile(platform::Platform& system, Place place, LetMessagesRun letMessagesRun);
+  NewFile(platform::Core& system, Place place, GoOn goOn);
   ~NewFile();
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
@@ -42,9 +48,8 @@ class NewFile {
   bool Append(const void* bytes, std::uint32_t count) { return WriteAt(size_, bytes, count); }
   /// Size in bytes.
   std::int64_t size() const { return size_; }
-  bool HasFailed() const { return failed_; }
-  /// Whether it has failed since its disk holds no file of this size.
-  bool IsTooLarge() const { return isTooLarge_; }
+  /// What has stopped it; once that is something, it is written and finished no further.
+  Stop WhyStopped() const { return stop_; }
 
   /// Hands the file to the medium and gives it its name. False when it is not whole, or got no name
   /// though that was tried for ten seconds (something else reads the new file, or has taken its
@@ -59,6 +64,8 @@ class NewFile {
  private:
   bool CreateTemporary();
   bool OpenTemporary(const std::string& folder);
+  /// Takes down what has stopped the file, unless something has before; false.
+  bool Stopped(Stop why);
   bool WritePiece(const std::uint8_t* bytes, std::uint32_t count);
   void BeginFlush();
   bool AwaitFlush();
@@ -66,9 +73,9 @@ class NewFile {
   bool Close();
   void Discard();
 
-  platform::Platform& system_;
+  platform::Core& system_;
   Place place_;
-  LetMessagesRun letMessagesRun_;
+  GoOn goOn_;
   std::string target_;
   std::string
       strTempFile;  ///< Where the file lies until it has its name; empty when it is no more.
@@ -78,7 +85,6 @@ class NewFile {
   FlushPace pace_;
   std::int64_t position_ = 0;
   std::int64_t size_ = 0;
-  bool failed_ = false;
-  bool isTooLarge_ = false;
+  Stop stop_ = Stop::kNone;
   std::string wholeCopy_;
 };

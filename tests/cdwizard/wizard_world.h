@@ -62,7 +62,7 @@ class FakeWizardView : public WizardView {
     if (!answers.empty()) answers.pop_front();
     return answer;
   }
-  bool LetMessagesRun() override {
+  bool GoOn() override {
     onMessages();
     if (messagesUntilEnd > 1) return --messagesUntilEnd > 0;
     return messagesUntilEnd == 0;

@@ -20,6 +20,8 @@ class FakeProgress : public SaveProgress {
   void ShowBlocksDone(std::int32_t count, std::int32_t) override { done = count; }
   void ShowBlockMessage(const std::string& text) override { messages.push_back(text); }
   void ShowHourglass(bool on) override { hourglasses += on ? 1 : -1; }
-  void LetMessagesRun() override { onMessages(); }
-  bool StillSaving() override { return cancelBefore == 0 || done + 1 < cancelBefore; }
+  bool GoOn() override {
+    onMessages();
+    return cancelBefore == 0 || done + 1 < cancelBefore;
+  }
 };

@@ -162,8 +162,8 @@ struct PlatformWith {
   FakeDesktop desktop;
   FakeDates dates;
   FakeClock clock;
-  platform::Platform system{disk,  disk,  registry,        desktop,    disk,
-                            dates, clock, "C:\\Trimbrook", "Trimbrook"};
+  platform::Platform system{
+      {disk, disk, disk, dates, clock, "C:\\Trimbrook"}, registry, desktop, "Trimbrook"};
 };
 
 using FakePlatform = PlatformWith<MemoryDisk>;

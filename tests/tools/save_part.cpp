@@ -17,9 +17,7 @@ namespace {
 bool Save(PosixDisk& disk, const SaveJob& job) {
   const std::string folder = std::filesystem::absolute(job.targetPath).parent_path();
   FakePlatform outside;
-  platform::Platform system{disk,         disk,          outside.registry, outside.desktop,
-                            outside.disk, outside.dates, outside.clock,    folder,
-                            "Save"};
+  platform::Core system{disk, disk, outside.disk, outside.dates, outside.clock, folder};
   FakeProgress progress;
   const SaveResult result = RunSave(system, progress, job);
   for (const SaveMessage& message : MessagesOf(result)) progress.messages.push_back(message.text);
