@@ -1,30 +1,55 @@
 #pragma once
 
 #include <optional>
-#include <stdexcept>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "tools/numbers.h"
+#include "tools/recording_reader.h"
 
 namespace tools {
 
-/// What makes a saved file other than it should be.
-class Difference : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
+/// The earliest and the latest of some times.
+struct Times {
+  std::int64_t first = INT64_MAX;
+  std::int64_t last = INT64_MIN;
+
+  bool IsEmpty() const { return first > last; }
+  void Add(std::int64_t seconds);
 };
 
-/// Checks that `target` holds blocks `blocks` of `source`, byte for byte, and nothing else.
-/// Returns the number of blocks; throws `Difference`.
-int CompareBlocks(const std::string& source, const std::string& target,
-                  const std::optional<Range>& blocks);
+/// Where a part is looked for, and what it is to hold; what is left open is found.
+struct Narrowing {
+  std::optional<Range> blocks;              ///< Of the source.
+  std::optional<std::vector<int>> cameras;  ///< From 1 on; the part was rebuilt from their images.
+};
 
-/// Checks that `target` was rebuilt from the images of `cameras` (from 1 on) of these blocks: all
-/// of them, in order, with their bytes, times, titles, texts, flags and sound, in blocks whose
-/// trailers agree with their images. Images of the source that cannot be read are left out.
-/// Returns the number of images; throws `Difference`.
-int CompareImages(const std::string& source, const std::string& target,
-                  const std::vector<int>& cameras, const std::optional<Range>& blocks);
+/// What a comparison of a part with its source has found.
+struct Comparison {
+  std::string source, part;  ///< Paths.
+  std::int64_t sourceSize = 0, partSize = 0;
+  std::string sourceSum, partSum;  ///< SHA-256; empty when it was not asked for.
+  std::string difference;          ///< Empty when the part is just what the source holds there.
+  // All that follows is about a part without a difference.
+  bool rebuilt = false;   ///< From images; otherwise of whole blocks.
+  Range blocks = {0, 0};  ///< Of the source.
+  std::set<int> cameras;  ///< From 1 on.
+  std::int64_t images = 0;
+  Times times;
+  // What the source holds there and the part does not or, of whole blocks, does as well.
+  std::int64_t damagedImages = 0;
+  int damagedBlocks = 0;
+  // What a rebuilt part does not hold either.
+  std::int64_t largeImages = 0;  ///< They do not fit into a new block.
+  std::int64_t lostSounds = 0;   ///< Of blocks of type 0x20.
+  std::int64_t longTitles = 0;   ///< Images with further bytes behind the title.
+};
+
+/// Finds the place of a part in its source and holds all of it against that. A part of whole blocks
+/// has them byte for byte. One that was rebuilt from images has all of its cameras' images in a run
+/// of blocks, in order, with their bytes, times, titles, texts, flags and sound, in blocks whose
+/// trailers agree with their images.
+Comparison Compare(RecordingReader& source, RecordingReader& part, const Narrowing& narrowing);
 
 }  // namespace tools

@@ -22,7 +22,7 @@ std::string TimeText(std::int64_t seconds) {
   const year_month_day date(day);
   const hh_mm_ss clock(time - day);
   char text[40];
-  std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d", static_cast<int>(date.year()),
+  std::snprintf(text, sizeof text, "%04d-%02u-%02u %02d:%02d:%02d", static_cast<int>(date.year()),
                 static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
                 static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
                 static_cast<int>(clock.seconds().count()));
@@ -40,13 +40,21 @@ std::string Quoted(const std::string& text) {
   return quoted + '"';
 }
 
+std::string Counted(std::int64_t count, const std::string& thing) {
+  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
 std::string DescribeBlock(const StoredBlock& block) {
   const std::string name = "block " + std::to_string(block.number);
-  if (!block.isKnown) return name + " DAMAGED: of no type that such a recording has";
+  std::string damage = block.trouble;
+  if (block.damagedImages > 0)
+    damage += (damage.empty() ? "" : ", ") + Counted(block.damagedImages, "image");
+  if (!damage.empty()) damage = " DAMAGED: " + damage;
+  if (!block.isKnown) return name + damage;
   return name + " type=" + block.layout->name + " images=" + std::to_string(block.listedCount) +
          " start=" + TimeText(block.start) + " end=" + TimeText(block.end) +
          " sequence=" + std::to_string(Get(block.Trailer() + kSequence, 4)) +
-         (block.ntsc ? " NTSC" : " PAL") + (block.compact ? " compact" : "");
+         (block.ntsc ? " NTSC" : " PAL") + (block.compact ? " compact" : "") + damage;
 }
 
 std::string DescribeImage(const StoredBlock& block, const StoredImage& image) {

@@ -13,6 +13,12 @@ std::string GetText(const std::uint8_t* at, int most) {
   return {at, std::find(at, at + most, std::uint8_t{0})};
 }
 
+std::string Trimmed(const std::string& text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string::npos) return "";
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 /// Takes a block's trailer apart.
 class BlockParser {
  public:
@@ -28,8 +34,14 @@ class BlockParser {
       for (int i = 0; i < kTitlesInTable; ++i)
         block_.titles.push_back(
             GetText(EntryAt(trailer + layout_.titleTable, i, kTitleBytes), kTitleBytes));
+    if (block_.listedCount == 0) block_.trouble = "lists no image";
+    if (block_.listedCount > layout_.mostImages)
+      block_.trouble = "lists more images than it has room for";
     count_ = std::min(block_.listedCount, layout_.mostImages);
-    for (int i = 0; i < count_; ++i) block_.images.push_back(ParseImage(i));
+    for (int i = 0; i < count_; ++i) {
+      block_.images.push_back(ParseImage(i));
+      if (!block_.images.back().trouble.empty()) ++block_.damagedImages;
+    }
   }
 
  private:
@@ -102,7 +114,16 @@ void ParseBlock(StoredBlock& block, bool is20D) {
   const Layout* layout = FindLayout(block.Trailer()[kType], is20D);
   block.isKnown = layout != nullptr;
   block.layout = block.isKnown ? layout : &FormOf(is20D);
-  if (block.isKnown) BlockParser(block).Parse();
+  if (block.isKnown)
+    BlockParser(block).Parse();
+  else
+    block.trouble = "is of no type that such a recording has";
+}
+
+std::string TitleOf(const StoredBlock& block, const StoredImage& image) {
+  const std::string title = Trimmed(image.title);
+  if (!title.empty() || block.titles.empty()) return title;
+  return Trimmed(block.titles[static_cast<std::size_t>(image.camera)]);
 }
 
 bool IsNameOf20D(const std::string& path) {
@@ -110,21 +131,26 @@ bool IsNameOf20D(const std::string& path) {
   return length >= 3 && path.compare(length - 3, 2, "20") == 0 && (path.back() | 0x20) == 'd';
 }
 
-RecordingReader::RecordingReader(const std::string& path)
-    : path_(path), file_(path, std::ios::binary | std::ios::ate), form_(FormOf(IsNameOf20D(path))) {
+RecordingReader::RecordingReader(const std::string& path, Progress* progress)
+    : path_(path),
+      file_(path, std::ios::binary | std::ios::ate),
+      progress_(progress),
+      form_(FormOf(IsNameOf20D(path))) {
   if (!file_) throw std::runtime_error(path + " cannot be opened");
   size_ = file_.tellg();
   rest_ = size_ % kBlockBytes;
   if (EndsInTrailer()) std::swap(compact_, rest_);
   blockCount_ = static_cast<int>(size_ / kBlockBytes) + (compact_ > 0 ? 1 : 0);
-  if (blockCount_ == 0) throw std::runtime_error(path_ + " holds no whole block");
+  if (blockCount_ <= 0) throw std::runtime_error(path_ + " holds no whole block");
+  if (progress_ != nullptr) progress_->Expect(size_);
 }
 
 /// Whether what lies behind the whole blocks is a block with its trailer right behind its data.
 bool RecordingReader::EndsInTrailer() {
   const std::int64_t data = rest_ - form_.trailerBytes;
   if (data <= 0 || data % kSectorBytes != 0) return false;
-  const Bytes trailer = ReadBytes(size_ - form_.trailerBytes, form_.trailerBytes);
+  Bytes trailer;
+  ReadBytes(size_ - form_.trailerBytes, form_.trailerBytes, trailer);
   const Layout* layout = FindLayout(trailer[kType], form_.is20D);
   if (layout == nullptr) return false;
   const auto count = static_cast<int>(Get(trailer.data() + layout->imageCount, 2));
@@ -134,23 +160,58 @@ bool RecordingReader::EndsInTrailer() {
   return sectors * kSectorBytes == data;
 }
 
-Bytes RecordingReader::ReadBytes(std::int64_t position, std::int64_t count) {
-  Bytes bytes(static_cast<std::size_t>(count));
+void RecordingReader::ReadBytes(std::int64_t position, std::int64_t count, Bytes& bytes) {
+  bytes.resize(static_cast<std::size_t>(count));
   file_.seekg(position);
   file_.read(reinterpret_cast<char*>(bytes.data()), count);
   if (!file_) throw std::runtime_error(path_ + " cannot be read");
-  return bytes;
+  if (position != summed_) return;
+  sum_.Add(bytes.data(), bytes.size());
+  summed_ += count;
+  if (progress_ != nullptr) progress_->Advance(count);
+}
+
+int RecordingReader::TrailerOf(int number) const {
+  const bool isCompact = compact_ > 0 && number == blockCount_;
+  return isCompact ? static_cast<int>(compact_) - form_.trailerBytes : form_.trailer;
 }
 
 const StoredBlock& RecordingReader::Read(int number) {
+  Bytes bytes = std::move(block_.bytes);
   block_ = StoredBlock();
   block_.number = number;
-  block_.compact = compact_ > 0 && number == blockCount_;
-  const std::int64_t length = block_.compact ? compact_ : kBlockBytes;
-  block_.bytes = ReadBytes((number - 1) * kBlockBytes, length);
-  block_.trailer = block_.compact ? static_cast<int>(length) - form_.trailerBytes : form_.trailer;
+  block_.trailer = TrailerOf(number);
+  block_.compact = block_.trailer < form_.trailer;
+  ReadBytes((number - 1) * kBlockBytes, block_.trailer + form_.trailerBytes, bytes);
+  block_.bytes = std::move(bytes);
   ParseBlock(block_, form_.is20D);
   return block_;
+}
+
+std::vector<int> RecordingReader::MaskedCameras() {
+  std::uint32_t mask = 0;
+  Bytes trailer;
+  for (int number = 1; number <= blockCount_; ++number) {
+    ReadBytes((number - 1) * kBlockBytes + TrailerOf(number), form_.trailerBytes, trailer);
+    const Layout* layout = FindLayout(trailer[kType], form_.is20D);
+    if (layout == nullptr) continue;
+    mask |= Get(trailer.data() + layout->cameraMask, 2);
+    if (layout->highCameraMask != kNone)
+      mask |= Get(trailer.data() + layout->highCameraMask, 2) << 16;
+  }
+  std::vector<int> cameras;
+  for (int camera = 1; camera <= 32; ++camera)
+    if ((mask >> (camera - 1) & 1) != 0) cameras.push_back(camera);
+  return cameras;
+}
+
+std::string RecordingReader::Sum() {
+  Bytes bytes;
+  while (summed_ < size_) ReadBytes(summed_, std::min(size_ - summed_, kBlockBytes), bytes);
+  std::string digits;
+  for (const std::uint8_t byte : sum_.Finish())
+    for (const int digit : {byte >> 4, byte & 15}) digits += "0123456789abcdef"[digit];
+  return digits;
 }
 
 }  // namespace tools

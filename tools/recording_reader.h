@@ -7,6 +7,8 @@
 
 #include "tools/bytes.h"
 #include "tools/layout.h"
+#include "tools/progress.h"
+#include "tools/system.h"
 
 namespace tools {
 
@@ -30,21 +32,27 @@ struct StoredImage {
 /// One block of a recording.
 struct StoredBlock {
   int number = 0;        ///< From 1 on.
-  bool isKnown = false;  ///< Whether its type is one of its recording's kind; if not, damaged.
+  bool isKnown = false;  ///< Whether its type is one of its recording's kind.
   const Layout* layout = nullptr;
   bool compact = false;    ///< Shorter than 2 MiB, its trailer right behind its data.
   Bytes bytes;             ///< The block as it lies in the file.
   int trailer = 0;         ///< Where in it the trailer begins.
+  std::string trouble;     ///< Why it cannot be read, or not wholly; empty when it can.
   int listedCount = 0;     ///< Image count as stored, however large.
   std::int64_t start = 0;  ///< Time stamps.
   std::int64_t end = 0;
   bool ntsc = false;
   std::vector<std::string> titles;  ///< The title table, where there is one.
   std::vector<StoredImage> images;
+  int damagedImages = 0;  ///< Those that cannot be read.
 
   const std::uint8_t* Trailer() const { return bytes.data() + trailer; }
   const std::uint8_t* At(int place) const { return bytes.data() + place; }
 };
+
+/// The title that an image shows: its own, else its camera's in the block's table; without blanks
+/// around it.
+std::string TitleOf(const StoredBlock& block, const StoredImage& image);
 
 /// Takes a block apart of which the bytes and the trailer's place are set, by its own type byte.
 void ParseBlock(StoredBlock& block, bool is20D);
@@ -53,21 +61,35 @@ void ParseBlock(StoredBlock& block, bool is20D);
 /// compact is found by the trailer at the file's end.
 class RecordingReader {
  public:
-  /// Throws `std::runtime_error` when the file cannot be read or holds no whole block.
-  explicit RecordingReader(const std::string& path);
+  /// Throws `std::runtime_error` when the file cannot be read or holds no whole block. What is read
+  /// in the file's order for the first time is told to `progress`, if there is one.
+  explicit RecordingReader(const std::string& path, Progress* progress = nullptr);
 
+  const std::string& Path() const { return path_; }
+  std::int64_t Size() const { return size_; }
+  bool Is20D() const { return form_.is20D; }
   int BlockCount() const { return blockCount_; }
   /// Bytes at the file's end that belong to no block.
   std::int64_t Rest() const { return rest_; }
   /// Reads a block, from 1 on; it stands until the next is read.
   const StoredBlock& Read(int number);
+  /// The cameras that the blocks' masks name, from 1 on.
+  std::vector<int> MaskedCameras();
+  /// The SHA-256 of the whole file in hexadecimal digits; to be asked once. Reads only what has not
+  /// been read in the file's order.
+  std::string Sum();
 
  private:
-  Bytes ReadBytes(std::int64_t position, std::int64_t count);
+  /// Where a block's trailer lies in it.
+  int TrailerOf(int number) const;
+  void ReadBytes(std::int64_t position, std::int64_t count, Bytes& bytes);
   bool EndsInTrailer();
 
   std::string path_;
   std::ifstream file_;
+  Progress* progress_;
+  Sha256 sum_;
+  std::int64_t summed_ = 0;  ///< Bytes in the sum.
   std::int64_t size_ = 0;
   const Layout& form_;  ///< Of the blocks that are written today.
   int blockCount_ = 0;

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "tools/comparison.h"
+#include "tools/recording_reader.h"
+
+namespace tools {
+
+/// What a recording holds, and in which state it is.
+struct Report {
+  struct Camera {
+    std::set<std::string> titles;  ///< All that its images show.
+    std::int64_t images = 0;       ///< Those that can be read.
+    Times times;
+  };
+
+  std::string file;
+  bool is20D = false;
+  std::int64_t size = 0;
+  std::string sum;  ///< SHA-256; empty when it was not asked for.
+  int blocks = 0;
+  std::set<std::string> types;    ///< Of the blocks.
+  Times times;                    ///< From the first good block's start to the last one's end.
+  std::map<int, Camera> cameras;  ///< By number, from 1 on.
+  std::int64_t images = 0;        ///< All that are listed, damaged ones too.
+  std::int64_t damagedImages = 0;
+  int damagedBlocks = 0;
+  std::int64_t rest = 0;  ///< Bytes behind the last block.
+
+  /// Adds a block to what has been seen.
+  void Add(const StoredBlock& block);
+  /// "whole" or "damaged: " and what.
+  std::string Verdict() const;
+  bool IsWhole() const { return Verdict() == "whole"; }
+};
+
+/// Reads a whole recording. Throws `std::runtime_error` when no block of it can be read.
+Report Examine(RecordingReader& reader, bool withSum);
+
+/// A report as lines for a person, and as one line of JSON for a program.
+std::string Text(const Report& report);
+std::string Json(const Report& report);
+std::string Text(const Comparison& comparison);
+std::string Json(const Comparison& comparison);
+
+}  // namespace tools
