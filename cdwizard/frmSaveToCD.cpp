@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "platform/trimmed.h"
-#include "resources/layouts.h"
+#include "resources/layout.h"
 #include "storage/new_file.h"
 
 using forms::Event;

@@ -65,8 +65,9 @@ std::vector<DWORD> EmptyTemplate(const layout::Form& form, bool modal) {
 
 HICON LoadIconOf(HINSTANCE program, int icon, int sizeMetric) {
   const int side = GetSystemMetrics(sizeMetric);
+  // Not shared: of one icon the system shares one size only.
   return static_cast<HICON>(
-      LoadImageW(program, MAKEINTRESOURCEW(icon), IMAGE_ICON, side, side, LR_SHARED));
+      LoadImageW(program, MAKEINTRESOURCEW(icon), IMAGE_ICON, side, side, LR_DEFAULTCOLOR));
 }
 
 void RegisterFormClass(const wchar_t* name, WNDPROC procedure, int icon) {

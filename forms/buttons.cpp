@@ -3,6 +3,27 @@
 #include "forms/form.h"
 
 namespace forms {
+namespace {
+
+constexpr int kIconSide = 240;  // Twips.
+
+/// Draws an icon in the middle of an area, paled by what lies beneath.
+void DrawPaled(HDC target, HICON icon, const RECT& area, int side) {
+  const BLENDFUNCTION paling = {AC_SRC_OVER, 0, 100, 0};
+  const int left = (area.right - side) / 2;
+  const int top = (area.bottom - side) / 2;
+  const HDC memory = CreateCompatibleDC(target);
+  const HBITMAP picture = CreateCompatibleBitmap(target, side, side);
+  const HGDIOBJ before = SelectObject(memory, picture);
+  BitBlt(memory, 0, 0, side, side, target, left, top, SRCCOPY);
+  DrawIconEx(memory, 0, 0, icon, side, side, 0, nullptr, DI_NORMAL);
+  GdiAlphaBlend(target, left, top, side, side, memory, 0, 0, side, side, paling);
+  SelectObject(memory, before);
+  DeleteObject(picture);
+  DeleteDC(memory);
+}
+
+}  // namespace
 
 void Button::SetDefault() {
   if (window()) SendMessageW(form().window(), DM_SETDEFID, static_cast<WPARAM>(id()), 0);
@@ -32,13 +53,36 @@ DWORD PictureButton::WindowStyle() const {
 }
 
 void PictureButton::LaidOut() {
-  constexpr int kIconSide = 240;  // Twips.
   const int side = Pixels(kIconSide);
   const HANDLE made = LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(row().resource),
                                  IMAGE_ICON, side, side, LR_DEFAULTCOLOR);
-  Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(made));
   if (icon_) DestroyIcon(icon_);
   icon_ = static_cast<HICON>(made);
+  HandIconOver(IsWindowEnabled(window()));
+}
+
+void PictureButton::HandIconOver(bool enabled) {
+  static const HICON empty = [] {
+    const BYTE outside = 0xFF;
+    const BYTE black = 0;
+    return CreateIcon(GetModuleHandleW(nullptr), 1, 1, 1, 1, &outside, &black);
+  }();
+  Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(enabled ? icon_ : empty));
+}
+
+std::optional<LRESULT> PictureButton::OnMessage(UINT message, WPARAM wParam, LPARAM) {
+  if (message == WM_ENABLE) HandIconOver(wParam != 0);
+  return {};
+}
+
+LRESULT PictureButton::OnNotify(const NMHDR& header) {
+  if (header.code != NM_CUSTOMDRAW || IsWindowEnabled(window())) return CDRF_DODEFAULT;
+  const auto& draw = reinterpret_cast<const NMCUSTOMDRAW&>(header);
+  if (draw.dwDrawStage != CDDS_POSTPAINT) return CDRF_NOTIFYPOSTPAINT;
+  RECT client = {};
+  GetClientRect(window(), &client);
+  DrawPaled(draw.hdc, icon_, client, Pixels(kIconSide));
+  return CDRF_DODEFAULT;
 }
 
 bool CheckBox::Value() const {
@@ -135,9 +179,10 @@ void ComboBox::OnCommand(WORD code) {
 }
 
 // The window's height is that of the list when it is dropped down.
-int ComboBox::WindowHeight(int pixels) const {
+RECT ComboBox::WindowPlace(RECT place) const {
   constexpr int kLines = 9;
-  return pixels * kLines;
+  place.bottom += (kLines - 1) * (place.bottom - place.top);
+  return place;
 }
 
 }  // namespace forms

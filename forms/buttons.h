@@ -31,8 +31,13 @@ class PictureButton : public Button {
  protected:
   DWORD WindowStyle() const override;
   void LaidOut() override;
+  LRESULT OnNotify(const NMHDR& header) override;
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  /// The system shows the icon; of a disabled button it would show the outline.
+  void HandIconOver(bool enabled);
+
   HICON icon_ = nullptr;
 };
 
@@ -89,7 +94,7 @@ class ComboBox : public Control {
   const wchar_t* WindowClass() const override { return WC_COMBOBOXW; }
   DWORD WindowStyle() const override { return CBS_DROPDOWNLIST | WS_VSCROLL; }
   void Created() override;
-  int WindowHeight(int pixels) const override;
+  RECT WindowPlace(RECT place) const override;
   void OnCommand(WORD code) override;
 
  private:

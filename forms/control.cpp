@@ -93,6 +93,15 @@ void Control::SetToolTip(const std::string& text) {
   if (window_) form_.toolTips_.Set(window_, text);
 }
 
+void Control::SetToolTipSource(std::function<std::string()> source) {
+  toolTipSource_ = std::move(source);
+}
+
+const std::function<std::string()>* Control::ToolTipSource() const {
+  const Control& asked = box_ ? *box_ : *this;
+  return asked.toolTipSource_ ? &asked.toolTipSource_ : nullptr;
+}
+
 void Control::SetRestingToolTip(bool on) {
   // To deactivate the tool tips is not enough: Wine shows one whose time has come all the same.
   form_.toolTips_.Set(window_, on ? toolTip_ : "");
@@ -165,6 +174,7 @@ void Control::CreateIn(HWND parent) {
   SetWindowPos(window_, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   SetWindowSubclass(window_, SubclassProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
   if (row_->name) SetAccessibleName(window_, row_->name);
+  if (ToolTipSource()) form_.toolTips_.SetAsked(window_);
   if (ArrowGroup* group = Group()) group->Add(window_);
   Created();
 }
@@ -188,8 +198,7 @@ void Control::LayOut() {
 
 void Control::PlaceWindow() {
   if (!window_) return;
-  RECT place = PixelRect();
-  place.bottom = place.top + WindowHeight(place.bottom - place.top);
+  const RECT place = WindowPlace(PixelRect());
   RECT now = {};
   GetWindowRect(window_, &now);
   MapWindowPoints(HWND_DESKTOP, form_.window_, reinterpret_cast<POINT*>(&now), 2);
@@ -256,6 +265,7 @@ LRESULT CALLBACK Control::SubclassProcedure(HWND window, UINT message, WPARAM wP
     return DefSubclassProc(window, message, wParam, lParam);
   }
   if (message == WM_SETFOCUS) control.GotFocus();
+  if (message == WM_MOVE && control.ToolTipSource()) control.form_.toolTips_.Follow(window);
   const std::optional<LRESULT> result = control.OnMessage(message, wParam, lParam);
   return result ? *result : DefSubclassProc(window, message, wParam, lParam);
 }

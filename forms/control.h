@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,6 +52,9 @@ class Control {
   virtual void SetCaption(const std::string& caption);
   /// The text that shows when the mouse rests on the control; empty for none.
   virtual void SetToolTip(const std::string& text);
+  /// A tool tip whose text is asked for when it is to show, of a disabled control, too, and of its
+  /// label.
+  void SetToolTipSource(std::function<std::string()> source);
   /// Gives the control the keyboard focus, when it is shown and enabled.
   void SetFocus();
   bool HasFocus() const;
@@ -83,8 +87,8 @@ class Control {
   /// A message of the control's own window, before the control itself sees it; its result, or none
   /// when the control is to handle it.
   virtual std::optional<LRESULT> OnMessage(UINT /*message*/, WPARAM, LPARAM) { return {}; }
-  /// The height in pixels that the window is made with to look `pixels` high.
-  virtual int WindowHeight(int pixels) const { return pixels; }
+  /// Where the window stands, pixels, that has this place in the layout.
+  virtual RECT WindowPlace(RECT place) const { return place; }
   /// Of a push button: looks like the form's default button from now on, or no longer does.
   virtual void ShowAsDefault(bool /*on*/) {}
 
@@ -121,6 +125,8 @@ class Control {
   void Refresh();
   void RefreshWindow();
   bool IsUsable() const;
+  /// Where the text of the tool tip is asked for, null for nowhere: by a label of its box.
+  const std::function<std::string()>* ToolTipSource() const;
   void LeaveFocus();
   void GotFocus();
   class ArrowGroup* Group() const;
@@ -133,6 +139,7 @@ class Control {
   HWND window_ = nullptr;
   std::string caption_;
   std::string toolTip_;
+  std::function<std::string()> toolTipSource_;
   int left_, top_, width_, height_;
   bool visible_, enabled_;
 };

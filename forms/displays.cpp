@@ -40,18 +40,6 @@ void ProgressBar::Created() {
   ShowValue();
 }
 
-bool Animation::Open(const std::string& path) {
-  return Send(ACM_OPENW, 0, reinterpret_cast<LPARAM>(Wide(path).c_str())) != 0;
-}
-
-void Animation::Play() {
-  Send(ACM_PLAY, static_cast<WPARAM>(-1), MAKELPARAM(0, -1));
-}
-
-void Animation::Stop() {
-  Send(ACM_STOP);
-}
-
 void Timer::SetEnabled(bool enabled) {
   Control::SetEnabled(enabled);
   Arm();

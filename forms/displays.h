@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "forms/control.h"
 
 /// Controls that show something or tick, and that the user does nothing with.
@@ -57,7 +60,8 @@ class ProgressBar : public Control {
   int value_ = 0;
 };
 
-/// A short silent clip that plays over and over.
+/// A short silent clip that plays over and over, as large as its place has it. It is drawn when
+/// messages run, and waits with the work that lets none run.
 class Animation : public Control {
  public:
   using Control::Control;
@@ -68,8 +72,15 @@ class Animation : public Control {
   void Stop();
 
  protected:
-  const wchar_t* WindowClass() const override { return ANIMATE_CLASSW; }
-  DWORD WindowStyle() const override { return ACS_CENTER | ACS_TRANSPARENT; }
+  const wchar_t* WindowClass() const override { return WC_STATICW; }
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void Paint(HDC screen);
+
+  std::vector<std::vector<unsigned char>> frames_;  ///< Bitmaps with their headers.
+  std::size_t frame_ = 0;                           ///< The one that shows, from 0.
+  UINT interval_ = 0;                               ///< Milliseconds.
 };
 
 /// Raises kTimer each time its row's interval has passed while it is enabled and its form's window

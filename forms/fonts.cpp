@@ -61,6 +61,7 @@ void Fonts::SetDpi(UINT dpi) {
   const SIZE usual = Measure(OwnFont(kUsual, dpi, {}));
   across_ = Scale(real.cx, usual.cx);
   down_ = Scale(real.cy, usual.cy);
+  lineHeight_ = real.cy;
 }
 
 HFONT Fonts::Get(const layout::Font* font) {

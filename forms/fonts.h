@@ -28,6 +28,8 @@ class Fonts {
   /// The font of a row; null stands for the message font.
   HFONT Get(const layout::Font* font);
   /// The scales of the message font, which layouts follow across and down.
+  /// A line of the message font, pixels.
+  int LineHeight() const { return lineHeight_; }
   TextScale Across() const { return across_; }
   TextScale Down() const { return down_; }
 
@@ -36,6 +38,7 @@ class Fonts {
 
   UINT dpi_ = 96;
   TextScale across_, down_;
+  int lineHeight_ = 0;
   std::map<const layout::Font*, HFONT> fonts_;
   std::map<const layout::Font*, HFONT> former_;  ///< Controls hold them until they are laid out.
 };

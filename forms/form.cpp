@@ -24,6 +24,7 @@ bool Form::Load(Form* owner) {
     failed_ = true;
     CreateWindows();
     place_.Center(owner_ ? owner_->VisibleWindow() : nullptr);
+    if (!owner_) place_.StandApart();
     OnLoad();
     failed_ = false;
   });
@@ -36,6 +37,7 @@ void Form::Show() {
   BeginNewView();
   ShowWindow(window_, SW_SHOW);
   FocusFirst();
+  place_.ScrollTo(0, 0);  // Where reading begins, wherever the focus is.
   UpdateWindow(window_);
   for (Control* control : inOrder_) control->FormShown();
 }

@@ -95,6 +95,7 @@ class Form : protected EventTable {
   /// Handles a message of the window; none for those that Windows' own dialog procedure handles.
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
   void OnCommandMessage(WORD id, WORD code);
+  void GiveToolTip(NMTTDISPINFOW& question);
   void OnDropMessage(HDROP drop);
   void OnSettingChange(WPARAM setting);
   /// A command of the title bar, its menu or the taskbar; `key` is that which opens a menu.
@@ -120,6 +121,7 @@ class Form : protected EventTable {
   HWND window_ = nullptr;
   Form* owner_ = nullptr;
   ToolTips toolTips_;
+  std::wstring tipText_;  ///< The one that was asked for last.
   std::map<int, Control*> byId_;
   std::vector<Control*> inOrder_;                   ///< Rows' order; complete once loaded.
   std::vector<std::unique_ptr<Control>> nameless_;  ///< Those without a member.

@@ -177,6 +177,21 @@ void FormPlace::Center(HWND over) {
   MoveInside();
 }
 
+void FormPlace::StandApart() {
+  wchar_t name[64] = L"";
+  GetClassNameW(window_, name, static_cast<int>(std::size(name)));
+  const int step = GetSystemMetricsForDpi(SM_CYCAPTION, dpi_);
+  HWND other = nullptr;
+  while ((other = FindWindowExW(nullptr, other, name, nullptr))) {
+    const RECT own = WindowRect(window_);
+    const RECT theirs = WindowRect(other);
+    if (other == window_ || own.left != theirs.left || own.top != theirs.top) continue;
+    MoveTo(own.left + step, own.top + step);
+    other = nullptr;  // There may be one at the new place, too.
+  }
+  MoveInside();
+}
+
 void FormPlace::MoveInside() {
   const RECT area = WorkArea();
   const RECT own = WindowRect(window_);

@@ -22,6 +22,7 @@ class FormPlace {
   UINT dpi() const { return dpi_; }
   /// Takes this DPI, and the system's fonts as they are now. Nothing is scrolled then.
   void SetDpi(UINT dpi);
+  int LineHeight() const { return fonts_.LineHeight(); }
   HFONT FontOf(const layout::Row& row) { return fonts_.Get(row.font); }
 
   int PixelsAcross(int twips) const;
@@ -39,6 +40,8 @@ class FormPlace {
   void MoveTo(int left, int top);
   /// Puts the window in the middle of another one, or of the work area for null.
   void Center(HWND over);
+  /// Moves the window aside that stands exactly over another one of its class.
+  void StandApart();
   /// Moves the window onto the work area.
   void MoveInside();
   /// Makes the window as large as its layout and the work area have it.

@@ -51,6 +51,7 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       return 0;
     case WM_NOTIFY: {
       const NMHDR& header = *reinterpret_cast<const NMHDR*>(lParam);
+      if (header.code == TTN_GETDISPINFOW) GiveToolTip(*reinterpret_cast<NMTTDISPINFOW*>(lParam));
       Control* control = FindControl(static_cast<int>(header.idFrom));
       return control && control->window_ == header.hwndFrom ? control->OnNotify(header) : 0;
     }
@@ -131,6 +132,16 @@ void Form::PressCancel() {
       control->OnCommand(BN_CLICKED);
       return;
     }
+}
+
+// What a tip tells may have to be read, which must not come into the midst of other reading.
+void Form::GiveToolTip(NMTTDISPINFOW& question) {
+  const Control* control = FindControl(ToolTips::ControlOf(question));
+  const auto* source = control ? control->ToolTipSource() : nullptr;
+  tipText_.clear();
+  if (source && running_ == 0 && IsWindowEnabled(window_))
+    Dispatch([&] { tipText_ = Wide((*source)()); });
+  question.lpszText = tipText_.data();
 }
 
 void Form::OnSettingChange(WPARAM setting) {

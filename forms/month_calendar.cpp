@@ -1,5 +1,6 @@
 #include "forms/month_calendar.h"
 
+#include <cstdlib>
 #include <utility>
 
 namespace forms {
@@ -33,6 +34,27 @@ void MonthCalendar::SetDay(std::chrono::day day) {
 
 void MonthCalendar::Created() {
   SetValue(value_);
+}
+
+/// Where the page does not fit its place, its text is made smaller: a column or an arrow that is
+/// cut off cannot be used.
+void MonthCalendar::LaidOut() {
+  constexpr LONG kSmallestText = 6;  // Pixels.
+  RECT client = {};
+  GetClientRect(window(), &client);
+  LOGFONTW font = {};
+  GetObjectW(reinterpret_cast<HFONT>(Send(WM_GETFONT)), sizeof font, &font);
+  const auto fits = [&] {
+    RECT least = {};
+    return !Send(MCM_GETMINREQRECT, 0, reinterpret_cast<LPARAM>(&least)) ||
+           (least.right - least.left <= client.right && least.bottom - least.top <= client.bottom);
+  };
+  while (!fits() && std::abs(font.lfHeight) > kSmallestText) {
+    font.lfHeight += font.lfHeight < 0 ? 1 : -1;
+    std::unique_ptr<HFONT, DeleteFont> smaller(CreateFontIndirectW(&font));
+    Send(WM_SETFONT, reinterpret_cast<WPARAM>(smaller.get()), TRUE);
+    smallFont_ = std::move(smaller);
+  }
 }
 
 Day MonthCalendar::Value() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 
 #include "forms/control.h"
 
@@ -31,15 +32,22 @@ class MonthCalendar : public Control {
   // Without the line that goes to today: recordings are older, and it would be a third way to pick.
   DWORD WindowStyle() const override { return WS_BORDER | MCS_NOTODAY; }
   void Created() override;
+  void LaidOut() override;
   LRESULT OnNotify(const NMHDR& header) override;
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  struct DeleteFont {
+    using pointer = HFONT;
+    void operator()(HFONT font) const { DeleteObject(font); }
+  };
+
   /// Takes the day that the calendar shows now, and tells what has happened if it is another one.
   void Take(bool picked);
 
-  Day value_ = Today();  ///< The day that was told last.
-  UINT handled_ = 0;     ///< The message of the user's that is being handled, 0 for none.
+  std::unique_ptr<HFONT, DeleteFont> smallFont_;  ///< Null while the form's own fits.
+  Day value_ = Today();                           ///< The day that was told last.
+  UINT handled_ = 0;  ///< The message of the user's that is being handled, 0 for none.
 };
 
 }  // namespace forms

@@ -29,6 +29,15 @@ DWORD TextBox::WindowStyle() const {
   return style;
 }
 
+// The system shows a line of text at the top of its box: a box that is higher than the line stands
+// in the middle of its place.
+RECT TextBox::WindowPlace(RECT place) const {
+  constexpr int kAroundLine = 6;  // Pixels of the border and beside it.
+  const int excess = (place.bottom - place.top - form().place().LineHeight() - kAroundLine) / 2;
+  if (excess > 0) InflateRect(&place, 0, -excess);
+  return place;
+}
+
 void TextBox::Created() {
   ShowEnd();
 }
@@ -81,6 +90,11 @@ void UpDown::SetRange(int min, int max) {
   max_ = max;
   Send(UDM_SETRANGE32, static_cast<WPARAM>(min), max);
   SetValue(value_);
+}
+
+// Beside its box.
+RECT UpDown::WindowPlace(RECT place) const {
+  return box_ ? box_->WindowPlace(place) : place;
 }
 
 DWORD UpDown::WindowStyle() const {

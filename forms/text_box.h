@@ -20,6 +20,7 @@ class TextBox : public Control {
   const wchar_t* WindowClass() const override { return WC_EDITW; }
   DWORD WindowStyle() const override;
   DWORD ExtendedStyle() const override { return WS_EX_CLIENTEDGE; }
+  RECT WindowPlace(RECT place) const override;
   void LaidOut() override;
   void Created() override;
   void OnCommand(WORD code) override;
@@ -49,6 +50,7 @@ class UpDown : public Control {
 
  protected:
   const wchar_t* WindowClass() const override { return UPDOWN_CLASSW; }
+  RECT WindowPlace(RECT place) const override;
   DWORD WindowStyle() const override;
   void Created() override;
 

@@ -17,6 +17,13 @@ class ToolTips {
   void SetDpi(UINT dpi);
   /// Gives a control its text, or another; an empty one takes the tip away.
   void Set(HWND control, const std::string& text);
+  /// The text of a control is asked for (TTN_GETDISPINFO of the control's parent) when it is to
+  /// show. A disabled control gets no mouse, so that a place of the parent stands for it.
+  void SetAsked(HWND control);
+  /// Such a control was moved.
+  void Follow(HWND control);
+  /// The control that such a question is about.
+  static int ControlOf(const NMTTDISPINFOW& question);
 
  private:
   HWND window_ = nullptr;

@@ -11,6 +11,8 @@ frmTrimbrook::frmTrimbrook(platform::Platform& system)
     : Form(layout::kFrmTrimbrook), system_(system) {
   for (const RangeEnd* end : {&start_, &end_})
     for (forms::UpDown* part : end->time) part->SetRange(0, part == end->time[0] ? 23 : 59);
+  for (int i = Check1.first(); i <= Check1.last(); ++i)
+    Check1(i).SetToolTipSource([this, i] { return CameraTip(i); });
   BindEvents();
 }
 

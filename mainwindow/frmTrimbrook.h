@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <map>
 #include <string>
 
 #include "capture/mdlFileProcessing.h"
@@ -10,7 +11,7 @@
 #include "forms/form.h"
 #include "mainwindow/reading.h"
 #include "platform/platform.h"
-#include "resources/layouts.h"
+#include "resources/layout.h"
 #include "resources/resource.h"
 #include "save/camera_choice.h"
 #include "save/main_window_view.h"
@@ -93,6 +94,7 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   void TickAll(bool ticked);
   bool CheckAvailability();
   void ShowAvailability(BlockRange range);
+  std::string CameraTip(int camera);
   bool EnsureAvailabilityChecked();
   SelectionMode GetCameraSelection();
 
@@ -108,7 +110,9 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   bool AcceptHighCameras();
 
   platform::Platform& system_;
-  BlockRange checkedRange_;      ///< Blocks whose cameras were looked up last.
+  BlockRange checkedRange_;  ///< Blocks whose cameras were looked up last.
+  /// Titles in that range of those cameras (from 0) that were asked for.
+  std::map<int, std::string> titles_;
   int rise_ = 0;                 ///< Twips that the expanded window has really moved up.
   bool choosingSource_ = false;  ///< The choice of a source is under way.
   bool last20D_ = true;          ///< Kind of the file that was chosen last in this run.

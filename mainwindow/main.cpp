@@ -23,6 +23,8 @@ std::string HandedFile() {
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+  // What the program's folder holds, into which anybody may have put it, is no library of ours.
+  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
   forms::StartApplication();
   platform::WindowsPlatform system;
   frmTrimbrook window(system.bundle());

@@ -52,18 +52,17 @@ struct Font {
   bool bold;
 };
 
-/// One control. The rows' order is the tab order; a label that names a control stands right before
-/// it. A control in a frame is placed relative to the frame and comes after the frame's row.
-struct Row {
-  int id;  ///< From resource.h.
-  Kind kind;
-  int container;  ///< Id of the frame that it stands in, 0 for the window.
-  const char* caption;
-  int left;  ///< Twips, like all places and sizes: 1,440 to the inch at the system's usual text
-             ///< size.
-  int top;
-  int width;
-  int height;  ///< Of a combo box: closed.
+/// Where something stands in what holds it: twips, 1,440 to the inch at the system's usual text
+/// size.
+struct Place {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;  ///< Of a combo box: closed.
+};
+
+/// What only some controls have.
+struct Traits {
   std::uint32_t styles = kPlain;
   const char* name = nullptr;  ///< What a screen reader says when no label or caption names it.
   const char* toolTip = nullptr;
@@ -74,12 +73,26 @@ struct Row {
   const Font* font = nullptr;  ///< Null for the form's font.
 };
 
+/// One control. The rows' order is the tab order; a label that names a control stands right before
+/// it. A control in a frame is placed relative to the frame and comes after the frame's row.
+struct Row : Place, Traits {
+  constexpr Row() = default;
+  constexpr Row(int rowId, Kind rowKind, int frame, const char* text, Place place,
+                Traits traits = {})
+      : Place(place), Traits(traits), id(rowId), kind(rowKind), container(frame), caption(text) {}
+
+  int id = 0;  ///< From resource.h.
+  Kind kind = Kind::kLabel;
+  int container = 0;  ///< Id of the frame that it stands in, 0 for the window.
+  const char* caption = "";
+};
+
 /// Another place of a control, and whether it shows. What is not given stays as it is.
 struct Rearrangement {
   static constexpr int kAsItIs = -1;
 
   int id;
-  struct Place {
+  struct NewPlace {
     int left = kAsItIs;  ///< Twips.
     int top = kAsItIs;
     int width = kAsItIs;
@@ -112,5 +125,27 @@ struct Form {
   bool canMinimize = false;
   int icon = 0;  ///< Icon resource of the window, 0 for none.
 };
+
+// The program's windows, and the places that they give some controls later on.
+
+extern const Form kFrmTrimbrook;
+extern const Form kFrmSaveFile;
+extern const Form kFrmSaveToCD;
+
+/// Height of the main window with its frame, without or with the custom time range; twips.
+inline constexpr int kCompactHeight = 7305;
+inline constexpr int kExpandedHeight = 11205;
+/// How far the expanded window moves up, twips.
+inline constexpr int kExpandedRise = 1950;
+
+/// The main window without and with the custom time range.
+extern const std::span<const Rearrangement> kCompact;
+extern const std::span<const Rearrangement> kExpanded;
+/// Its camera setup for a recording of 16 or 32 cameras.
+extern const std::span<const Rearrangement> kSixteenCameras;
+extern const std::span<const Rearrangement> kThirtyTwoCameras;
+/// Its bottom buttons without and with "Save To CD" between them.
+extern const std::span<const Rearrangement> kWithoutCd;
+extern const std::span<const Rearrangement> kWithCd;
 
 }  // namespace layout

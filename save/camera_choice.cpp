@@ -1,6 +1,11 @@
 #include "save/camera_choice.h"
 
+#include <algorithm>
+#include <vector>
+
+#include "capture/image_list.h"
 #include "capture/mdlFileProcessing.h"
+#include "capture/source_file.h"
 #include "save/save_state.h"
 
 using mdlFileProcessing::lngCamMask;
@@ -23,6 +28,29 @@ std::uint32_t Union(const OneBased<std::int32_t>& masks) {
   return cameras & kMask;
 }
 
+/// The first block of the range that has a camera (from 0), counted from 1; 0 for none.
+std::int32_t FirstBlockWith(int camera) {
+  const auto& masks = camera < kMaskCameras ? lngCamMask : lngCamMaskAlt;
+  for (std::int32_t block = 1; block <= masks.UpperBound(); ++block)
+    if ((masks[block] >> camera % kMaskCameras & 1) != 0) return block;
+  return 0;
+}
+
+/// Bytes as the letters that they are in Latin 1, without control characters.
+std::string Utf8OfLatin1(const std::string& bytes) {
+  std::string text;
+  for (const char byte : bytes) {
+    const auto letter = static_cast<unsigned char>(byte);
+    if (letter >= 0x80) {
+      text += static_cast<char>(0xC0 | letter >> 6);
+      text += static_cast<char>(0x80 | (letter & 0x3F));
+    } else if (letter >= ' ') {
+      text += byte;
+    }
+  }
+  return text;
+}
+
 }  // namespace
 
 int CameraCount() {
@@ -33,6 +61,26 @@ int CameraCount() {
 std::uint32_t AvailableCameras() {
   const std::uint32_t low = Union(lngCamMask);
   return Has32Cameras() ? low | Union(lngCamMaskAlt) << kMaskCameras : low;
+}
+
+std::string FirstTitle(platform::Files& files, const std::string& path, std::int32_t firstBlock,
+                       int camera) {
+  const std::int32_t number = FirstBlockWith(camera);
+  SourceFile source(files, path);
+  if (number == 0 || !source.IsOpen()) return "";
+  const std::int32_t block = firstBlock + number - 1;
+  const format::Variant& variant = format::VariantOf(mdlFileProcessing::bln20D);
+  std::vector<std::uint8_t> bytes(static_cast<std::size_t>(variant.trailerLength));
+  if (source.Read(block, variant.trailerOffset, bytes) != variant.trailerLength) return "";
+  const IndexedBlock list = DecodeList(bytes, variant.trailerOffset, mdlFileProcessing::bln20D);
+  const auto image = std::ranges::find_if(list.images, [camera](const IndexedImage& each) {
+    return each.camera == camera && !each.IsDamaged();
+  });
+  if (image == list.images.end()) return "";
+  bytes.resize(static_cast<std::size_t>(image->End() - image->Begin()));
+  if (source.Read(block, image->Begin(), bytes) != static_cast<std::int32_t>(bytes.size()))
+    return "";
+  return Utf8OfLatin1(DecodeImage(list, *image, bytes).title);
 }
 
 SelectionMode ChooseCameras(std::uint32_t enabled, std::uint32_t ticked) {

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+
+#include "platform/files.h"
 
 /// Which cameras a recording has and which of them are kept. In a set of cameras bit i is camera
 /// i + 1.
@@ -10,6 +13,11 @@ int CameraCount();
 
 /// The cameras that have images in the range whose availability was checked last.
 std::uint32_t AvailableCameras();
+
+/// The title of a camera's first image in the range that was checked last, whose first block is
+/// `firstBlock`; empty when it has none, or cannot be read. One character a byte becomes UTF-8.
+std::string FirstTitle(platform::Files& files, const std::string& path, std::int32_t firstBlock,
+                       int camera);
 
 /// How much of what is available is chosen.
 enum SelectionMode : std::int16_t {

@@ -9,7 +9,7 @@
 #include "forms/form.h"
 #include "forms/long_work.h"
 #include "platform/platform.h"
-#include "resources/layouts.h"
+#include "resources/layout.h"
 #include "resources/resource.h"
 #include "save/main_window_view.h"
 #include "save/operations.h"

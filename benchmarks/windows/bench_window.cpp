@@ -11,7 +11,7 @@
 #include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
-#include "resources/layouts.h"
+#include "resources/layout.h"
 
 /// Works the program's windows for the bench. Each job is read from the input and answered by what
 /// it took, in seconds, and the longest time for which the program's window did not answer

@@ -17,8 +17,6 @@ std::string ProgramPath() {
 
 WindowsPlatform::WindowsPlatform()
     : bundle_{{files_, names_, drives_, dates_, clock_, {}}, registry_, desktop_, {}} {
-  // What the program's folder holds, into which anybody may have put it, is no library of ours.
-  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
   SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   const std::string path = ProgramPath();
   const std::size_t slash = path.rfind('\\');

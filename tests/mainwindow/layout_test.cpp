@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "cdwizard/wizard_page.h"
-#include "resources/layouts.h"
 #include "resources/resource.h"
 
 namespace {
@@ -88,7 +87,8 @@ bool TakesFocus(const Row& row) {
 /// The controls that show, where they stand in their window; those of a hidden frame do not show.
 /// Before them the window itself, which has the id 0.
 std::vector<Row> ShownIn(const State& state) {
-  std::vector<Row> shown = {{0, Kind::kFrame, -1, "", 0, 0, state.clientWidth, state.clientHeight}};
+  std::vector<Row> shown = {
+      Row(0, Kind::kFrame, -1, "", {0, 0, state.clientWidth, state.clientHeight})};
   for (Row row : state.rows) {
     const auto frame = std::ranges::find(shown, row.container, &Row::id);
     if (row.kind == Kind::kTimer || (row.styles & layout::kHidden) != 0 || frame == shown.end())
@@ -136,6 +136,21 @@ TEST(Layout, HasOrderInEveryState) {
       SCOPED_TRACE(LookOf(page, dragToDisc).heading);
       ExpectOrder(WizardPage(page, dragToDisc));
     }
+}
+
+// Of the room between a box's tick and the next box most lies behind the number.
+TEST(Cameras, StandPlainlyBesideTheirNumbers) {
+  constexpr int kTick = 13 * 15;
+  constexpr int kTwoDigits = 14 * 15;
+  State state(layout::kFrmTrimbrook);
+  for (const int camera : {1, 9, 16, 24, 25}) {
+    const Row& box = state.ControlById(IDC_frmTrimbrook_Check1 + camera - 1);
+    const Row& number = state.ControlById(IDC_frmTrimbrook_Label5 + camera);
+    const Row& next = state.ControlById(IDC_frmTrimbrook_Check1 + camera);
+    const int before = number.left - (box.left + kTick);
+    const int behind = next.left - (number.left + kTwoDigits);
+    EXPECT_TRUE(next.top != box.top || behind >= 3 * before) << camera << ": " << before;
+  }
 }
 
 TEST(Table, HasSoundRows) {

@@ -8,7 +8,7 @@
 #include "save/camera_choice.h"
 #include "save/save_state.h"
 #include "save/time_range.h"
-#include "tests/support/fake_platform.h"
+#include "tests/save/save_world.h"
 
 using namespace mdlFileProcessing;
 
@@ -126,6 +126,27 @@ TEST(Cameras, AreAvailableWhenAnyBlockHasThem) {
   bytBlockStatus = format::kType20;
   EXPECT_EQ(CameraCount(), 32);
   EXPECT_EQ(AvailableCameras(), 0x80018005U);
+}
+
+// From the first block that has the camera, of an image that is whole.
+TEST(Cameras, AreTitledByTheirFirstImage) {
+  const std::string recording =
+      Recording(0x30, {{.images = {{.camera = 0, .bytes = Picture(900), .title = "Door"}}},
+                       {.images = {{.camera = 0, .bytes = Picture(900), .title = "Later"},
+                                   {.camera = 2, .bytes = Picture(900), .title = "Caf\xE9"},
+                                   {.camera = 3, .bytes = Picture(900), .title = ""}}}});
+  SaveWorld world(recording);
+  ASSERT_EQ(CheckAvailability(world.disk, kSource, 1, 2), ReadEnd::kDone);
+  const auto title = [&](int camera, int first) {
+    return FirstTitle(world.disk, kSource, first, camera);
+  };
+  EXPECT_EQ(title(0, 1), "Door");
+  EXPECT_EQ(title(2, 1), "Caf\xC3\xA9");
+  EXPECT_EQ(title(3, 1), "Camera 4");
+  EXPECT_EQ(title(1, 1), "");
+  ASSERT_EQ(CheckAvailability(world.disk, kSource, 2, 2), ReadEnd::kDone);
+  EXPECT_EQ(title(0, 2), "Later");
+  EXPECT_EQ(FirstTitle(world.disk, "C:\\none.60D", 2, 0), "");
 }
 
 TEST(Cameras, CountWhenTickedAndEnabled) {

@@ -2,15 +2,18 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "cdwizard/wizard_page.h"
+#include "driver/await.h"
+#include "driver/window.h"
 #include "forms/application.h"
 #include "forms/controls.h"
 #include "forms/form.h"
 #include "forms/win32.h"
-#include "resources/layouts.h"
+#include "resources/layout.h"
 #include "resources/resource.h"
 
 namespace forms {
@@ -21,7 +24,13 @@ using layout::Kind;
 /// The main window's controls with the custom time range, and nothing behind them.
 class TestForm : public Form {
  public:
-  TestForm() : Form(layout::kFrmTrimbrook) {}
+  TestForm() : Form(layout::kFrmTrimbrook) {
+    for (int i = 0; i <= Cameras.last(); ++i)
+      Cameras(i).SetToolTipSource([this, i] {
+        asked = i;
+        return std::to_string(i);
+      });
+  }
   // A window without an owner tells the program to quit when it goes.
   ~TestForm() override {
     MSG message;
@@ -37,6 +46,7 @@ class TestForm : public Form {
   Label Number{*this, IDC_frmTrimbrook_Label5 + 1};
   Button Save{*this, IDC_frmTrimbrook_Command3}, Exit{*this, IDC_frmTrimbrook_Command4};
   std::string told;  ///< What the calendar has told, a letter each.
+  int asked = -1;    ///< The camera whose tip was asked for last.
 
  private:
   void OnLoad() override {
@@ -91,9 +101,125 @@ TEST_F(FormsTest, PlacesControlsRelativeToTheirFramesAtAnyDpi) {
     MapWindowPoints(nullptr, form.window(), reinterpret_cast<POINT*>(&place), 2);
     // In the three frames that hold it, of a window that is too high for the screen at last.
     EXPECT_EQ(place.left, MulDiv(120 + 120 + 150 + 4050, dpi, kTwipsPerInch));
-    EXPECT_EQ(place.top, MulDiv(2970 + 3090 + 270 + 750, dpi, kTwipsPerInch));
+    EXPECT_NEAR(place.top + place.bottom,
+                MulDiv(2 * (2970 + 3090 + 270 + 750) + 315, dpi, kTwipsPerInch), 2);
     EXPECT_EQ(place.right - place.left, MulDiv(540, dpi, kTwipsPerInch));
+    // Its text is in the middle of it, and a calendar's page is not cut.
+    RECT text = {};
+    form.Hour.SetText("8");
+    const LRESULT first = SendMessageW(form.Hour.window(), EM_POSFROMCHAR, 0, 0);
+    GetClientRect(form.Hour.window(), &text);
+    EXPECT_LE(text.bottom - form.place().LineHeight() - 2 * HIWORD(first), 2) << dpi;
+    for (const int width : {3450, 2300}) {
+      form.Calendar.SetWidth(width);
+      SendMessageW(form.window(), WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
+                   reinterpret_cast<LPARAM>(&suggested));
+      RECT least = {}, room = {};
+      SendMessageW(form.Calendar.window(), MCM_GETMINREQRECT, 0, reinterpret_cast<LPARAM>(&least));
+      GetClientRect(form.Calendar.window(), &room);
+      EXPECT_TRUE(least.right <= room.right && least.bottom <= room.bottom) << dpi << ", " << width;
+    }
   }
+}
+
+/// The clip as it is built.
+std::string ClipPath() {
+  wchar_t path[MAX_PATH] = L"";
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  const std::string program = Utf8(path);
+  return program.substr(0, program.rfind('\\')) + "\\..\\..\\..\\windows\\FILECOPY.avi";
+}
+
+/// Pixels of a window that are not of its background.
+int Marked(HWND window) {
+  RECT client = {};
+  GetClientRect(window, &client);
+  UpdateWindow(window);
+  const HDC screen = GetDC(window);
+  const COLORREF ground = GetPixel(screen, 4, 4);
+  int marked = 0;
+  for (int y = 4; y < client.bottom - 4; ++y)
+    for (int x = 4; x < client.right - 4; ++x) marked += GetPixel(screen, x, y) != ground;
+  ReleaseDC(window, screen);
+  return marked;
+}
+
+// At twice the resolution with four times the pixels, and grey with more than one colour.
+TEST_F(FormsTest, PicturesGrowWithTheirControlsAndGoPaleWithThem) {
+  Form progress(layout::kFrmSaveFile);
+  ASSERT_TRUE(progress.Load());
+  auto& clip = dynamic_cast<Animation&>(progress.ControlById(IDC_frmSaveFile_Animation1));
+  clip.SetVisible(true);
+  ASSERT_TRUE(clip.Open(ClipPath()));
+  progress.Show();
+  const int usual = Marked(clip.window());
+  EXPECT_GT(usual, 100);
+  const RECT suggested = {10, 10, 500, 500};
+  SendMessageW(progress.window(), WM_DPICHANGED, MAKELONG(192, 192),
+               reinterpret_cast<LPARAM>(&suggested));
+  EXPECT_GT(Marked(clip.window()), 3 * usual);
+
+  const HWND button = form.ControlById(IDC_frmTrimbrook_Command1).window();
+  const auto colors = [&] {
+    UpdateWindow(button);
+    std::set<COLORREF> seen;
+    const HDC screen = GetDC(button);
+    for (int i = 0; i < 16 * 16; ++i) seen.insert(GetPixel(screen, 9 + i % 16, 5 + i / 16));
+    ReleaseDC(button, screen);
+    return seen.size();
+  };
+  EXPECT_GT(colors(), 5u);
+  form.ControlById(IDC_frmTrimbrook_Command1).SetEnabled(false);
+  EXPECT_GT(colors(), 5u);
+}
+
+// Where the mouse rests, of a box that is disabled, too, and of its number.
+TEST_F(FormsTest, AsksForTheTextOfATipWhenItIsToShow) {
+  driver::BringToFront(driver::Window(form.window()));
+  for (const Control* control : Controls{&form.Cameras(0), &form.Number, &form.Cameras(1)}) {
+    form.asked = -1;
+    form.Cameras(1).SetEnabled(false);
+    RECT place = {};
+    GetWindowRect(control->window(), &place);
+    SetCursorPos(place.left - 40, place.top - 40);
+    DoEvents();
+    SetCursorPos(place.left + 3, place.top + 5);
+    driver::Await("question", [&] {
+      DoEvents();
+      return form.asked == (control == &form.Cameras(1) ? 1 : 0);
+    });
+  }
+}
+
+const auto kWarning = reinterpret_cast<LONG_PTR>(IDI_WARNING);
+const auto kError = reinterpret_cast<LONG_PTR>(IDI_ERROR);
+const auto kQuestion = reinterpret_cast<LONG_PTR>(IDI_QUESTION);
+
+TEST_F(FormsTest, ABoxHasTheIconThatFits) {
+  static LONG_PTR icon;
+  const auto answer = [](HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND box = FindWindowW(L"#32770", nullptr);
+    if (!box) return;
+    KillTimer(nullptr, timer);
+    LRESULT shown = 0;
+    for (HWND text = nullptr; !shown && (text = FindWindowExW(box, text, L"Static", nullptr));)
+      shown = SendMessageW(text, STM_GETICON, 0, 0);
+    for (const LONG_PTR known : {kWarning, kError, kQuestion})
+      if (reinterpret_cast<LRESULT>(LoadIconW(nullptr, MAKEINTRESOURCEW(known))) == shown)
+        icon = known;
+    PostMessageW(box, WM_COMMAND, GetDlgItem(box, IDNO) ? IDNO : IDCANCEL, 0);
+  };
+  const auto iconOf = [&](const auto& show) {
+    icon = 0;
+    SetTimer(nullptr, 0, 20, answer);
+    show();
+    return icon;
+  };
+  EXPECT_EQ(iconOf([&] { form.ShowMessage("refused"); }), kWarning);
+  EXPECT_EQ(iconOf([&] { form.ShowMessage("failed", Tone::kError); }), kError);
+  EXPECT_EQ(iconOf([&] { form.ShowApplicationMessage("failed"); }), kError);
+  EXPECT_EQ(iconOf([&] { form.AskYesNo("sure?"); }), kQuestion);
+  EXPECT_EQ(iconOf([&] { form.AskYesNoCancel("sure?"); }), kQuestion);
 }
 
 TEST_F(FormsTest, ShowsAndEnablesAControlOnlyWhileItsFramesAre) {
