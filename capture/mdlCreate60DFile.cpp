@@ -37,7 +37,6 @@ void BlockBuilder::Begin(const format::Variant& variant) {
   entryCursor_ = format::trailer30::kEntryList;
   summary_ = {};
   dataLength_ = 0;
-  std::fill(std::begin(tail_), std::end(tail_), std::uint8_t{0});
 }
 
 bool BlockBuilder::CanHold(const NewImage& image) const {
@@ -104,11 +103,11 @@ void BlockBuilder::AddZeros(std::int32_t count) {
 
 void BlockBuilder::AddTail(const NewImage& image) {
   const auto end = static_cast<std::int32_t>(EndOfTail(dataLength_));
-  AddZeros(end - format::tail::kLength - dataLength_);
-  PutBigEndian(tail_, 4, format::tail::kMarker);
-  PutBigEndian(tail_ + format::tail::kSeconds, 4, image.seconds);
-  std::copy(image.title.begin(), image.title.end(), tail_ + format::tail::kTitle);
-  AddBytes(tail_);
+  AddZeros(end - dataLength_);
+  std::uint8_t* tail = &data_[static_cast<std::size_t>(end - format::tail::kLength)];
+  PutBigEndian(tail, 4, format::tail::kMarker);
+  PutBigEndian(tail + format::tail::kSeconds, 4, image.seconds);
+  std::copy(image.title.begin(), image.title.end(), tail + format::tail::kTitle);
 }
 
 void BlockBuilder::AddText(const std::string& text) {

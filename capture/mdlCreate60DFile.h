@@ -71,9 +71,6 @@ class BlockBuilder {
   // Allocated once, for a whole block; only its first `dataLength_` bytes have a value.
   std::unique_ptr<std::uint8_t[]> data_{new std::uint8_t[format::kBlockSize]};
   std::int32_t dataLength_ = 0;
-  // Not cleared between images: a title leaves the end of a longer one before it in place, as
-  // readers of these files know it.
-  std::uint8_t tail_[format::tail::kLength] = {};
 };
 
 }  // namespace mdlCreate60DFile

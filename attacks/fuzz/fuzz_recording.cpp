@@ -176,8 +176,6 @@ tools::Image KeptOf(const tools::Layout& layout, tools::Image image, const tools
   if (isType20) image.sound.clear();
   // Blocks without tails and times in their list have none for an image.
   if (!image.tail && !isType20) image.seconds = stored.seconds;
-  // A longer title before it may leave its end behind.
-  if (stored.title.starts_with(image.title)) image.title = stored.title;
   image.tail = true;
   return image;
 }
