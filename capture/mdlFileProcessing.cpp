@@ -16,17 +16,13 @@ OneBased<std::int32_t> lngBlockStart;
 OneBased<std::int32_t> lngBlockEnd;
 OneBased<platform::Date> dtBlockStart;
 OneBased<platform::Date> dtBlockEnd;
+int lngCameraCount = format::kCameras;
 std::uint8_t bytBlockStatus = 0;
 
 OneBased<std::int32_t> lngCamMask;
 OneBased<std::int32_t> lngCamMaskAlt;
 
 namespace {
-
-std::int32_t CountBlocks(const SourceFile& source) {
-  const std::int32_t count = BlocksInFile(source.Size());
-  return count > kMostBlocks ? 0 : count;
-}
 
 /// Dates of time stamps. One block often ends in the second in which the next begins, and going
 /// through the platform's texts is what a scan spends its time on.
@@ -51,6 +47,7 @@ class DateMemory {
 /// Empties the source index, and makes room in it for `count` blocks.
 void SizeIndex(std::int32_t count) {
   lngBlockCount = count;
+  lngCameraCount = format::kCameras;
   const auto size = static_cast<std::size_t>(count);
   lngBlockStart.Redimension(size);
   lngBlockEnd.Redimension(size);
@@ -77,28 +74,28 @@ ReadEnd ReadBlocks(std::int32_t count, Pacer* pacer, ReadBlock read) {
 /// Reads the stamps and the type of a block (from 1) into the index.
 bool IndexBlock(SourceFile& source, DateMemory& dates, std::int32_t block) {
   using namespace format::trailer;
-  std::array<std::uint8_t, kBlockType - kStart + 1> bytRecord = {};
-  const std::int32_t lngRecordOffset = format::VariantOf(bln20D).trailerOffset + kStart;
-  if (!source.Read(block, lngRecordOffset, bytRecord)) return false;
-  lngBlockStart[block] = ReadBigEndian(bytRecord, 0, 4);
-  lngBlockEnd[block] = ReadBigEndian(bytRecord, kEnd - kStart, 4);
+  constexpr int lngRecordOffset = kStart;
+  std::array<std::uint8_t, kBlockType - lngRecordOffset + 1> bytRecord = {};
+  if (!source.ReadTrailer(block, lngRecordOffset, bytRecord)) return false;
+  lngBlockStart[block] = ReadBigEndian(bytRecord, kStart - lngRecordOffset, 4);
+  lngBlockEnd[block] = ReadBigEndian(bytRecord, kEnd - lngRecordOffset, 4);
   dtBlockStart[block] = dates.Of(lngBlockStart[block]);
   dtBlockEnd[block] = dates.Of(lngBlockEnd[block]);
   bytBlockStatus = bytRecord.back();
+  if (SourceType()) lngCameraCount = std::max(lngCameraCount, SourceType()->cameras);
   return true;
 }
 
-/// Reads the masks of a block (from 1) of this type into element `k` of the result.
-bool ReadMasks(SourceFile& source, const format::BlockType& type, std::int32_t block,
-               std::int32_t k) {
-  const bool hasAlt = type.cameraMaskAlt != format::kAbsent;
-  static_assert(format::types::k20.cameraMask == format::types::k20.cameraMaskAlt + 2);
-  std::array<std::uint8_t, 4> bytRecord = {};
-  const std::int32_t lngRecordOffset =
-      format::VariantOf(bln20D).trailerOffset + (hasAlt ? type.cameraMaskAlt : type.cameraMask);
-  if (!source.Read(block, lngRecordOffset, bytRecord)) return false;
-  lngCamMask[k] = ReadBigEndian(bytRecord, hasAlt ? 2 : 0, 2);
-  if (hasAlt) lngCamMaskAlt[k] = ReadBigEndian(bytRecord, 0, 2);
+/// Reads the masks of a block (from 1) into element `k` of the result.
+bool ReadMasks(SourceFile& source, std::int32_t block, std::int32_t k) {
+  constexpr int lngRecordOffset = format::trailer::kBlockType;
+  std::array<std::uint8_t, format::types::k20.cameraMask + 2 - lngRecordOffset> bytRecord = {};
+  if (!source.ReadTrailer(block, lngRecordOffset, bytRecord)) return false;
+  const format::BlockType* type = format::BlockTypeOf(bln20D, bytRecord.front());
+  if (!type) return true;  // A damaged block has no camera.
+  lngCamMask[k] = ReadBigEndian(bytRecord, type->cameraMask - lngRecordOffset, 2);
+  if (type->cameraMaskAlt != format::kAbsent)
+    lngCamMaskAlt[k] = ReadBigEndian(bytRecord, type->cameraMaskAlt - lngRecordOffset, 2);
   return true;
 }
 
@@ -113,7 +110,7 @@ ReadEnd ScanSourceFile(platform::Files& files, platform::DateText& dates, const 
   SizeIndex(0);
   SourceFile source(files, path);
   if (!source.IsOpen()) return ReadEnd::kFailed;
-  SizeIndex(CountBlocks(source));
+  SizeIndex(source.BlockCount());
   DateMemory memory(dates);
   const ReadEnd end = ReadBlocks(
       lngBlockCount, pacer, [&](std::int32_t block) { return IndexBlock(source, memory, block); });
@@ -128,13 +125,12 @@ ReadEnd CheckAvailability(platform::Files& files, const std::string& path, std::
   firstBlock = std::max(firstBlock, 1);
   lastBlock = std::min(lastBlock, lngBlockCount);
   const std::int32_t count = std::max(lastBlock - firstBlock + 1, 0);
-  const format::BlockType& type = SourceType() ? *SourceType() : format::types::k30;
   SizeMasks(0, false);
   SourceFile source(files, path);
   if (!source.IsOpen()) return ReadEnd::kFailed;
-  SizeMasks(count, type.cameraMaskAlt != format::kAbsent);
+  SizeMasks(count, lngCameraCount > format::kCameras);
   const ReadEnd end = ReadBlocks(
-      count, pacer, [&](std::int32_t k) { return ReadMasks(source, type, firstBlock + k - 1, k); });
+      count, pacer, [&](std::int32_t k) { return ReadMasks(source, firstBlock + k - 1, k); });
   if (end != ReadEnd::kDone) SizeMasks(0, false);
   return end;
 }

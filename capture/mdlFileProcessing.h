@@ -23,6 +23,8 @@ extern OneBased<std::int32_t> lngBlockEnd;
 /// The same as dates.
 extern OneBased<platform::Date> dtBlockStart;
 extern OneBased<platform::Date> dtBlockEnd;
+/// Cameras that its blocks can have: 32 as soon as one of them has the type of such recorders.
+extern int lngCameraCount;
 /// Block-type byte of the last block that a scan has read.
 extern std::uint8_t bytBlockStatus;
 
@@ -31,7 +33,7 @@ const format::BlockType* SourceType();
 
 /// Camera mask of each block of the range that was checked last, from 1 on; bit c is camera c + 1.
 extern OneBased<std::int32_t> lngCamMask;
-/// The same for cameras 17 to 32, bit c being camera c + 17; empty unless the block type is 0x20.
+/// The same for cameras 17 to 32, bit c being camera c + 17; empty unless `lngCameraCount` is 32.
 extern OneBased<std::int32_t> lngCamMaskAlt;
 
 /// Blocks of the largest source that is taken: 16 TiB, the most that a file of the usual file

@@ -28,7 +28,7 @@ void frmTrimbrook::ShowAvailability(BlockRange range) {
   checkedRange_ = range;
   titles_.clear();
   const std::uint32_t available = AvailableCameras();
-  for (int i = 0; i < CameraCount(); ++i) Check1(i).SetEnabled((available >> i & 1U) != 0);
+  for (int i = 0; i < mdlFileProcessing::lngCameraCount; ++i) Check1(i).SetEnabled((available >> i & 1U) != 0);
 }
 
 /// What a camera's first image in the checked range is titled.

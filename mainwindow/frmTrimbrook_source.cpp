@@ -19,7 +19,6 @@ using namespace mdlFileProcessing;
 
 namespace {
 
-constexpr std::int32_t kFewestBlocks = 2;
 constexpr char kNoSource[] = "Please select the source file first!";
 
 }  // namespace
@@ -59,25 +58,20 @@ void frmTrimbrook::CloseSource() {
 void frmTrimbrook::OpenSource(const std::string& path) {
   Slider1.SetValue(Slider1.Min());
   Slider2.SetValue(Slider2.Max());
-  if (path.empty() || !MeasureSource(path)) return;
+  if (path.empty()) return;
   bln20D = format::IsNameOf20D(path);
+  if (!MeasureSource(path)) return;
   last20D_ = bln20D;
   if (!ReadSource(path)) return;
   ShowSource(path);
   ShowAvailability({1, lngBlockCount});
 }
 
-/// Whether the file is a whole number of blocks, and enough of them; says so when it is not.
+/// Whether the file ends as a recording does; says so when it does not.
 bool frmTrimbrook::MeasureSource(const std::string& path) {
   const SourceFile source(system_.files, path);
-  const double size = source.Size();
-  lngBlockCount =
-      static_cast<std::int32_t>(std::min<double>(size / format::kBlockSize, kMostBlocks));
-  const double lngBlockRemainder =
-      std::round(size - static_cast<double>(lngBlockCount) * format::kBlockSize);
-  const bool valid = lngBlockRemainder == 0 && lngBlockCount >= kFewestBlocks;
-  if (!valid) ShowMessage(save_text::kNotValid);
-  return valid;
+  if (!source.IsRecording()) ShowMessage(save_text::kNotValid);
+  return source.IsRecording();
 }
 
 Reading frmTrimbrook::StartReading(int passes) {
@@ -116,7 +110,7 @@ void frmTrimbrook::ShowSource(const std::string& path) {
   Text3.SetText(std::to_string(SizeMB({1, lngBlockCount})));
   Text4.SetText(Text3.Text());
   OpenSliders();
-  Apply(CameraCount() == 32 ? layout::kThirtyTwoCameras : layout::kSixteenCameras, *this);
+  Apply(lngCameraCount == 32 ? layout::kThirtyTwoCameras : layout::kSixteenCameras, *this);
   // What is left to choose in any case.
   Command2.SetFocus();
 }

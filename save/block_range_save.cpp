@@ -1,15 +1,13 @@
+#include <span>
 #include <vector>
 
 #include "capture/format.h"
-#include "capture/mdlFileProcessing.h"
 #include "capture/source_file.h"
 #include "save/operations.h"
 #include "save/save_messages.h"
 #include "save/target.h"
 
 namespace {
-
-constexpr std::int32_t lngBlockSize = format::kBlockSize;
 
 /// Shows the hourglass while it lives.
 class Hourglass {
@@ -24,10 +22,12 @@ class Hourglass {
 };
 
 SaveEnd CopyBlocks(SourceFile& source, SaveProgress& progress, const SaveJob& job, NewFile& file) {
-  std::vector<std::uint8_t> bytRecord(lngBlockSize);
+  std::vector<std::uint8_t> bytRecord(format::kBlockSize);
   for (std::int32_t i = 1; i <= job.BlockCount(); ++i) {
     if (!progress.GoOn()) return SaveEnd::kCancelled;
-    const auto lngBytesRead = source.Read(job.firstBlock + i - 1, 0, bytRecord);
+    const std::int32_t block = job.firstBlock + i - 1;
+    const std::int32_t lngBlockSize = source.LengthOf(block);
+    const auto lngBytesRead = source.Read(block, 0, std::span(bytRecord).first(lngBlockSize));
     if (!lngBytesRead) return SaveEnd::kNotRead;
     // What the source does not hold of the block is filled up with what the buffer had there.
     if (lngBytesRead != lngBlockSize) progress.ShowBlockMessage(save_text::kReadError);
@@ -43,7 +43,6 @@ SaveResult SaveBlockRange(platform::Core& system, SaveProgress& progress, const 
   if (!job.HasBlocks()) return {.end = SaveEnd::kNotRead};
   SourceFile source(system.files, job.sourcePath);
   if (!source.IsOpen()) return {.end = SaveEnd::kNotRead};
-  mdlFileProcessing::lngBlockCount = mdlFileProcessing::BlocksInFile(source.Size());
 
   NewFile file(system, job.place, [&progress] { return progress.GoOn(); });
   if (!ClearTarget(system, source, job.targetPath) || !file.Create(job.targetPath))

@@ -17,7 +17,7 @@ constexpr int kMaskCameras = 16;  // Cameras that one availability mask tells of
 constexpr std::uint32_t kMask = 0xFFFF;
 
 bool Has32Cameras() {
-  return CameraCount() > kMaskCameras;
+  return mdlFileProcessing::lngCameraCount > kMaskCameras;
 }
 
 /// The cameras that occur in at least one block.
@@ -52,11 +52,6 @@ std::string Utf8OfLatin1(const std::string& bytes) {
 }
 
 }  // namespace
-
-int CameraCount() {
-  const format::BlockType* type = mdlFileProcessing::SourceType();
-  return type ? type->cameras : kMaskCameras;
-}
 
 std::uint32_t AvailableCameras() {
   const std::uint32_t low = Union(lngCamMask);

@@ -8,9 +8,6 @@
 /// Which cameras a recording has and which of them are kept. In a set of cameras bit i is camera
 /// i + 1.
 
-/// Cameras that the source can have at all: 32 or 16.
-int CameraCount();
-
 /// The cameras that have images in the range whose availability was checked last.
 std::uint32_t AvailableCameras();
 

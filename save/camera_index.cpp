@@ -16,9 +16,10 @@ CameraIndex IndexBlockRange(platform::Core& system, SaveProgress& progress, Sour
   const std::int32_t count = lastBlock - firstBlock + 1;
   index.blocks.Redimension(static_cast<std::size_t>(count));
   for (std::int32_t b = 1; b <= count; ++b) {
-    if (source.Read(firstBlock + b - 1, variant.trailerOffset, trailer) != variant.trailerLength)
+    const std::int32_t number = firstBlock + b - 1;
+    if (source.ReadTrailer(number, 0, trailer) != variant.trailerLength)
       return {.end = SaveEnd::kNotRead};
-    IndexedBlock& block = index.blocks[b] = DecodeList(trailer, variant.trailerOffset, bln20D);
+    IndexedBlock& block = index.blocks[b] = DecodeList(trailer, source.TrailerOf(number), bln20D);
     if (block.type) index.blnSourceNotPAL = block.isNotPal;
     if (!pacer.GoOn(b, count)) return {.end = SaveEnd::kCancelled};
   }

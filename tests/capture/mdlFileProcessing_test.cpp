@@ -7,6 +7,7 @@
 
 #include "capture/fields.h"
 #include "capture/format.h"
+#include "capture/source_file.h"
 #include "platform/runtime_error.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recordings.h"
@@ -89,6 +90,46 @@ TEST_F(Source, HasBlocksByRoundingHalvesToEven) {
   EXPECT_EQ(bytBlockStatus, 0);
 }
 
+/// A file that the program itself has rebuilt, or a recorder's, cut in the same way.
+TEST_F(Source, MayEndInAShortBlock) {
+  for (const int type : {0x00, 0x10, 0x20, 0x30, 0x60}) {
+    const BlockPlan block = {.images = {{.camera = 3, .seconds = 5}}, .stamps = {{7, 9}}};
+    for (const int whole : {0, 2}) {
+      const std::vector<BlockPlan> blocks(static_cast<std::size_t>(whole) + 1, block);
+      EXPECT_EQ(Scan(Shortened(Recording(type, blocks), type), type == 0x60), ReadEnd::kDone);
+      EXPECT_EQ(lngBlockCount, whole + 1) << type;
+      EXPECT_THAT(lngBlockStart[whole + 1], 7) << type;
+      EXPECT_EQ(CheckAvailability(disk, "r", whole + 1, whole + 1), ReadEnd::kDone);
+      EXPECT_THAT(AsVector(lngCamMask), ElementsAre(8)) << type;
+      EXPECT_TRUE(SourceFile(disk, "r").IsRecording());
+    }
+  }
+}
+
+TEST_F(Source, EndsInNoShortBlockUnlessItsTrailerSaysJustThat) {
+  using namespace std::string_literals;
+  const std::string whole = Recording(0x30, {{.images = {{}}}});
+  const std::string data = whole.substr(0, 512), trailer = Shortened(whole, 0x30).substr(512);
+  const auto with = [&](std::size_t place, const std::string& bytes) {
+    return data + std::string(trailer).replace(place, bytes.size(), bytes);
+  };
+  for (const std::string& end :
+       {trailer, "!"s + data + trailer, data + data + trailer, data + trailer + '\0',
+        data + trailer.substr(1), with(13, "\x60"), with(32, "\0\0\0\0\0\3"s), with(32, "\0\xF7"s),
+        with(32, "\xFF\xFF"), with(40, "\0\2"s), with(40, "\0\2"s).substr(512),
+        with(40, "\x10\3")}) {
+    EXPECT_EQ(Scan(whole + end), ReadEnd::kDone);
+    EXPECT_EQ(lngBlockCount, 1);
+    EXPECT_FALSE(SourceFile(disk, "r").IsRecording());
+  }
+  EXPECT_EQ(Scan(whole + data + trailer), ReadEnd::kDone);
+  EXPECT_EQ(lngBlockCount, 2);
+  for (const auto& [blocks, isRecording] : {std::pair(0, false), {1, false}, {2, true}}) {
+    disk.Put("r", std::string(blocks * kBlock, '\0'));
+    EXPECT_EQ(SourceFile(disk, "r").IsRecording(), isRecording) << blocks;
+  }
+}
+
 TEST_F(Source, HasNoSizeThatNoRecordingHas) {
   for (const std::uint64_t size :
        {std::uint64_t{0xFFFFFFFF}, std::uint64_t{kMostBlocks + 1} * format::kBlockSize,
@@ -102,25 +143,34 @@ TEST_F(Source, HasNoSizeThatNoRecordingHas) {
   }
 }
 
+/// Each block is read by its own type, whatever the last one is.
 TEST_F(Source, HasTheCamerasOfTheRange) {
   using Masks = std::vector<std::int32_t>;
-  for (const int type : {0x00, 0x10, 0x20, 0x30, 0x60}) {
-    std::vector<BlockPlan> blocks;
-    for (const int camera : {0, 1, 4, 15})
-      blocks.push_back({.images = {{.camera = camera}, {.camera = 2}}});
-    if (type == 0x20) blocks.push_back({.images = {{.camera = 16}, {.camera = 31}}});
-    Scan(Recording(type, blocks), type == 0x60);
-    CheckAvailability(disk, "r", 2, 100);
-    Masks low = {0x0006, 0x0014, 0x8004}, high;
-    if (type == 0x20) {
-      low.push_back(0);
-      high = {0, 0, 0, 0x8001};
-    }
-    EXPECT_EQ(AsVector(lngCamMask), low) << type;
-    EXPECT_EQ(AsVector(lngCamMaskAlt), high) << type;
+  const auto block = [](int type, int camera) {
+    return Recording(type, {{.images = {{.camera = camera}, {.camera = 2}}}});
+  };
+  std::string damaged = block(0x30, 5);
+  damaged[static_cast<std::size_t>(LayoutOf(0x30).trailer) + 13] = 0x50;
+  const std::string with20 =
+      block(0x20, 31) + block(0x30, 0) + damaged + block(0x10, 15) + std::string(kBlock, '\0');
+  const std::string without = block(0x30, 0) + damaged + block(0x00, 4);
+  const std::string of20D = block(0x60, 0) + block(0x60, 15);
+  const struct {
+    const std::string& recording;
+    bool is20D;
+    Masks low, high;
+  } kCases[] = {{with20, false, {4, 5, 0, 0x8004, 0}, {0x8000, 0, 0, 0, 0}},
+                {without, false, {5, 0, 0x14}, {}},
+                {of20D, true, {5, 0x8004}, {}}};
+  for (const auto& c : kCases) {
+    EXPECT_EQ(Scan(c.recording, c.is20D), ReadEnd::kDone);
+    EXPECT_EQ(lngCameraCount, c.high.empty() ? 16 : 32);
+    CheckAvailability(disk, "r", 1, 100);
+    EXPECT_EQ(AsVector(lngCamMask), c.low);
+    EXPECT_EQ(AsVector(lngCamMaskAlt), c.high);
     CheckAvailability(disk, "r", -1, 1);
-    EXPECT_EQ(lngCamMask.UpperBound(), 1);
-    CheckAvailability(disk, "r", 3, 2);
+    EXPECT_EQ(AsVector(lngCamMask), Masks{c.low.front()});
+    CheckAvailability(disk, "r", 2, 1);
     EXPECT_EQ(lngCamMask.UpperBound(), 0);
   }
 }

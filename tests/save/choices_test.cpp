@@ -120,11 +120,9 @@ TEST(Room, IsThatOfWholeBlocksUnlessTheFileIsRebuilt) {
 TEST(Cameras, AreAvailableWhenAnyBlockHasThem) {
   Fill(lngCamMask, {1, 4, 0x8000});
   Fill(lngCamMaskAlt, {1, 0x8000});
-  bytBlockStatus = format::kType30;  // The second masks are another source's.
-  EXPECT_EQ(CameraCount(), 16);
+  lngCameraCount = 16;  // The second masks are another source's.
   EXPECT_EQ(AvailableCameras(), 0x8005U);
-  bytBlockStatus = format::kType20;
-  EXPECT_EQ(CameraCount(), 32);
+  lngCameraCount = 32;
   EXPECT_EQ(AvailableCameras(), 0x80018005U);
 }
 
@@ -156,12 +154,12 @@ TEST(Cameras, CountWhenTickedAndEnabled) {
   };
   constexpr std::uint32_t kAll = 0xFFFFFFFF;
   constexpr std::uint32_t kUnused = 0xFFFF0000;  // Boxes that do not show are enabled and ticked.
-  bytBlockStatus = format::kType60;
+  lngCameraCount = 16;
   EXPECT_EQ(choose(kUnused | 5, kAll), std::tuple(kAllCameras, 5, 0));
   EXPECT_EQ(choose(kUnused | 5, 4), std::tuple(kSomeCameras, 4, 0));
   EXPECT_EQ(choose(kUnused | 5, kUnused | 2), std::tuple(kNoCamera, 0, 0));
   EXPECT_EQ(choose(kUnused, kAll), std::tuple(kNoCamera, 0, 0));
-  bytBlockStatus = format::kType20;
+  lngCameraCount = 32;
   EXPECT_EQ(choose(0x10005, 0x10000), std::tuple(kSomeCameras, 0, 1));
   EXPECT_EQ(choose(0x80010005, kAll), std::tuple(kAllCameras, 5, 0x8001));
 }

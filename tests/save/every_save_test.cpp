@@ -194,6 +194,41 @@ TEST(SaveBlockRange, LeavesWhatAnotherHasPutThere) {
   EXPECT_EQ(save.disk.View(kTarget), "theirs");
 }
 
+/// A file that was rebuilt ends in a short block. Opened again, it is a recording as any other.
+TEST(EverySaveOfARebuiltFile, GivesWhatOneSaveWouldHaveGiven) {
+  std::vector<BlockPlan> blocks(6);
+  for (int i = 0; i < 18; ++i)
+    blocks[static_cast<std::size_t>(i / 3)].images.push_back(
+        {.camera = i % 3, .seconds = i, .bytes = Picture(300000, i), .text = "text"});
+  SaveWorld save(Recording(0x30, blocks));
+  const auto saved = [&save](std::uint32_t cameras, int first, int last) {
+    EXPECT_EQ(save.Run(cameras, first, last), SaveEnd::kSaved);
+    EXPECT_EQ(save.ToldEnd(), "");
+    return save.disk.Take(kTarget);
+  };
+  const auto open = [&save](const std::string& recording) {
+    save.disk.Put(kSource, recording);
+    EXPECT_EQ(mdlFileProcessing::ScanSourceFile(save.disk, save.world.dates, kSource),
+              mdlFileProcessing::ReadEnd::kDone);
+    return mdlFileProcessing::lngBlockCount;
+  };
+  const std::string atOnce = saved(0b010, 1, 6);
+  ASSERT_EQ(open(saved(0b110, 1, 6)), 2);
+  EXPECT_TRUE(saved(0b010, 1, 2) == atOnce);
+  const std::string rest = saved(0b010, 2, 2);
+  const std::string trimmed = saved(kWholeBlocks, 2, 2);
+  EXPECT_TRUE(trimmed == save.disk.View(kSource).substr(kBlock));
+  ASSERT_EQ(open(trimmed), 1);
+  EXPECT_TRUE(saved(0b010, 1, 1) == rest);
+
+  // What reaches behind its own trailer is damaged, even where there would be room in a whole one.
+  std::string damaged = trimmed;
+  damaged[damaged.size() - 1024 + 36 + 4] |= '\x0F';
+  open(damaged);
+  EXPECT_EQ(save.Run(0b110, 1, 1), SaveEnd::kSaved);
+  EXPECT_EQ(save.ToldFirst(), "The recording is damaged: 2 images could not be kept.");
+}
+
 TEST(SaveBlockRange, TellsOfAPartialBlockAndFillsItUp) {
   const std::string noise = Picture(2 * kBlock + 700);
   SaveWorld save(noise);

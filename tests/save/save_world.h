@@ -41,7 +41,8 @@ struct SaveWorld {
   SaveEnd Run(std::uint32_t cameras, int first = 1, int last = 2) {
     job.firstBlock = first;
     job.lastBlock = last;
-    if (cameras != kWholeBlocks) job.mode = SaveJob::Mode::kChosenCameras;
+    using Mode = SaveJob::Mode;
+    job.mode = cameras == kWholeBlocks ? Mode::kWholeBlocks : Mode::kChosenCameras;
     job.cameras = cameras;
     result = RunSave(world.system, progress, job);
     return result.end;

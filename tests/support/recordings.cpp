@@ -54,6 +54,17 @@ std::string Recording(int type, const std::vector<BlockPlan>& blocks) {
   return recording;
 }
 
+std::string Shortened(const std::string& recording, int type) {
+  const tools::Layout& layout = LayoutOf(type);
+  const std::size_t last = recording.size() - kBlock;
+  const auto* trailer = BytesOf(recording).data() + last + layout.trailer;
+  const int count = static_cast<int>(tools::Get(trailer + layout.imageCount, 2));
+  const int end = layout.list + count * layout.entryBytes + layout.entrySector;
+  const auto sectors = tools::Get(trailer + end, 2) - static_cast<unsigned>(layout.firstSector);
+  return recording.substr(0, last + sectors * tools::kSectorBytes) +
+         recording.substr(last + static_cast<std::size_t>(layout.trailer));
+}
+
 std::vector<tools::StoredBlock> BlocksOf(std::string_view recording, bool is20D) {
   std::vector<tools::StoredBlock> blocks;
   for (std::size_t start = 0; start < recording.size(); start += tools::kBlockBytes) {

@@ -42,6 +42,9 @@ const tools::Layout& LayoutOf(int type);
 /// A recording as a recorder would store it: whole blocks of 2 MiB, all of one type.
 std::string Recording(int type, const std::vector<BlockPlan>& blocks);
 
+/// The recording with its last block, which holds an image, as short as that of a rebuilt file.
+std::string Shortened(const std::string& recording, int type);
+
 /// All blocks of a recording of type 0x30 or 0x60, a compact last one included. Throws
 /// `std::out_of_range` where the recording breaks its own layout.
 std::vector<tools::StoredBlock> BlocksOf(std::string_view recording, bool is20D);
