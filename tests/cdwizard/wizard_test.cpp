@@ -2,7 +2,7 @@
 
 #include "cdwizard/cd_wizard.h"
 #include "cdwizard/file_name.h"
-#include "cdwizard/system_helpers.h"
+#include "storage/system_helpers.h"
 #include "platform/runtime_error.h"
 #include "tests/cdwizard/wizard_world.h"
 

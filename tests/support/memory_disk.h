@@ -32,6 +32,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     std::string bytes;
     bool hidden = false;  ///< `Find` does not answer it.
     bool temporary = false;
+    bool hasIdentity = true;  ///< `Identity` can tell it from others.
     long long written = 0;    ///< When: the number of the last write, unless a test says otherwise.
     std::string permissions;  ///< The folder that has handed them down.
     std::string volume;
@@ -194,7 +195,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
 
   std::optional<platform::FileIdentity> Identity(FileHandle file) override {
     const Handle* handle = Of(file);
-    if (Fails("identity") || !handle) return std::nullopt;
+    if (Fails("identity") || !handle || !handle->file->hasIdentity) return std::nullopt;
     return platform::FileIdentity{1, reinterpret_cast<std::uintptr_t>(handle->file.get())};
   }
 
