@@ -1,8 +1,8 @@
 #include "cdwizard/burning_software.h"
 
-#include "cdwizard/system_helpers.h"
 #include "platform/runtime_error.h"
 #include "sendkeys/clsSendKeys.h"
+#include "storage/system_helpers.h"
 
 using platform::ShowCommand;
 using platform::WindowHandle;

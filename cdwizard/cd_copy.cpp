@@ -5,7 +5,7 @@
 
 #include "capture/mdlFileProcessing.h"
 #include "capture/source_file.h"
-#include "save/last_file_part.h"
+#include "platform/paths.h"
 #include "save/save_messages.h"
 #include "storage/new_file.h"
 
@@ -41,7 +41,8 @@ std::vector<std::string> PlayerFilesOn(const Disc& disc, const std::vector<std::
   std::vector<std::string> onDisc;
   for (const std::string& path : paths) {
     const bool inRoot = onDisc.size() < kPlayerFilesInRoot;
-    onDisc.push_back((inRoot ? disc.drive() : disc.PlayerFolder()) + "\\" + LastFilePart(path));
+    onDisc.push_back((inRoot ? disc.drive() : disc.PlayerFolder()) + "\\" +
+                     platform::LastFilePart(path));
   }
   return onDisc;
 }

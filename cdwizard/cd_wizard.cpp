@@ -5,10 +5,10 @@
 #include <limits>
 
 #include "cdwizard/file_name.h"
-#include "cdwizard/system_helpers.h"
 #include "cdwizard/wizard_flow.h"
+#include "platform/paths.h"
 #include "platform/runtime_error.h"
-#include "save/last_file_part.h"
+#include "storage/system_helpers.h"
 
 namespace {
 
@@ -123,7 +123,7 @@ void CdWizard::StartBurning() {
   Show(Page::kFileName);
   const DeafTime starting(view_);
   const std::string target = mainWindow_.TargetPath();
-  if (!target.empty()) view_.SetFileName(LastFilePart(target));
+  if (!target.empty()) view_.SetFileName(platform::LastFilePart(target));
   if (!software_.UsesDragToDisc())
     software_.LaunchDirectCD(view_.Window());
   else if (view_.AskYesNo("Do you want to format this CD?"))

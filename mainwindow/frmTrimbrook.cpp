@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-#include "cdwizard/system_helpers.h"
 #include "platform/trimmed.h"
+#include "storage/system_helpers.h"
 
 using forms::Event;
 

@@ -6,7 +6,6 @@
 #include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
 #include "cdwizard/frmSaveToCD.h"
-#include "cdwizard/system_helpers.h"
 #include "forms/dialogs.h"
 #include "mainwindow/file_kind.h"
 #include "mainwindow/frmTrimbrook.h"
@@ -15,6 +14,7 @@
 #include "save/frmSaveFile.h"
 #include "save/save_messages.h"
 #include "save/save_state.h"
+#include "storage/system_helpers.h"
 
 using mdlFileProcessing::bln20D;
 

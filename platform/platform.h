@@ -8,6 +8,7 @@
 #include "platform/drives.h"
 #include "platform/file_names.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "platform/registry.h"
 
 namespace platform {
@@ -30,9 +31,7 @@ struct Platform : Core {
   std::string programName;  ///< The executable's name without folder and ending.
 
   /// Path of a file that lies beside the program.
-  std::string Beside(const std::string& name) const {
-    return programFolder + (programFolder.ends_with('\\') ? "" : "\\") + name;
-  }
+  std::string Beside(const std::string& name) const { return PathIn(programFolder, name); }
 };
 
 }  // namespace platform

@@ -5,8 +5,8 @@
 #include "forms/application.h"
 #include "forms/dialogs.h"
 #include "forms/input.h"
+#include "platform/paths.h"
 #include "platform/scoped_flag.h"
-#include "save/last_file_part.h"
 #include "save/save_messages.h"
 #include "save/save_state.h"
 
@@ -114,7 +114,8 @@ void frmSaveFile::cmdOpen_Click() {
 
 void frmSaveFile::cmdOpenFolder_Click() {
   const std::string target = mainWindow_.TargetPath();
-  const std::string folder = target.substr(0, target.size() - LastFilePart(target).size());
+  const std::string folder =
+      target.substr(0, target.size() - platform::LastFilePart(target).size());
   const auto path = forms::AskOpenFile(window(), {forms::kApplicationTitle, kAllFiles, folder, ""});
   if (path && path->empty()) return;
   if (path) {

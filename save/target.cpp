@@ -1,6 +1,6 @@
 #include "save/target.h"
 
-#include "save/last_file_part.h"
+#include "platform/paths.h"
 
 using platform::FileHandle;
 
@@ -17,7 +17,7 @@ bool IsSource(platform::Files& files, const SourceFile& source, const std::strin
 
 /// Whether a file can have this path: its folder is there, and no folder has its name.
 bool CanBeFile(platform::Drives& drives, const std::string& path) {
-  const std::string folder = path.substr(0, path.size() - LastFilePart(path).size());
+  const std::string folder = path.substr(0, path.size() - platform::LastFilePart(path).size());
   return (folder.empty() || drives.HasFolder(folder)) && !drives.HasFolder(path);
 }
 

@@ -1,4 +1,4 @@
-#include "cdwizard/system_helpers.h"
+#include "storage/system_helpers.h"
 
 #include <cstddef>
 

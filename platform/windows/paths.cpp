@@ -32,15 +32,6 @@ std::wstring WidePath(const std::string& path) {
   return StartsWith(full, L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
 }
 
-std::string PathIn(const std::string& folder, const std::string& name) {
-  return folder.empty() || folder.back() != '\\' ? folder + "\\" + name : folder + name;
-}
-
-std::string WithoutEnd(std::string path) {
-  while (!path.empty() && path.back() == '\\') path.pop_back();
-  return path;
-}
-
 OpenedEntry::OpenedEntry(const std::string& path, DWORD rights, DWORD flags)
     : handle_(CreateFileW(WidePath(path).c_str(), rights,
                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,

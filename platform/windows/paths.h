@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/paths.h"
 #include "platform/windows/win32.h"
 
 namespace platform {
@@ -9,11 +10,6 @@ namespace platform {
 /// A path for the system's calls. One that is too long for them is marked so that they take it
 /// whatever the machine's settings are.
 std::wstring WidePath(const std::string& path);
-
-/// The path of an entry of a folder, which may end in a backslash.
-std::string PathIn(const std::string& folder, const std::string& name);
-/// A path without the backslashes that it ends in.
-std::string WithoutEnd(std::string path);
 
 /// A file or folder that is open for itself rather than for what it holds; closed in the end.
 class OpenedEntry {

@@ -19,10 +19,8 @@ WindowsPlatform::WindowsPlatform()
     : bundle_{{files_, names_, drives_, dates_, clock_, {}}, registry_, desktop_, {}} {
   SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   const std::string path = ProgramPath();
-  const std::size_t slash = path.rfind('\\');
-  const std::string file = path.substr(slash + 1);
-  const bool isRoot = slash > 0 && path[slash - 1] == ':';
-  bundle_.programFolder = path.substr(0, slash + (isRoot ? 1 : 0));
+  const std::string file = LastFilePart(path);
+  bundle_.programFolder = FolderOf(path);
   bundle_.programName = file.substr(0, file.rfind('.'));
 }
 
