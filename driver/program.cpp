@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "driver/await.h"
 #include "forms/win32.h"
 
 namespace driver {

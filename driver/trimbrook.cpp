@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "driver/await.h"
 #include "forms/win32.h"
 
 namespace driver {

@@ -1,11 +1,23 @@
 #include "driver/window.h"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <stdexcept>
 
-#include "driver/await.h"
+#include "driver/files.h"
 #include "forms/win32.h"
 
 namespace driver {
+
+void RaiseTimeout(const std::string& what) {
+  std::string name = "stuck";
+  if (const auto* test = testing::UnitTest::GetInstance()->current_test_info())
+    name += std::string(" ") + test->test_suite_name() + " " + test->name();
+  std::replace(name.begin(), name.end(), '/', ' ');
+  SaveScreenshot(name);
+  throw std::runtime_error("Waited in vain: " + what);
+}
 
 BOOL CALLBACK AddToWindows(HWND handle, LPARAM windows) {
   reinterpret_cast<std::vector<Window>*>(windows)->emplace_back(handle);

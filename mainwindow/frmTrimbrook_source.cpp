@@ -1,8 +1,5 @@
 // The main window's source file: its choice, its checks, and what it fills the window with.
 
-#include <algorithm>
-#include <cmath>
-
 #include "capture/capture_time.h"
 #include "capture/format.h"
 #include "capture/mdlFileProcessing.h"
@@ -70,6 +67,7 @@ void frmTrimbrook::OpenSource(const std::string& path) {
 /// Whether the file ends as a recording does; says so when it does not.
 bool frmTrimbrook::MeasureSource(const std::string& path) {
   const SourceFile source(system_.files, path);
+  if (!source.IsOpen()) return AcceptReading(ReadEnd::kFailed);
   if (!source.IsRecording()) ShowMessage(save_text::kNotValid);
   return source.IsRecording();
 }

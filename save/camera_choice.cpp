@@ -64,10 +64,11 @@ std::string FirstTitle(platform::Files& files, const std::string& path, std::int
   SourceFile source(files, path);
   if (number == 0 || !source.IsOpen()) return "";
   const std::int32_t block = firstBlock + number - 1;
-  const format::Variant& variant = format::VariantOf(mdlFileProcessing::bln20D);
-  std::vector<std::uint8_t> bytes(static_cast<std::size_t>(variant.trailerLength));
-  if (source.Read(block, variant.trailerOffset, bytes) != variant.trailerLength) return "";
-  const IndexedBlock list = DecodeList(bytes, variant.trailerOffset, mdlFileProcessing::bln20D);
+  const bool is20D = mdlFileProcessing::bln20D;
+  const std::int32_t trailerLength = format::VariantOf(is20D).trailerLength;
+  std::vector<std::uint8_t> bytes(static_cast<std::size_t>(trailerLength));
+  if (source.ReadTrailer(block, 0, bytes) != trailerLength) return "";
+  const IndexedBlock list = DecodeList(bytes, source.TrailerOf(block), is20D);
   const auto image = std::ranges::find_if(list.images, [camera](const IndexedImage& each) {
     return each.camera == camera && !each.IsDamaged();
   });

@@ -19,10 +19,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-milliseconds Now() {
-  return milliseconds(GetTickCount64());
-}
-
 // What the blocks fill of the bar; the rest is the finished file's move, or its close.
 constexpr double kBlocksPercent = 95;
 constexpr double kSomeCamerasPercent = 97;
@@ -43,7 +39,7 @@ frmSaveFile::frmSaveFile(platform::Platform& system, MainWindowView& mainWindow)
       {Timer1, Event::kTimer, [this] { Timer1_Timer(); }},
       {cmdOpen, Event::kClick, [this] { cmdOpen_Click(); }},
       {cmdOpenFolder, Event::kClick, [this] { cmdOpenFolder_Click(); }},
-      {cmdCancel, Event::kClick, [this] { cmdCancel_Click(); }},
+      {cmdCancel, Event::kClick, [this] { Unload(); }},
   });
 }
 
@@ -103,10 +99,6 @@ void frmSaveFile::OnEndSession() {
   Unload();
 }
 
-void frmSaveFile::cmdCancel_Click() {
-  Unload();
-}
-
 void frmSaveFile::cmdOpen_Click() {
   OpenInShell(mainWindow_.TargetPath());
   Unload();
@@ -139,7 +131,7 @@ void frmSaveFile::ShowPercent() {
   if (taskbar_) taskbar_->SetValue(whole);
 }
 
-void frmSaveFile::ShowTimeLeft(milliseconds now, double done) {
+void frmSaveFile::ShowTimeLeft(TimeLeft::Time now, double done) {
   const std::string words = timeLeft_.At(now, done);
   if (now - toldAt_ < kBetweenWords) return;
   toldAt_ = now;
@@ -154,7 +146,7 @@ void frmSaveFile::ShowStopped() {
 void frmSaveFile::ShowBlocksDone(std::int32_t done, std::int32_t total) {
   const double share = static_cast<double>(done) / total;
   percent_ = share * (blnSomeCameras ? kSomeCamerasPercent : kBlocksPercent);
-  const milliseconds now = Now();
+  const TimeLeft::Time now = system_.clock.Now();
   if (total > kFewBlocks && done < total && now - shownAt_ < kBetweenPercents) return;
   shownAt_ = now;
   ShowPercent();
@@ -192,6 +184,7 @@ void frmSaveFile::ShowFailed() {
 }
 
 bool frmSaveFile::GoOn() {
+  if (NewFile::WaitsForName()) Label2.SetCaption("The file name is in use. Trying again ...");
   forms::DoEvents();
   return blnSaving;
 }

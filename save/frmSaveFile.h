@@ -31,7 +31,6 @@ class frmSaveFile : public forms::Form, private SaveProgress {
   void Timer1_Timer();
   void cmdOpen_Click();
   void cmdOpenFolder_Click();
-  void cmdCancel_Click();
   SaveResult SaveAsChosen();
   void ShowEnd(const SaveResult& result);
   void ShowFinished();
@@ -39,7 +38,7 @@ class frmSaveFile : public forms::Form, private SaveProgress {
   void OpenInShell(const std::string& path);
   /// Shows how far the save is, as far as that is not to be seen yet.
   void ShowPercent();
-  void ShowTimeLeft(std::chrono::milliseconds now, double done);
+  void ShowTimeLeft(TimeLeft::Time now, double done);
   /// Nothing moves any longer.
   void ShowStopped();
 
@@ -53,8 +52,8 @@ class frmSaveFile : public forms::Form, private SaveProgress {
   MainWindowView& mainWindow_;
 
   double percent_ = 0;
-  std::chrono::milliseconds shownAt_{};  ///< When the percentage was shown last.
-  std::chrono::milliseconds toldAt_{};   ///< When the time that is left was told last.
+  TimeLeft::Time shownAt_{};  ///< When the percentage was shown last.
+  TimeLeft::Time toldAt_{};   ///< When the time that is left was told last.
   TimeLeft timeLeft_;
   std::optional<forms::TaskbarProgress> taskbar_;
 

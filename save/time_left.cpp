@@ -17,14 +17,14 @@ std::string About(std::int64_t count, const char* unit) {
 
 }  // namespace
 
-std::string TimeLeft::At(Milliseconds now, double done) {
+std::string TimeLeft::At(Time now, double done) {
   if (!begun_) since_ = next_ = {now, done};
   begun_ = true;
   if (now - next_.time >= kSpan) {
     since_ = next_;
     next_ = {now, done};
   }
-  const Milliseconds spent = now - since_.time;
+  const Time spent = now - since_.time;
   const double gained = done - since_.done;
   if (spent < kFirstWords || gained <= 0) return "";
   const std::chrono::duration<double> left = spent * ((1 - done) / gained);

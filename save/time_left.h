@@ -6,15 +6,15 @@
 /// Works out how long work will still take, from how far it has come.
 class TimeLeft {
  public:
-  using Milliseconds = std::chrono::milliseconds;
+  using Time = std::chrono::steady_clock::duration;
 
   /// The work is at `done` of 1 at a time, counted from any moment. Answers the words for the user,
   /// "About 3 minutes left"; none while nothing can be told yet, and for the last moments.
-  std::string At(Milliseconds now, double done);
+  std::string At(Time now, double done);
 
  private:
   struct Mark {
-    Milliseconds time{};
+    Time time{};
     double done = 0;
   };
   bool begun_ = false;

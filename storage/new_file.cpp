@@ -1,10 +1,12 @@
 #include "storage/new_file.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "platform/paths.h"
+#include "platform/scoped_flag.h"
 
 using platform::FileHandle;
 using platform::FolderOf;
@@ -16,6 +18,8 @@ constexpr char kTemporaryPrefix[] = "WAV";
 /// How long a file that has something else reading it is tried to be renamed, and how often.
 constexpr std::chrono::seconds kPatience{10};
 constexpr std::chrono::milliseconds kPause{50};
+
+bool someWaitsForName = false;
 
 std::vector<NewFile*>& Unfinished() {
   static std::vector<NewFile*> files;
@@ -137,6 +141,7 @@ bool NewFile::Finish() {
 /// The file stays open meanwhile, with the right to rename it: so nothing that denies this can open
 /// it any more, and what had opened it before will let it go.
 bool NewFile::TakeName() {
+  std::optional<ScopedFlag> waiting;
   const auto begun = system_.clock.Now();
   while (!system_.files.Rename(hTargetFile, strTempFile, target_)) {
     if (system_.clock.Now() - begun >= kPatience) {
@@ -144,12 +149,17 @@ bool NewFile::TakeName() {
       wholeCopy_ = std::exchange(strTempFile, {});
       return Stopped(Stop::kNotNamed);
     }
+    if (!waiting) waiting.emplace(someWaitsForName);
     system_.clock.Sleep(kPause);
     if (!goOn_() || !IsOpen()) return Stopped(Stop::kCancelled);
   }
   // Renamed, it would keep the permissions of the program's folder.
   if (FolderOf(strTempFile) != FolderOf(target_)) system_.names.InheritPermissions(target_);
   return true;
+}
+
+bool NewFile::WaitsForName() {
+  return someWaitsForName;
 }
 
 bool NewFile::Close() {

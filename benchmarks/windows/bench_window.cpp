@@ -8,7 +8,6 @@
 #include <stdexcept>
 #include <thread>
 
-#include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 #include "resources/layout.h"

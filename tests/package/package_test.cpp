@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <optional>
 
-#include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 #include "forms/win32.h"

@@ -91,8 +91,12 @@ TEST_P(EverySave, LiesOnTheTargetsVolumeUnderATemporaryName) {
 TEST_P(EverySave, TriesForAWhileToGiveTheFileItsName) {
   const std::string whole = Whole();
   SaveWorld save;
+  int told = 0;
+  save.progress.onMessages = [&] { told += NewFile::WaitsForName(); };
   save.disk.refusedRenames = 100;
   EXPECT_EQ(save.Run(GetParam()), SaveEnd::kSaved);
+  EXPECT_EQ(told, 100);
+  EXPECT_FALSE(NewFile::WaitsForName());
   EXPECT_TRUE(save.disk.View(kTarget) == whole);
 
   save.disk.refusedRenames = INT_MAX;

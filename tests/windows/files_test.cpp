@@ -1,7 +1,6 @@
 // The source file and the target file as the main window takes them.
 #include <gmock/gmock.h>
 
-#include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 #include "resources/version.h"
@@ -90,6 +89,8 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
   program.AwaitSource(Recording("cameras32.60D"));
   EXPECT_TRUE(Shows(program, 32));
   EXPECT_THAT(program.EnabledCameras(), ElementsAre(1, 2, 17, 32));
+  program.Drop({InWork("none.60D")});
+  EXPECT_THAT(program.AnswerMessage().text, testing::StartsWith("Error reading file ..."));
   for (const std::uint64_t size : {kBlock, 2 * kBlock + 1}) {
     Resize(blocks, size);
     program.Drop({blocks});
@@ -103,71 +104,55 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
   EXPECT_FALSE(Shows(program, 17));
 }
 
-/// A long recording of zeros with camera 1 in its first block, and what a program does that reads
-/// it.
-class LongSource : public testing::Test {
- protected:
-  LongSource() {
-    Resize(path_, kBlocks * kBlock);
-    Patch(path_, 0x1FFC00 + 19, "\x01");
-    Patch(path_, (kBlocks - 1) * kBlock + 7, "last");
-  }
-  ~LongSource() override { Resize(path_, 0); }
-
-  bool Reads() {
-    const std::string text = program_.Text(IDC_frmTrimbrook_Text2);
+// What lies far beyond all that 32 bits hold is saved, too.
+TEST(LongSource, CanBeStoppedAndKeepsItsCamerasWhenTheirCheckIs) {
+  constexpr int kBlocks = 600'000;
+  const std::string path = InWork("long of zeros.60D");
+  Resize(path, kBlocks * kBlock);
+  Patch(path, 0x1FFC00 + 19, "\x01");  // Camera 1 is in the first block only.
+  Patch(path, (kBlocks - 1) * kBlock + 7, "last");
+  const Trimbrook program;
+  const auto reads = [&] {
+    const std::string text = program.Text(IDC_frmTrimbrook_Text2);
     return text.starts_with("Reading ... ") && text.ends_with("% (Esc stops)") &&
-           !program_.At(IDC_frmTrimbrook_Command1).IsEnabled();
-  }
-  void StopReading() {
-    Await("percentage", [&] { return Reads(); });
-    program_.At(IDC_frmTrimbrook_Text2).PressAndGoOn(VK_ESCAPE);
-    Await("end of the reading", [&] { return !Reads(); });
-  }
+           !program.At(IDC_frmTrimbrook_Command1).IsEnabled();
+  };
+  const auto stop = [&] {
+    Await("percentage", reads);
+    // By other programs, too, nothing can be used meanwhile.
+    program.At(IDC_frmTrimbrook_Command4).Ask(BM_CLICK);
+    program.At(IDC_frmTrimbrook_Text2).PressAndGoOn(VK_ESCAPE);
+    Await("end of the reading", [&] { return !reads(); });
+    EXPECT_FALSE(program.ShowsDialog());
+  };
+  program.AnswerSourceDialog(path);
+  stop();
+  EXPECT_THAT(program.Texts({IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2}), Each(""));
 
-  static constexpr int kBlocks = 600'000;
-  const std::string path_ = InWork("long of zeros.60D");
-  Trimbrook program_;
-};
+  program.OpenSource(path);
+  const std::string range = program.Text(IDC_frmTrimbrook_Text2);
+  program.At(IDC_frmTrimbrook_Slider1).Press(VK_RIGHT);
+  program.At(IDC_frmTrimbrook_Command8).ClickAndGoOn();
+  stop();
+  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text2), range);
+  EXPECT_THAT(program.EnabledCameras(), ElementsAre(1));
+  MoveFileA(path.c_str(), (path + " moved").c_str());
+  EXPECT_THAT(program.MessageAfterClick(IDC_frmTrimbrook_Command8).text,
+              testing::StartsWith("Error reading file ..."));
+  EXPECT_THAT(program.EnabledCameras(), ElementsAre(1));
+  MoveFileA((path + " moved").c_str(), path.c_str());
 
-TEST_F(LongSource, CanBeStoppedAndThenThereIsNone) {
-  program_.AnswerSourceDialog(path_);
-  Await("percentage", [&] { return Reads(); });
-  // By other programs, too, nothing can be used meanwhile.
-  program_.At(IDC_frmTrimbrook_Command4).Ask(BM_CLICK);
-  StopReading();
-  EXPECT_THAT(program_.Texts({IDC_frmTrimbrook_Text1, IDC_frmTrimbrook_Text2}), Each(""));
-  EXPECT_FALSE(program_.ShowsDialog());
-  EXPECT_TRUE(program_.At(IDC_frmTrimbrook_Command1).IsEnabled());
+  program.At(IDC_frmTrimbrook_Slider1).Press(VK_END);
+  program.At(IDC_frmTrimbrook_Slider1).Press(VK_LEFT);
+  program.ChooseTarget(InWork("last blocks.60D"));
+  program.SaveAndLeave();
+  EXPECT_TRUE(HoldsBlocks(InWork("last blocks.60D"), path, kBlocks - 1, kBlocks));
 
-  program_.AnswerSourceDialog(path_);
-  Await("percentage", [&] { return Reads(); });
-  program_.main().Close();
-  EXPECT_EQ(program_.AwaitEnd(), 0u);
-}
-
-// And what lies far beyond all that 32 bits hold is saved.
-TEST_F(LongSource, KeepsItsCamerasWhenTheirCheckIsStoppedOrFails) {
-  program_.OpenSource(path_);
-  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1));
-  const std::string range = program_.Text(IDC_frmTrimbrook_Text2);
-  program_.At(IDC_frmTrimbrook_Slider1).Press(VK_RIGHT);
-  program_.At(IDC_frmTrimbrook_Command8).ClickAndGoOn();
-  StopReading();
-  EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text2), range);
-  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1));
-
-  MoveFileA(path_.c_str(), (path_ + " moved").c_str());
-  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command8),
-            Refusal("Error reading file ..."));
-  EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1));
-  MoveFileA((path_ + " moved").c_str(), path_.c_str());
-
-  program_.At(IDC_frmTrimbrook_Slider1).Press(VK_END);
-  program_.At(IDC_frmTrimbrook_Slider1).Press(VK_LEFT);
-  program_.ChooseTarget(InWork("last blocks.60D"));
-  program_.SaveAndLeave();
-  EXPECT_TRUE(HoldsBlocks(InWork("last blocks.60D"), path_, kBlocks - 1, kBlocks));
+  program.AnswerSourceDialog(path);
+  Await("percentage", reads);
+  program.main().Close();
+  EXPECT_EQ(program.AwaitEnd(), 0u);
+  Resize(path, 0);
 }
 
 constexpr const char* kNoTarget = "Please select the target file first!";

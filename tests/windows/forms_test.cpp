@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "cdwizard/wizard_page.h"
-#include "driver/await.h"
 #include "driver/window.h"
 #include "forms/application.h"
 #include "forms/controls.h"
@@ -421,7 +420,7 @@ class TextSizes : public testing::TestWithParam<int> {
 
 INSTANTIATE_TEST_SUITE_P(Percent, TextSizes, testing::Values(100, 150, 225));
 
-TEST_P(TextSizes, NoCaptionIsCut) {
+TEST_P(TextSizes, NoCaptionIsCutNorTheWizardsInstructions) {
   constexpr LONG kTick = 18;  // Pixels that a box takes before its caption.
   for (const layout::Form* table :
        {&layout::kFrmTrimbrook, &layout::kFrmSaveFile, &layout::kFrmSaveToCD}) {
@@ -432,9 +431,6 @@ TEST_P(TextSizes, NoCaptionIsCut) {
         ExpectRoom(form.ControlById(row.id), row.caption, DT_SINGLELINE,
                    row.kind == Kind::kCheckBox && *row.caption ? kTick : 0);
   }
-}
-
-TEST_P(TextSizes, NoInstructionsOfTheWizardAreCut) {
   Form form(layout::kFrmSaveToCD);
   ASSERT_TRUE(form.Load());
   Control& label = form.ControlById(IDC_frmSaveToCD_Label1);

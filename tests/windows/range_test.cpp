@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 

@@ -14,7 +14,6 @@
 #include <stdexcept>
 #include <vector>
 
-#include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 #include "tests/support/figure.h"

@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 #include "resources/version.h"

@@ -5,7 +5,6 @@
 #include <regex>
 
 #include "cdwizard/wizard_page.h"
-#include "driver/await.h"
 #include "driver/files.h"
 #include "driver/trimbrook.h"
 
