@@ -5,14 +5,13 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "benchmarks/engine.h"
 #include "benchmarks/measure.h"
 #include "benchmarks/program.h"
 #include "benchmarks/recordings.h"
 
 /// Prints what the program costs, worked through its windows, beside what the system's own tools
-/// need for the same bytes; where it says "engine", the save engine alone without a window. To be
-/// run with a Wine prefix whose drive C: has the program in its folder Trimbrook. The arguments:
+/// need for the same bytes; where it says "command", "trim_recording" instead. To be run with a
+/// Wine prefix whose drive C: has the program in its folder Trimbrook. The arguments:
 ///
 ///   start                  the program's start and size; to be run on one processor core
 ///   costs [OTHER [SLOW]]   what its work costs; two other file systems, drives Y: and S:, one of
@@ -53,14 +52,11 @@ class Bench {
   }
 
   void PrintOpening() {
+    PrintMemory();
     MakeSource(kSmallImages, kBlocksOf100GiB, true);
-    const double empty = engine::Heap();
-    PrintLine("scan, 100 GiB", "engine", "%.3f s", engine::Scan(source_), 0.5);
-    const double scanned = engine::Heap();
-    PrintLine("  memory a block", "engine", "%.1f bytes", (scanned - empty) / kBlocksOf100GiB, 64);
-    PrintLine("camera index, 100 GiB", "engine", "%.3f s", engine::Index(source_, kBlocksOf100GiB));
-    PrintLine("  memory an image", "engine", "%.1f bytes",
-              (engine::Heap() - scanned) / kBlocksOf100GiB / kSmallImages, 32);
+    // Blocks that are not there are refused when all are scanned.
+    PrintLine("scan, 100 GiB", "command", "%.3f s",
+              RunCommand(Trim({"--blocks", "99999"}, home_.path / "none.60D"), 1), 0.5);
     std::vector<double> seconds(kRounds);
     for (double& round : seconds) round = Note(program_.Do("open C:\\bench\\source.60D"));
     PrintLine("opening, 100 GiB", "window", "%.3f s", Median(seconds), 0.5);
@@ -69,13 +65,13 @@ class Bench {
 
   void PrintSaves(const std::vector<Folder>& others) {
     Open(kSmallImages);
-    PrintSave("block range save, 1 GiB", home_, kAllCameras, 1.10);
+    PrintSave("block range save, 1 GiB", home_, kAllCameras, 1.10, 1.05);
     for (const Folder& other : others)
       PrintSave("block range save, 1 GiB", other, kAllCameras, 1.10);
-    PrintSave("1 of 16 cameras, images of 8 KB", home_, 1, 0.15);
+    PrintSave("1 of 16 cameras, images of 8 KB", home_, 1, 0.15, 0.12);
     PrintSave("15 of 16 cameras, images of 8 KB", home_, 15, 1.15);
     Open(kLargeImages);
-    PrintSave("1 of 16 cameras, images of 64 KB", home_, 1, 0.15);
+    PrintSave("1 of 16 cameras, images of 64 KB", home_, 1, 0.15, 0.12);
     PrintSave("15 of 16 cameras, images of 64 KB", home_, 15, 1.15);
     PrintSilence("saving");
   }
@@ -102,8 +98,29 @@ class Bench {
 
   void Open(int images) {
     MakeSource(images, kBlocksOf1GiB, false);
-    engine::Scan(source_);
     program_.Do("open C:\\bench\\source.60D");
+  }
+
+  /// The command that saves from the source.
+  std::vector<std::string> Trim(const std::vector<std::string>& options, const fs::path& target) {
+    std::vector<std::string> command = {"build/release/packaging/trim_recording", source_, target,
+                                        "--replace"};
+    command.insert(command.end(), options.begin(), options.end());
+    return command;
+  }
+
+  void PrintMemory() {
+    const auto peak = [&](int blocks, const char* option, const char* value) {
+      MakeSource(kSmallImages, blocks, true);
+      return PeakMemory(Trim({option, value}, home_.path / "target.60D"));
+    };
+    const double least = peak(2, "--blocks", "1");
+    PrintLine("memory a block, 100 GiB", "command", "%.1f bytes",
+              (peak(kBlocksOf100GiB, "--blocks", "1") - least) / kBlocksOf100GiB, 64);
+    PrintLine("memory an image, 10 GiB", "command", "%.1f bytes",
+              (peak(10 * kBlocksOf1GiB, "--cameras", "1") - least) /
+                  (10.0 * kBlocksOf1GiB * kSmallImages),
+              32);
   }
 
   /// Earlier targets go, and what earlier jobs have left for the disk is written first: nobody pays
@@ -117,26 +134,31 @@ class Bench {
     return target;
   }
 
-  void PrintSave(const std::string& figure, const Folder& folder, int cameras, double limit) {
+  void PrintSave(const std::string& figure, const Folder& folder, int cameras, double limit,
+                 double limitOfCommand = 0) {
     const Job window = [&] {
       Clear(folder);
       const std::string target = folder.inWine + "target.60D";
       return Note(program_.Do("save " + std::to_string(cameras) + " " + target));
     };
-    const Job alone = [&] { return engine::Save(source_, Clear(folder), cameras, kBlocksOf1GiB); };
-    const Job dd = [&] {
-      const fs::path target = Clear(folder);
-      return Timed([&] {
-        RunCommand({"dd", "bs=2M", "conv=fsync", "status=none", "if=" + source_.string(),
-                    "of=" + target.string()});
-      });
+    const Job command = [&] {
+      return RunCommand(Trim({"--cameras", "1-" + std::to_string(cameras)}, Clear(folder)));
     };
-    const auto results = Compare({window, alone}, dd);
+    const Job cp = [&] {
+      const fs::path target = Clear(folder);
+      return RunCommand({"cp", source_, target}) + RunCommand({"sync", target});
+    };
+    const Job dd = [&] {
+      return RunCommand({"dd", "bs=2M", "conv=fsync", "status=none", "if=" + source_.string(),
+                         "of=" + Clear(folder).string()});
+    };
+    const auto results = Compare({window, command, cp}, dd);
     const std::string name = figure + ", " + folder.name;
     PrintLine(name, "window", "%.3f s", results[0].seconds);
     PrintLine("  to dd bs=2M conv=fsync of the whole source", "window", "x %.3f", results[0].ratio,
               limit);
-    PrintLine("", "engine", "x %.3f", results[1].ratio);
+    PrintLine("", "command", "x %.3f", results[1].ratio, limitOfCommand);
+    PrintLine("", "cp, sync", "x %.3f", results[2].ratio);
     Clear(folder);
   }
 

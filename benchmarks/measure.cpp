@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 
 namespace {
 
@@ -24,21 +25,32 @@ void Become(const std::vector<std::string>& command) {
   _exit(127);
 }
 
-void RunCommand(const std::vector<std::string>& command) {
+double RunCommand(const std::vector<std::string>& command, int exitCode) {
+  using Clock = std::chrono::steady_clock;
+  const auto start = Clock::now();
   const pid_t child = fork();
   if (child == 0) Become(command);
   int status = 0;
-  if (child < 0 || waitpid(child, &status, 0) != child || status != 0) {
+  if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status) ||
+      WEXITSTATUS(status) != exitCode) {
     std::fprintf(stderr, "%s failed\n", command[0].c_str());
     std::exit(1);
   }
+  return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-double Timed(const std::function<void()>& job) {
-  using Clock = std::chrono::steady_clock;
-  const auto start = Clock::now();
-  job();
-  return std::chrono::duration<double>(Clock::now() - start).count();
+double PeakMemory(const std::vector<std::string>& command) {
+  const pid_t child = fork();
+  if (child == 0) Become(command);
+  double peak = 0;
+  while (waitpid(child, nullptr, WNOHANG) == 0) {
+    std::ifstream status("/proc/" + std::to_string(child) + "/status");
+    for (std::string word; status >> word && word != "VmHWM:";) continue;
+    double kilobytes = 0;
+    if (status >> kilobytes) peak = kilobytes * 1024;
+    usleep(1000);
+  }
+  return peak;
 }
 
 void FillMemory(const std::string& emptyFile) {

@@ -6,11 +6,11 @@
 
 /// Becomes another program; its output and input stay this process's.
 [[noreturn]] void Become(const std::vector<std::string>& command);
-/// Runs a command and waits for it. Ends the program when it fails.
-void RunCommand(const std::vector<std::string>& command);
-
-/// Seconds that a job takes in this process.
-double Timed(const std::function<void()>& job);
+/// Runs a command and waits for it; answers its seconds. Ends the program when it ends with another
+/// exit code.
+double RunCommand(const std::vector<std::string>& command, int exitCode = 0);
+/// The most memory that a command has had, bytes, a moment before it ended.
+double PeakMemory(const std::vector<std::string>& command);
 
 /// Fills the memory that is free with what this system keeps of a file that it has read, as on a
 /// machine that has been in use for a while. A virtual machine may have given its free memory back

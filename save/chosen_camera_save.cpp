@@ -69,6 +69,7 @@ class Rebuild {
   SaveEnd EndOfFile() {
     const SaveResult written = EndOfWriting(file_);
     result_.detail = written.detail;
+    result_.bytes = written.bytes;
     return written.end;
   }
 
@@ -119,6 +120,7 @@ class Rebuild {
     // There is something to write now: only now the old file goes.
     if (!writer_.FileIsReady() && !Begin()) return false;
     writer_.AddDataTo60DFile(image);
+    ++result_.images;
     return true;
   }
 

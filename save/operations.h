@@ -51,6 +51,8 @@ enum class SaveEnd {
 struct SaveResult {
   SaveEnd end = SaveEnd::kSaved;
   std::string detail = {};      ///< `kNotNamed`: path of the whole copy; `kFault`: what it was.
+  std::int64_t bytes = 0;       ///< Size of the new file.
+  std::int64_t images = 0;      ///< Images that were kept, where cameras were chosen.
   std::int64_t lostImages = 0;  ///< Images of chosen cameras that could not be kept.
   std::int64_t lostBlocks = 0;  ///< Blocks whose lists could not be read.
 };

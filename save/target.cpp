@@ -41,7 +41,7 @@ bool ClearTarget(platform::Core& system, const SourceFile& source, const std::st
 SaveResult EndOfWriting(const NewFile& file) {
   switch (file.WhyStopped()) {
     case NewFile::Stop::kNone:
-      return {.end = SaveEnd::kSaved};
+      return {.end = SaveEnd::kSaved, .bytes = file.size()};
     case NewFile::Stop::kCancelled:
       return {.end = SaveEnd::kCancelled};
     case NewFile::Stop::kTooLarge:

@@ -1,8 +1,8 @@
 #include "save/time_range.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <optional>
 
 #include "capture/capture_time.h"
 #include "capture/format.h"
@@ -22,7 +22,6 @@ constexpr char kStartOutside[] =
 constexpr char kEndOutside[] =
     "The End Time you selected falls outside the time range of the sorce file. Please select a "
     "new time!";
-constexpr char kNotEarlier[] = "The Start Time should be earlier than the End Time!";
 
 bool IsWithin(std::int64_t seconds, const OneBased<platform::Date>& blockTimes) {
   return SecondsOfDate(blockTimes[1]) <= seconds &&
@@ -55,7 +54,7 @@ std::int32_t SizeMB(BlockRange range) {
 const char* TimeRangeRefusal(std::int64_t start, std::int64_t end) {
   if (!IsWithin(start, dtBlockStart)) return kStartOutside;
   if (!IsWithin(end, dtBlockEnd)) return kEndOutside;
-  return start < end ? nullptr : kNotEarlier;
+  return start < end ? nullptr : range_text::kNotEarlier;
 }
 
 BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std::int64_t end) {
@@ -67,6 +66,17 @@ BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std:
     ++range.last;
   if (range.first <= range.last) return range;
   return BlocksOverlapping(from, to).value_or(BlockRange{range.last, range.first});
+}
+
+std::optional<BlockRange> BlocksOfClippedRange(platform::DateText& dates, std::int64_t start,
+                                               std::int64_t end) {
+  if (!BlocksOverlapping(start, end)) return {};
+  const platform::Date* starts = dtBlockStart.data();
+  const platform::Date* ends = dtBlockEnd.data();
+  const platform::Date first = *std::min_element(starts, starts + dtBlockStart.UpperBound());
+  const platform::Date last = *std::max_element(ends, ends + dtBlockEnd.UpperBound());
+  return BlocksOfTimeRange(dates, std::max(start, SecondsOfDate(first)),
+                           std::min(end, SecondsOfDate(last)));
 }
 
 platform::Date DateOfDay(std::chrono::year_month_day day) {

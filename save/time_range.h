@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 
 #include "platform/date_text.h"
 
@@ -16,6 +17,10 @@ struct BlockRange {
 /// Megabytes of a run of blocks, whichever end comes first.
 std::int32_t SizeMB(BlockRange range);
 
+namespace range_text {
+inline constexpr char kNotEarlier[] = "The Start Time should be earlier than the End Time!";
+}  // namespace range_text
+
 /// Why a start and an end time cannot be kept, as a message; null when they can.
 const char* TimeRangeRefusal(std::int64_t start, std::int64_t end);
 
@@ -24,6 +29,11 @@ const char* TimeRangeRefusal(std::int64_t start, std::int64_t end);
 /// in between, so that these are in the wrong order: all blocks from the first to the last one
 /// whose time overlaps the range; when there is none, the two the other way round.
 BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std::int64_t end);
+
+/// The same for a time range of which any part may lie beyond the recording: times there are taken
+/// as its ends. None when the recording holds nothing of the range.
+std::optional<BlockRange> BlocksOfClippedRange(platform::DateText& dates, std::int64_t start,
+                                               std::int64_t end);
 
 /// The date on which a day begins.
 platform::Date DateOfDay(std::chrono::year_month_day day);

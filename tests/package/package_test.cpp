@@ -65,7 +65,8 @@ void SaveAndCheck(const std::string& folder, const Trimbrook& program, const std
 TEST(Package, InstallsUpdatesAndGoes) {
   ASSERT_EQ(ExitCodeOf(kSetup), 0u);
   EXPECT_THAT(FilesLike(kFolder + "*"),
-              UnorderedElementsAre(".", "..", "Trimbrook.exe", "list_recording.exe", "FILECOPY.avi",
+              UnorderedElementsAre(".", "..", "Trimbrook.exe", "list_recording.exe",
+                                   "trim_recording.exe", "FILECOPY.avi", "many-recordings.html",
                                    "user-guide.html", "NOTICE.txt", "uninstall.exe"));
   EXPECT_EQ(Entry(L"DisplayName"), "Trimbrook");
   EXPECT_EQ(Entry(L"DisplayVersion"), TRIMBROOK_VERSION);
