@@ -110,13 +110,6 @@ void BlockBuilder::PutText(const std::string& text) {
   used_ += kSectorBytes;
 }
 
-/// What the other bits beside the video standard's mean, nobody knows: they are anything.
-void BlockBuilder::PutVideoStandard() {
-  std::uint8_t& byte = Trailer()[layout_->videoByte];
-  const auto noise = static_cast<std::uint8_t>(Random(sequence_).Next() & ~layout_->videoBit);
-  byte = style_.pal ? noise : noise | layout_->videoBit;
-}
-
 const Bytes& BlockBuilder::Finish() {
   const Layout& layout = *layout_;
   std::uint8_t* trailer = Trailer();
@@ -129,7 +122,8 @@ const Bytes& BlockBuilder::Finish() {
   trailer[kType] = layout.type;
   Put(trailer + kSequence, 4, sequence_);
   Put(trailer + layout.imageCount, 2, static_cast<std::uint32_t>(imageCount_));
-  PutVideoStandard();
+  const std::uint8_t others = style_.noise ? ~layout.videoBit : 0;
+  trailer[layout.videoByte] = style_.pal ? others : others | layout.videoBit;
   if (layout.titleTable != kNone)
     for (int i = 0; i < kTitlesInTable; ++i)
       Copy(style_.titles[static_cast<std::size_t>(i)], kTitleBytes,

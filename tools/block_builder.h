@@ -29,6 +29,7 @@ struct Image {
 struct BlockStyle {
   bool pal = false;
   bool tight = false;                                ///< Let an image run right up to its tail.
+  bool noise = false;                                ///< Set all bits beside the video standard's.
   std::array<std::string, kTitlesInTable> titles{};  ///< For a title table.
 };
 
@@ -64,7 +65,6 @@ class BlockBuilder {
   void PutEntry(const Image& image);
   void PutMasks(const Image& image);
   void PutTail(const Image& image, int end);
-  void PutVideoStandard();
   void PutText(const std::string& text);
   std::uint8_t* Trailer() { return block_.data() + layout_->trailer; }
   void Set(int place, std::uint32_t bits);

@@ -57,117 +57,83 @@ std::int64_t ParseTime(const std::string& text) {
   throw std::invalid_argument("not a time that a recording can have: " + text);
 }
 
-/// The options of a command line, which fill a request.
-class Options {
- public:
-  explicit Options(Request& request) : request_(request), wishes_(request.wishes) {
-    app_.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    app_.add_option("FILE", request.file, "a name that ends in 20D makes a .20D file")
-        ->required()
-        ->option_text(" ");
-    app_.set_help_flag("--help", "this text");
-    app_.set_version_flag("--version", "make_recording " TRIMBROOK_VERSION, "the version");
-    app_.add_flag("--check", request.check,
-                  "checks that each image of FILE, which make_recording has made, is whole, and of "
-                  "the camera and the time of its entry");
-    Add("--type", request.types, "TYPES",
-        "block types, as 30 or 00,20: one after the other, in turn; 00, 10, 20, 30 (.60D) or 60 "
-        "(.20D); by default 30 or 60, as the name ends");
-    AddRepeated("--damage", request.damages, "KIND[@BLOCK]",
-                "damages all blocks or one; may be repeated; see below");
-    AddImages();
-    AddCamerasAndTimes();
-    AddTextAndSound();
-    AddSparseness();
-    app_.footer(&Options::Footer);
-  }
+std::string Footer() {
+  std::string text =
+      "Examples:\n"
+      "  make_recording --blocks 1 --cameras 1,3 --titles 'Gate||Yard' example.60D\n"
+      "  make_recording --type 00,30 --damage type-unknown@2 mixed.60D\n\n"
+      "Kinds of damage:\n";
+  for (const DamageKind& kind : DamageKinds())
+    text += "  " + kind.name + std::string(26 - kind.name.size(), ' ') + kind.help + "\n";
+  return text;
+}
 
-  CLI::App& App() { return app_; }
-
- private:
-  template <typename Value>
-  CLI::Option* Add(const char* name, Value& value, const char* wanted, const char* help) {
-    return app_.add_option(name, value, help)->option_text(wanted);
-  }
-
-  void AddCount(const char* name, int& value, int most, const char* help) {
-    Add(name, value, "N", help)->check(CLI::Range(0, most));
-  }
-
-  void AddRepeated(const char* name, std::vector<std::string>& values, const char* wanted,
-                   const char* help) {
-    Add(name, values, wanted, help)
+/// Adds the options of a command line, which fill a request.
+void AddOptions(CLI::App& app, Request& request) {
+  Wishes& wishes = request.wishes;
+  const auto add = [&](const char* name, auto& value, const char* wanted, const char* help) {
+    return app.add_option(name, value, help)->option_text(wanted);
+  };
+  const auto addCount = [&](const char* name, int& value, int most, const char* help) {
+    add(name, value, "N", help)->check(CLI::Range(0, most));
+  };
+  const auto addRepeated = [&](const char* name, auto& values, const char* wanted,
+                               const char* help) {
+    add(name, values, wanted, help)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->allow_extra_args(false);
-  }
-
-  /// An option whose text `set` understands, or raises `std::invalid_argument` for.
-  template <typename Set>
-  void AddText(const char* name, const char* wanted, const char* help, Set set) {
-    app_.add_option_function<std::string>(name, set, help)->option_text(wanted);
-  }
-
-  void AddRange(const char* name, Range& range, int most, const char* help) {
-    AddText(name, "A-B", help,
+  };
+  // `set` understands the option's text, or raises `std::invalid_argument`.
+  const auto addText = [&](const char* name, const char* wanted, const char* help, auto set) {
+    app.add_option_function<std::string>(name, set, help)->option_text(wanted);
+  };
+  const auto addRange = [&](const char* name, Range& range, int most, const char* help) {
+    addText(name, "A-B", help,
             [&range, most](const std::string& text) { range = ParseRange(text, 1, most); });
-  }
+  };
 
-  void AddImages() {
-    AddCount("--blocks", wishes_.blocks, kMostBlocks, "blocks of 2 MiB (3)");
-    AddRange("--size", wishes_.size, kMostImageBytes, "bytes of an image (4000-40000)");
-    AddCount("--images", wishes_.mostImages, 758,
-             "images a block at the most; as many as fit by default");
-    app_.add_flag("--fill", wishes_.fill, "the last image of each block reaches up to the trailer");
-    app_.add_flag("--tight", wishes_.style.tight, "images use the last byte before their tail too");
-    app_.add_flag("!--no-tails", wishes_.tails, "images without tails (types 00, 10, 20)");
-    AddCount("--flags-every", wishes_.flagsEvery, kMostBlocks,
-             "each N-th image has flags, 1 to 3 in turn");
-  }
-
-  void AddCamerasAndTimes() {
-    AddText("--cameras", "LIST", "cameras that record, as 1,3,5-8 (1-4); up to 32 in type 20",
-            [this](const std::string& text) { wishes_.cameras = ParseNumbers(text, 1, 32); });
-    AddText("--titles", "A|B|...", "titles of cameras 1, 2, ..., which may be empty (CAM n)",
-            [this](const std::string& text) { SetTitles(wishes_, text); });
-    AddText("--start", "TIME", "time of the first image (2021-03-04 12:00:00), up to 2096",
-            [this](const std::string& text) { wishes_.start = ParseTime(text); });
-    Add("--step", wishes_.step, "SECONDS", "from image to image (1); fractions are welcome");
-    app_.add_flag("--pal", wishes_.style.pal, "video standard PAL instead of NTSC");
-  }
-
-  void AddTextAndSound() {
-    AddCount("--text-every", wishes_.textEvery, kMostBlocks,
-             "each N-th image has a transaction text (not in types 00, 10)");
-    AddRange("--text-length", wishes_.textLength, kTextBytes, "length of these texts (1-500)");
-    AddCount("--sound-every", wishes_.soundEvery, kMostBlocks,
-             "each N-th image has sound (not in types 00, 10)");
-    AddRange("--sound-sectors", wishes_.soundSectors, 31, "sectors of that sound (1-31)");
-  }
-
-  void AddSparseness() {
-    app_.add_flag("--sparse", wishes_.sparse,
-                  "blocks that take one page of the disk: a single image of zeros in each");
-    AddRepeated("--dense", request_.dense, "A-B",
-                "blocks of a sparse file that are full all the same; may be repeated");
-  }
-
-  static std::string Footer() {
-    std::string text =
-        "Examples:\n"
-        "  make_recording --blocks 1 --cameras 1,3 --titles 'Gate||Yard' example.60D\n"
-        "  make_recording --type 00,30 --damage type-unknown@2 mixed.60D\n"
-        "  make_recording --check example.60D\n\n"
-        "Kinds of damage:\n";
-    for (const DamageKind& kind : DamageKinds())
-      text += "  " + kind.name + std::string(26 - kind.name.size(), ' ') + kind.help + "\n";
-    return text;
-  }
-
-  Request& request_;
-  Wishes& wishes_;
-  CLI::App app_{"Writes recordings as a recorder would. The same options give the same bytes.",
-                "make_recording"};
-};
+  app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  add("FILE", request.file, " ", "a name that ends in 20D makes a .20D file")->required();
+  app.set_help_flag("--help", "this text");
+  app.set_version_flag("--version", "make_recording " TRIMBROOK_VERSION, "the version");
+  app.add_flag(
+      "--check", request.check,
+      "checks that each image of FILE, which make_recording has made, is whole, and of the "
+      "camera and the time of its entry");
+  add("--type", request.types, "TYPES",
+      "block types, as 30 or 00,20: one after the other, in turn; 00, 10, 20, 30 (.60D) or 60 "
+      "(.20D); by default 30 or 60, as the name ends");
+  addCount("--blocks", wishes.blocks, kMostBlocks, "blocks of 2 MiB (3)");
+  addRange("--size", wishes.size, kMostImageBytes, "bytes of an image (4000-40000)");
+  addCount("--images", wishes.mostImages, 758,
+           "images a block at the most; as many as fit by default");
+  app.add_flag("--fill", wishes.fill, "the last image of each block reaches up to the trailer");
+  app.add_flag("--tight", wishes.style.tight, "images use the last byte before their tail too");
+  app.add_flag("!--no-tails", wishes.tails, "images without tails (types 00, 10, 20)");
+  addCount("--flags-every", wishes.flagsEvery, kMostBlocks,
+           "each N-th image has flags, 1 to 3 in turn");
+  addText("--cameras", "LIST", "cameras that record, as 1,3,5-8 (1-4); up to 32 in type 20",
+          [&](const std::string& text) { wishes.cameras = ParseNumbers(text, 1, 32); });
+  addText("--titles", "A|B|...", "titles of cameras 1, 2, ..., which may be empty (CAM n)",
+          [&](const std::string& text) { SetTitles(wishes, text); });
+  addText("--start", "TIME", "time of the first image (2021-03-04 12:00:00), up to 2096",
+          [&](const std::string& text) { wishes.start = ParseTime(text); });
+  add("--step", wishes.step, "SECONDS", "from image to image (1); fractions are welcome");
+  app.add_flag("--pal", wishes.style.pal, "video standard PAL instead of NTSC");
+  addCount("--text-every", wishes.textEvery, kMostBlocks,
+           "each N-th image has a transaction text (not in types 00, 10)");
+  addRange("--text-length", wishes.textLength, kTextBytes, "length of these texts (1-500)");
+  addCount("--sound-every", wishes.soundEvery, kMostBlocks,
+           "each N-th image has sound (not in types 00, 10)");
+  addRange("--sound-sectors", wishes.soundSectors, 31, "sectors of that sound (1-31)");
+  app.add_flag("--sparse", wishes.sparse,
+               "blocks that take one page of the disk: a single image of zeros in each");
+  addRepeated("--dense", request.dense, "A-B",
+              "blocks of a sparse file that are full all the same; may be repeated");
+  addRepeated("--damage", request.damages, "KIND[@BLOCK]",
+              "damages all blocks or one; may be repeated; see below");
+  app.footer(Footer());
+}
 
 const Layout& NamedLayout(const std::string& name, bool is20D) {
   for (const Layout& layout : kLayouts)
@@ -221,11 +187,13 @@ int Check(const std::string& path) {
 
 int Run(int argc, char** argv) {
   Request request;
-  Options options(request);
+  CLI::App app("Writes recordings as a recorder would. The same options give the same bytes.",
+               "make_recording");
+  AddOptions(app, request);
   try {
-    options.App().parse(argc, argv);
+    app.parse(argc, argv);
   } catch (const CLI::ParseError& end) {
-    return options.App().exit(end) == 0 ? 0 : 2;
+    return app.exit(end) == 0 ? 0 : 2;
   }
   return request.check ? Check(request.file) : Make(request);
 }

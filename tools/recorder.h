@@ -14,7 +14,7 @@ namespace tools {
 /// What a recording is to hold.
 struct Wishes {
   std::vector<const Layout*> layouts;  ///< Of the blocks, in turn.
-  BlockStyle style;
+  BlockStyle style = {.noise = true};
   int blocks = 3;
   std::vector<int> cameras = {1, 2, 3, 4};  ///< From 1 on, in the order in which they record.
   std::vector<std::string> titles;          ///< Of camera i + 1 at i; "CAM n" beyond the end.
