@@ -7,7 +7,7 @@ namespace tools {
 namespace {
 
 void Copy(const std::string& text, int most, std::uint8_t* to) {
-  std::memcpy(to, text.data(), std::min<std::size_t>(text.size(), static_cast<std::size_t>(most)));
+  text.copy(reinterpret_cast<char*>(to), static_cast<std::size_t>(most));
 }
 
 }  // namespace

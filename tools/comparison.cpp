@@ -275,12 +275,19 @@ void Times::Add(std::int64_t seconds) {
   last = std::max(last, seconds);
 }
 
-Comparison Compare(RecordingReader& source, RecordingReader& part, const Narrowing& narrowing) {
-  Comparison found = Search(source, part, narrowing).Run();
-  found.source = source.Path();
-  found.part = part.Path();
-  found.sourceSize = source.Size();
-  found.partSize = part.Size();
+Comparison Compare(const std::string& source, const std::string& part, const Narrowing& narrowing,
+                   bool withSums) {
+  Progress progress;
+  RecordingReader from(source, &progress);
+  RecordingReader to(part, &progress);
+  Comparison found = Search(from, to, narrowing).Run();
+  found.source = source;
+  found.part = part;
+  found.sourceSize = from.Size();
+  found.partSize = to.Size();
+  if (!withSums) return found;
+  found.sourceSum = from.Sum();
+  found.partSum = to.Sum();
   return found;
 }
 

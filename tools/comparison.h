@@ -49,7 +49,8 @@ struct Comparison {
 /// Finds the place of a part in its source and holds all of it against that. A part of whole blocks
 /// has them byte for byte. One that was rebuilt from images has all of its cameras' images in a run
 /// of blocks, in order, with their bytes, times, titles, texts, flags and sound, in blocks whose
-/// trailers agree with their images.
-Comparison Compare(RecordingReader& source, RecordingReader& part, const Narrowing& narrowing);
+/// trailers agree with their images. Shows a bar where a person looks on.
+Comparison Compare(const std::string& source, const std::string& part, const Narrowing& narrowing,
+                   bool withSums);
 
 }  // namespace tools

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
@@ -75,9 +76,7 @@ void AddOptions(CLI::App& app, Request& request) {
 }
 
 ExitCode ReportOn(const std::string& path, const Request& request, std::ostream& out) {
-  Progress progress;
-  RecordingReader reader(path, &progress);
-  const Report report = Examine(reader, !request.noSum);
+  const Report report = Examine(path, !request.noSum);
   out << (request.json ? Json(report) : Text(report));
   return report.IsWhole() ? kWhole : kDamaged;
 }
@@ -101,23 +100,12 @@ ExitCode List(const std::string& path, const Request& request, std::ostream& out
   return listed.IsWhole() ? kWhole : kDamaged;
 }
 
-Comparison CompareFiles(const std::string& source, const std::string& part,
-                        const Request& request) {
-  Progress progress;
-  RecordingReader from(source, &progress);
-  RecordingReader to(part, &progress);
-  Comparison found = Compare(from, to, request.narrowing);
-  if (request.noSum) return found;
-  found.sourceSum = from.Sum();
-  found.partSum = to.Sum();
-  return found;
-}
-
 ExitCode CompareTwo(const Request& request, std::ostream& out) {
   if (request.files.size() != 2) throw std::invalid_argument("--compare wants two files");
-  Comparison found = CompareFiles(request.files[0], request.files[1], request);
+  Comparison found = Compare(request.files[0], request.files[1], request.narrowing, !request.noSum);
   if (request.eitherWay && !found.difference.empty()) {
-    const Comparison other = CompareFiles(request.files[1], request.files[0], request);
+    const Comparison other =
+        Compare(request.files[1], request.files[0], request.narrowing, !request.noSum);
     // A part is the smaller one, but for small images that a new block gives more room.
     if (other.difference.empty() || other.partSize < found.partSize) found = other;
   }
@@ -134,6 +122,7 @@ ExitCode ForEachFile(const Request& request, std::ostream& out) {
       const bool list = request.listBlocks || request.listImages;
       code = list ? List(path, request, out) : ReportOn(path, request, out);
     } catch (const std::runtime_error& failure) {
+      if (request.files.size() == 1) throw;
       std::cerr << "list_recording: " << failure.what() << '\n';
     }
     worst = std::max(worst, code);
@@ -149,16 +138,22 @@ void MakeNew(const std::string& path) {
   close(file);
 }
 
-ExitCode Answer(const Request& request) {
-  std::ofstream file;
-  if (!request.output.empty()) {
-    MakeNew(request.output);
-    file.open(request.output);
-  }
-  std::ostream& out = request.output.empty() ? std::cout : file;
+ExitCode Answer(const Request& request, std::ostream& out) {
   const ExitCode code = request.compare ? CompareTwo(request, out) : ForEachFile(request, out);
   if (!out.flush()) throw std::runtime_error("the report cannot be written");
   return code;
+}
+
+/// Leaves no file when there is nothing to be written into it.
+ExitCode AnswerIntoFile(const Request& request) {
+  MakeNew(request.output);
+  try {
+    std::ofstream file(request.output);
+    return Answer(request, file);
+  } catch (...) {
+    std::remove(request.output.c_str());
+    throw;
+  }
 }
 
 int Run(int argc, char** argv, bool isAlone) {
@@ -172,7 +167,7 @@ int Run(int argc, char** argv, bool isAlone) {
   }
   // Two files that were dropped onto the program.
   if (isAlone && request.files.size() == 2) request.compare = request.eitherWay = true;
-  return Answer(request);
+  return request.output.empty() ? Answer(request, std::cout) : AnswerIntoFile(request);
 }
 
 int Guarded(int argc, char** argv, bool isAlone) {

@@ -121,7 +121,7 @@ void ParseBlock(StoredBlock& block, bool is20D) {
 }
 
 std::string TitleOf(const StoredBlock& block, const StoredImage& image) {
-  const std::string title = Trimmed(image.title);
+  std::string title = Trimmed(image.title);
   if (!title.empty() || block.titles.empty()) return title;
   return Trimmed(block.titles[static_cast<std::size_t>(image.camera)]);
 }

@@ -65,7 +65,6 @@ class RecordingReader {
   /// in the file's order for the first time is told to `progress`, if there is one.
   explicit RecordingReader(const std::string& path, Progress* progress = nullptr);
 
-  const std::string& Path() const { return path_; }
   std::int64_t Size() const { return size_; }
   bool Is20D() const { return form_.is20D; }
   int BlockCount() const { return blockCount_; }

@@ -60,6 +60,7 @@ std::vector<std::string> DamageTexts(std::int64_t images, int blocks) {
 
 std::string CamerasText(const std::set<int>& cameras) {
   std::vector<std::string> numbers;
+  numbers.reserve(cameras.size());
   for (const int camera : cameras) numbers.push_back(std::to_string(camera));
   return (cameras.size() == 1 ? "camera " : "cameras ") + Joined(numbers);
 }
@@ -78,7 +79,7 @@ std::string Sentence(const Comparison& found) {
     return found.part + " holds all images of " + CamerasText(found.cameras) + " that " +
            found.source + " holds in " + BlocksText(found.blocks) + "," + times + ": " + images;
   return found.part + " holds " + BlocksText(found.blocks) + " of " + found.source +
-         " as they are, with all images of " + CamerasText(found.cameras) + times + ": " + images;
+         " unchanged, with all images of " + CamerasText(found.cameras) + times + ": " + images;
 }
 
 /// What the source holds there and the part does not.
@@ -123,15 +124,17 @@ std::string Report::Verdict() const {
   return damage.empty() ? "whole" : "damaged: " + Joined(damage);
 }
 
-Report Examine(RecordingReader& reader, bool withSum) {
+Report Examine(const std::string& path, bool withSum) {
+  Progress progress;
+  RecordingReader reader(path, &progress);
   Report report;
-  report.file = reader.Path();
+  report.file = path;
   report.is20D = reader.Is20D();
   report.size = reader.Size();
   report.rest = reader.Rest();
   for (int number = 1; number <= reader.BlockCount(); ++number) report.Add(reader.Read(number));
   if (report.types.empty())
-    throw std::runtime_error(report.file + " is no recording: no block is of a type that one has");
+    throw std::runtime_error(path + " is no recording: no block is of a type that one has");
   if (withSum) report.sum = reader.Sum();
   return report;
 }

@@ -37,8 +37,9 @@ struct Report {
   bool IsWhole() const { return Verdict() == "whole"; }
 };
 
-/// Reads a whole recording. Throws `std::runtime_error` when no block of it can be read.
-Report Examine(RecordingReader& reader, bool withSum);
+/// Reads a whole recording, with a bar where a person looks on. Throws `std::runtime_error` when no
+/// block of it can be read.
+Report Examine(const std::string& path, bool withSum);
 
 /// A report as lines for a person, and as one line of JSON for a program.
 std::string Text(const Report& report);
