@@ -28,12 +28,13 @@ void frmTrimbrook::ShowAvailability(BlockRange range) {
   checkedRange_ = range;
   titles_.clear();
   const std::uint32_t available = AvailableCameras();
-  for (int i = 0; i < mdlFileProcessing::lngCameraCount; ++i) Check1(i).SetEnabled((available >> i & 1U) != 0);
+  for (int i = 0; i < mdlFileProcessing::lngCameraCount; ++i)
+    Check1(i).SetEnabled((available >> i & 1U) != 0);
 }
 
 /// What a camera's first image in the checked range is titled.
 std::string frmTrimbrook::CameraTip(int camera) {
-  const std::string name = "Camera " + std::to_string(camera + 1);
+  std::string name = "Camera " + std::to_string(camera + 1);
   if (Text1.Text().empty()) return name;
   if (!Check1(camera).Enabled()) return "No images in the time range checked";
   const auto [title, isNew] = titles_.try_emplace(camera);

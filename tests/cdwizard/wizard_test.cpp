@@ -2,8 +2,8 @@
 
 #include "cdwizard/cd_wizard.h"
 #include "cdwizard/file_name.h"
-#include "storage/system_helpers.h"
 #include "platform/runtime_error.h"
+#include "storage/system_helpers.h"
 #include "tests/cdwizard/wizard_world.h"
 
 using testing::Contains;

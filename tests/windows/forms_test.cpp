@@ -361,6 +361,15 @@ TEST_F(FormsTest, ACalendarTellsADayOnceAndAlwaysHasTheOneItShows) {
   EXPECT_NE(form.Calendar.Value().day(), std::chrono::day(1));
 }
 
+TEST_F(FormsTest, DoesNotStandExactlyOverAnother) {
+  TestForm second;
+  ASSERT_TRUE(second.Load());
+  RECT places[2] = {};
+  GetWindowRect(form.window(), &places[0]);
+  GetWindowRect(second.window(), &places[1]);
+  EXPECT_TRUE(places[0].left != places[1].left && places[0].top != places[1].top);
+}
+
 TEST_F(FormsTest, AModalWindowLeavesItsOwnerInFront) {
   form.Slider1.SetFocus();
   ModalForm modal;
@@ -430,6 +439,9 @@ TEST_P(TextSizes, NoCaptionIsCutNorTheWizardsInstructions) {
       if (row.kind == Kind::kLabel || row.kind == Kind::kButton || row.kind == Kind::kCheckBox)
         ExpectRoom(form.ControlById(row.id), row.caption, DT_SINGLELINE,
                    row.kind == Kind::kCheckBox && *row.caption ? kTick : 0);
+    // One that is larger than the display begins at its left top, wherever the focus is.
+    form.Show();
+    EXPECT_EQ(GetScrollPos(form.window(), SB_HORZ) + GetScrollPos(form.window(), SB_VERT), 0);
   }
   Form form(layout::kFrmSaveToCD);
   ASSERT_TRUE(form.Load());
