@@ -99,22 +99,10 @@ class Rebuilding {
     Bytes wanted(built.begin(), built.begin() + block_.trailer);
     const auto data = static_cast<std::ptrdiff_t>(block_.layout->trailer);
     wanted.insert(wanted.end(), built.begin() + data, built.end());
-    TakeLeftOvers(wanted);
     const std::string change = FirstChange(wanted, block_.bytes);
     Demand(change.empty(), Where(wanted) + change);
     ++number_;
     Begin();
-  }
-
-  /// Left-overs of longer titles behind a title, as the program has left them, are no difference.
-  void TakeLeftOvers(Bytes& wanted) const {
-    for (const StoredImage& image : block_.images) {
-      const auto begin = wanted.begin() + image.bytesEnd + kTailTitle;
-      const auto end = begin + kTailTitleBytes;
-      const auto behind = std::find(begin, end, std::uint8_t{0});
-      std::copy(block_.bytes.begin() + (behind - wanted.begin()),
-                block_.bytes.begin() + (end - wanted.begin()), behind);
-    }
   }
 
   /// Which image of the part is other than its source, or that its trailer is.

@@ -121,7 +121,7 @@ comparison_notices_every_difference() {
   while IFS=@ read -r pattern changes; do
     # shellcheck disable=SC2086
     "$make" "${common[@]}" --blocks 2 $changes other.60D >/dev/null
-    save other.60D part.60D 1-1 1,2 2>/dev/null || save other.60D part.60D 1-1 2
+    save other.60D part.60D 1-1 1,2
     expect 1 "different: .*$pattern" "$list" --compare source.60D part.60D
   done <<'CHANGES'
 is missing@--images 29
@@ -138,12 +138,18 @@ video standard@--pal
 CHANGES
 }
 
-# Overwrites one byte of a copy of the part, counted from its end where negative: place, in hex.
+# Overwrites one byte of a copy of a file, counted from its end where negative: file, place, in hex.
 changed_copy() {
-  local place=$1
-  [ "$place" -ge 0 ] || place=$(($(stat -c %s part.60D) + place))
-  cp part.60D changed.60D
-  printf "\\x$2" | dd of=changed.60D bs=1 seek="$place" conv=notrunc status=none
+  local place=$2
+  [ "$place" -ge 0 ] || place=$(($(stat -c %s "$1") + place))
+  cp "$1" changed.60D
+  printf "\\x$3" | dd of=changed.60D bs=1 seek="$place" conv=notrunc status=none
+}
+
+# Where a byte behind the first image's title lies.
+behind_title() {
+  "$list" --list-images "$1" | sed -n 's/^1\.1 .* size=\([0-9]*\) .*/\1/p' |
+    { read -r size && echo $((size + 8 + 10)); }
 }
 
 comparison_notices_every_byte() {
@@ -151,16 +157,21 @@ comparison_notices_every_byte() {
   save source.60D part.60D 1-1 1,2
   expect 0 'same: 16 images' "$list" --compare source.60D part.60D
   for place in 3 28 100 $((-1024 + 7)) $((-1024 + 11)) $((-1024 + 12)) $((-1024 + 17)) \
-    $((-1024 + 19)) $((-1024 + 21)) $((-1024 + 31)) $((-1024 + 34)) -1; do
-    changed_copy "$place" 77
+    $((-1024 + 19)) $((-1024 + 21)) $((-1024 + 31)) $((-1024 + 34)) -1 "$(behind_title part.60D)"; do
+    changed_copy part.60D "$place" 77
     expect 1 'different: ' "$list" --compare source.60D changed.60D
   done
+  # Left-overs behind a title in the source are told, and are no difference.
+  changed_copy source.60D "$(behind_title source.60D)" 77
+  save changed.60D part.60D 1-1 1,2
+  expect 0 '^Not in it: 1 left-over of other titles behind a title\.$' \
+    "$list" --compare changed.60D part.60D
   blocks source.60D part.60D 2 2
   for place in 3 2000000 2096128 2097151; do
-    changed_copy "$place" 77
+    changed_copy part.60D "$place" 77
     expect 1 'different: ' "$list" --compare source.60D changed.60D
   done
-  changed_copy 100 77
+  changed_copy part.60D 100 77
   expect 1 'checksum' "$make" --check changed.60D
 }
 
