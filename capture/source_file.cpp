@@ -52,6 +52,7 @@ SourceFile::SourceFile(platform::Files& files, const std::string& path)
     : files_(files),
       variant_(format::VariantOf(mdlFileProcessing::bln20D)),
       hSourceFile(files.Open(path, platform::OpenMode::kReadExisting)) {
+  if (!IsOpen()) reason_ = files_.LastFailure();
   if (IsOpen() && !Measure()) Close();
 }
 
@@ -89,8 +90,10 @@ std::optional<std::int32_t> SourceFile::Read(std::int32_t block, std::int32_t of
   std::uint32_t lngBytesRead = 0;
   if (!SeekBlock(block, offset) ||
       !files_.Read(hSourceFile, bytes.data(), static_cast<std::uint32_t>(bytes.size()),
-                   lngBytesRead))
+                   lngBytesRead)) {
+    reason_ = files_.LastFailure();
     return std::nullopt;
+  }
   return static_cast<std::int32_t>(lngBytesRead);
 }
 

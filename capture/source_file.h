@@ -29,6 +29,8 @@ class SourceFile {
   SourceFile(const SourceFile&) = delete;
   SourceFile& operator=(const SourceFile&) = delete;
 
+  /// Why it is not open, or a read has failed, as far as the system has told it.
+  const platform::Failure& Reason() const { return reason_; }
   /// False when the file, or what tells where it ends, cannot be read.
   bool IsOpen() const { return hSourceFile != platform::FileHandle::kInvalid; }
   /// What tells this file from another; none when it cannot be told.
@@ -67,4 +69,5 @@ class SourceFile {
   std::int32_t blockCount_ = 0;
   std::int32_t shortLength_ = 0;  // Of the last block, in bytes; 0 when that is none.
   bool isRecording_ = false;
+  platform::Failure reason_;
 };

@@ -21,20 +21,21 @@ class Hourglass {
   SaveProgress& progress_;
 };
 
-SaveEnd CopyBlocks(SourceFile& source, SaveProgress& progress, const SaveJob& job, NewFile& file) {
+SaveResult CopyBlocks(SourceFile& source, SaveProgress& progress, const SaveJob& job,
+                      NewFile& file) {
   std::vector<std::uint8_t> bytRecord(format::kBlockSize);
   for (std::int32_t i = 1; i <= job.BlockCount(); ++i) {
-    if (!progress.GoOn()) return SaveEnd::kCancelled;
+    if (!progress.GoOn()) return {.end = SaveEnd::kCancelled};
     const std::int32_t block = job.firstBlock + i - 1;
     const std::int32_t lngBlockSize = source.LengthOf(block);
     const auto lngBytesRead = source.Read(block, 0, std::span(bytRecord).first(lngBlockSize));
-    if (!lngBytesRead) return SaveEnd::kNotRead;
+    if (!lngBytesRead) return EndOfReading(source);
     // What the source does not hold of the block is filled up with what the buffer had there.
     if (lngBytesRead != lngBlockSize) progress.ShowBlockMessage(save_text::kReadError);
-    if (!file.Append(bytRecord.data(), lngBlockSize)) return EndOfWriting(file).end;
+    if (!file.Append(bytRecord.data(), lngBlockSize)) return EndOfWriting(file);
     progress.ShowBlocksDone(i, job.BlockCount());
   }
-  return SaveEnd::kSaved;
+  return {};
 }
 
 }  // namespace
@@ -42,13 +43,15 @@ SaveEnd CopyBlocks(SourceFile& source, SaveProgress& progress, const SaveJob& jo
 SaveResult SaveBlockRange(platform::Core& system, SaveProgress& progress, const SaveJob& job) {
   if (!job.HasBlocks()) return {.end = SaveEnd::kNotRead};
   SourceFile source(system.files, job.sourcePath);
-  if (!source.IsOpen()) return {.end = SaveEnd::kNotRead};
+  if (!source.IsOpen()) return EndOfReading(source);
 
-  NewFile file(system, job.place, [&progress] { return progress.GoOn(); });
-  if (!ClearTarget(system, source, job.targetPath) || !file.Create(job.targetPath))
-    return {.end = SaveEnd::kNotWritten};
-  const SaveEnd end = CopyBlocks(source, progress, job, file);
-  if (end != SaveEnd::kSaved) return {.end = end};
+  if (const auto why = WhyNotThere(system, source, job.targetPath))
+    return {.end = SaveEnd::kNotWritten, .why = *why};
+  NewFile file(
+      system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken);
+  if (!file.Create(job.targetPath)) return EndOfWriting(file);
+  const SaveResult copied = CopyBlocks(source, progress, job, file);
+  if (copied.end != SaveEnd::kSaved) return copied;
   const Hourglass hourglass(progress);
   file.Finish();
   return EndOfWriting(file);

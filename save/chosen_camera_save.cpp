@@ -48,12 +48,12 @@ class Rebuild {
  public:
   Rebuild(platform::Core& system, SaveProgress& progress, const SaveJob& job, SourceFile& source,
           const CameraIndex& index)
-      : system_(system),
-        progress_(progress),
+      : progress_(progress),
         job_(job),
         source_(source),
         index_(index),
-        file_(system, job.place, [&progress] { return progress.GoOn(); }),
+        file_(
+            system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken),
         writer_(file_) {}
 
   SaveResult SaveAll() {
@@ -70,6 +70,7 @@ class Rebuild {
     const SaveResult written = EndOfWriting(file_);
     result_.detail = written.detail;
     result_.bytes = written.bytes;
+    result_.why = written.why;
     return written.end;
   }
 
@@ -101,12 +102,14 @@ class Rebuild {
     const std::int32_t origin = run.front().Begin();
     const std::int32_t length = run.back().End() - origin;
     // With other bytes than its own no image may be saved.
-    if (source_.Read(number, origin, std::span(bytRecord_).first(length)) != length)
+    if (source_.Read(number, origin, std::span(bytRecord_).first(length)) != length) {
+      result_.why = source_.Reason();
       return SaveEnd::kNotRead;
+    }
     for (const IndexedImage& image : run) {
       const auto bytes =
           std::span(bytRecord_).subspan(image.Begin() - origin, image.End() - image.Begin());
-      if (!Add(DecodeImage(block, image, bytes))) return SaveEnd::kNotWritten;
+      if (!Add(DecodeImage(block, image, bytes))) return EndOfFile();
     }
     return EndOfFile();
   }
@@ -117,7 +120,6 @@ class Rebuild {
       ++result_.lostImages;
       return true;
     }
-    // There is something to write now: only now the old file goes.
     if (!writer_.FileIsReady() && !Begin()) return false;
     writer_.AddDataTo60DFile(image);
     ++result_.images;
@@ -126,10 +128,9 @@ class Rebuild {
 
   bool Begin() {
     writer_.SetVideoStandardToPAL(!index_.blnSourceNotPAL);
-    return ClearTarget(system_, source_, job_.targetPath) && writer_.Create60DFile(job_.targetPath);
+    return writer_.Create60DFile(job_.targetPath);
   }
 
-  platform::Core& system_;
   SaveProgress& progress_;
   const SaveJob& job_;
   SourceFile& source_;
@@ -147,10 +148,12 @@ SaveResult SaveChosenCameras(platform::Core& system, SaveProgress& progress, con
   if (!job.HasBlocks()) return {.end = SaveEnd::kNotRead};
   // Open from here to the end: Windows deletes no file that is open.
   SourceFile source(system.files, job.sourcePath);
-  if (!source.IsOpen()) return {.end = SaveEnd::kNotRead};
-  if (!MayTakePlace(system, source, job.targetPath)) return {.end = SaveEnd::kNotWritten};
+  if (!source.IsOpen()) return EndOfReading(source);
+  if (const auto why = WhyNotThere(system, source, job.targetPath))
+    return {.end = SaveEnd::kNotWritten, .why = *why};
   const CameraIndex index =
       IndexBlockRange(system, progress, source, job.firstBlock, job.lastBlock);
+  if (index.end == SaveEnd::kNotRead) return EndOfReading(source);
   if (index.end != SaveEnd::kSaved) return {.end = index.end};
   if (LeastBytes(job, index) > system.names.LargestFile(platform::FolderOf(job.targetPath)))
     return {.end = SaveEnd::kTooLarge};

@@ -24,6 +24,7 @@ struct SaveJob {
   Mode mode = Mode::kWholeBlocks;
   std::uint32_t cameras = 0;  ///< Bit i is camera i + 1; none above 16 is ever saved.
   NewFile::Place place = NewFile::Place::kTemporary;
+  NewFile::IfTaken ifTaken = NewFile::IfTaken::kReplace;
 
   /// Whether the images of a camera (from 0) are to be kept.
   bool IsChosen(int camera) const {
@@ -33,8 +34,8 @@ struct SaveJob {
   std::int32_t BlockCount() const { return lastBlock - firstBlock + 1; }
 };
 
-/// How a save has ended. Anything but `kSaved` leaves nothing under the target's name that this
-/// save has made.
+/// How a save has ended. Anything but `kSaved` leaves what was under the target's name before; only
+/// when the disk has failed in the very last step (`kNotWritten`) may the whole new file be there.
 enum class SaveEnd {
   kSaved,
   kCancelled,
@@ -42,6 +43,7 @@ enum class SaveEnd {
   kNotWritten,  ///< The target could not be written.
   kTooLarge,    ///< The target's disk holds no file of this size.
   kNotNamed,    ///< The new file is whole but could not get the target's name; it is kept.
+  kTaken,       ///< There is a file of the target's name, which was not to be replaced.
   kNotValid,    ///< The source is no recording.
   kNoImages,    ///< The chosen cameras have no image that can be kept.
   kFault,       ///< Something that no one foresaw.
@@ -51,6 +53,7 @@ enum class SaveEnd {
 struct SaveResult {
   SaveEnd end = SaveEnd::kSaved;
   std::string detail = {};      ///< `kNotNamed`: path of the whole copy; `kFault`: what it was.
+  platform::Failure why = {};   ///< `kNotRead`, `kNotWritten`: the reason, as far as it is known.
   std::int64_t bytes = 0;       ///< Size of the new file.
   std::int64_t images = 0;      ///< Images that were kept, where cameras were chosen.
   std::int64_t lostImages = 0;  ///< Images of chosen cameras that could not be kept.

@@ -8,6 +8,41 @@ std::string Counted(std::int64_t count, const std::string& what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
+/// The same for the recording that is read and for the file that is written.
+const char* SentenceOf(platform::Failure::Kind kind) {
+  using Kind = platform::Failure::Kind;
+  switch (kind) {
+    case Kind::kDiskFull:
+      return "The disk is full.";
+    case Kind::kDiskProtected:
+      return "The disk is write-protected.";
+    case Kind::kFileProtected:
+      return "The file is write-protected.";
+    case Kind::kTaken:
+      return "A file has this name.";
+    case Kind::kUnseen:
+      return "A hidden or system file has this name.";
+    case Kind::kFolder:
+      return "A folder has this name.";
+    case Kind::kIsSource:
+      return "The target is the recording itself.";
+    case Kind::kNoAnswer:
+      return "The disk does not answer.";
+    default:
+      return "";
+  }
+}
+
+std::string Because(const char* what, const platform::Failure& why, const char* inUse,
+                    const char* missing) {
+  using Kind = platform::Failure::Kind;
+  const std::string reason = why.kind == Kind::kInUse     ? inUse
+                             : why.kind == Kind::kMissing ? missing
+                             : why.kind == Kind::kOther   ? why.text
+                                                          : SentenceOf(why.kind);
+  return reason.empty() ? what : what + ("\r\n\r\n" + reason);
+}
+
 /// Why a save has not ended as wished.
 SaveMessage MessageOfEnd(const SaveResult& result) {
   switch (result.end) {
@@ -15,9 +50,11 @@ SaveMessage MessageOfEnd(const SaveResult& result) {
     case SaveEnd::kCancelled:
       return {};
     case SaveEnd::kNotRead:
-      return {save_text::kReadError};
+      return {MessageOfReading(result.why)};
     case SaveEnd::kNotWritten:
-      return {save_text::kWriteError};
+      return {MessageOfWriting(result.why)};
+    case SaveEnd::kTaken:
+      return {MessageOfWriting({platform::Failure::Kind::kTaken})};
     case SaveEnd::kTooLarge:
       return {save_text::kTooLarge, true};
     case SaveEnd::kNotNamed:
@@ -46,6 +83,16 @@ std::string MessageOfLosses(const SaveResult& result) {
 }
 
 }  // namespace
+
+std::string MessageOfReading(const platform::Failure& why) {
+  return Because(save_text::kReadError, why, "The recording is in use by another program.",
+                 "The recording is no longer there.");
+}
+
+std::string MessageOfWriting(const platform::Failure& why) {
+  return Because(save_text::kWriteError, why, "The file is in use by another program.",
+                 "The folder does not exist.");
+}
 
 std::vector<SaveMessage> MessagesOf(const SaveResult& result) {
   std::vector<SaveMessage> messages = {{MessageOfLosses(result), true}, MessageOfEnd(result)};

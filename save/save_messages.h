@@ -19,6 +19,10 @@ inline constexpr char kTooLarge[] =
     "time range!";
 }  // namespace save_text
 
+/// That a file could not be read, or written, and why, as far as that is known.
+std::string MessageOfReading(const platform::Failure& why);
+std::string MessageOfWriting(const platform::Failure& why);
+
 /// A message and the title of its box.
 struct SaveMessage {
   std::string text;

@@ -18,6 +18,8 @@ constexpr char kTemporaryPrefix[] = "WAV";
 /// How long a file that has something else reading it is tried to be renamed, and how often.
 constexpr std::chrono::seconds kPatience{10};
 constexpr std::chrono::milliseconds kPause{50};
+/// How often messages run while a flush is awaited.
+constexpr std::chrono::milliseconds kBetweenMessages{10};
 
 bool someWaitsForName = false;
 
@@ -28,8 +30,8 @@ std::vector<NewFile*>& Unfinished() {
 
 }  // namespace
 
-NewFile::NewFile(platform::Core& system, Place place, GoOn goOn)
-    : system_(system), place_(place), goOn_(std::move(goOn)) {
+NewFile::NewFile(platform::Core& system, Place place, GoOn goOn, IfTaken ifTaken)
+    : system_(system), place_(place), goOn_(std::move(goOn)), ifTaken_(ifTaken) {
   Unfinished().push_back(this);
 }
 
@@ -44,27 +46,30 @@ void NewFile::RemoveUnfinished() {
 
 bool NewFile::Create(const std::string& target) {
   target_ = target;
-  if (place_ == Place::kTemporary) return CreateTemporary();
+  const platform::Standing standing = system_.names.LookAt(target);
+  if (standing.hindrance) return Stopped(Stop::kNotWritten, *standing.hindrance);
+  if (standing.isTaken && ifTaken_ == IfTaken::kRefuse) return Stopped(Stop::kTaken);
+  if (place_ == Place::kTemporary) return CreateTemporary(standing.isTaken);
   hTargetFile = system_.files.Open(target, OpenMode::kWriteNew);
-  if (!IsOpen()) return false;
+  if (!IsOpen()) return Stopped(Stop::kNotWritten, system_.files.LastFailure());
   strTempFile = target;
   // A device takes every byte and keeps none.
-  return system_.files.Identity(hTargetFile).has_value();
+  return system_.files.Identity(hTargetFile).has_value() || Stopped(Stop::kNotWritten);
 }
 
-bool NewFile::CreateTemporary() {
+bool NewFile::CreateTemporary(bool replaces) {
+  // What comes to have the name only now was not to be replaced.
+  onto_ = replaces ? IfTaken::kReplace : IfTaken::kRefuse;
   const std::string folder = FolderOf(target_);
   return (system_.names.OnSameVolume(system_.programFolder, folder) &&
           OpenTemporary(system_.programFolder)) ||
-         OpenTemporary(folder);
+         OpenTemporary(folder) || Stopped(Stop::kNotWritten, system_.files.LastFailure());
 }
 
 bool NewFile::OpenTemporary(const std::string& folder) {
-  strTempFile = system_.names.MakeTemporary(folder, kTemporaryPrefix);
-  if (strTempFile.empty()) return false;
-  system_.names.SetTemporary(strTempFile, true);
-  hTargetFile = system_.files.Open(strTempFile, OpenMode::kWriteExisting);
-  if (!IsOpen()) Discard();
+  const platform::TemporaryFile made = system_.files.MakeTemporary(folder, kTemporaryPrefix);
+  hTargetFile = made.file;
+  strTempFile = made.path;
   return IsOpen();
 }
 
@@ -75,7 +80,7 @@ bool NewFile::WriteAt(std::int64_t position, const void* bytes, std::uint32_t co
   position_ = position;
   const auto end = static_cast<std::uint64_t>(position) + count;
   const auto* from = static_cast<const std::uint8_t*>(bytes);
-  if (!placed) Stopped(Stop::kNotWritten);
+  if (!placed) Stopped(Stop::kNotWritten, system_.files.LastFailure());
   while (stop_ == Stop::kNone && count > 0) {
     const std::uint32_t piece = pace_.Piece(count);
     if (!WritePiece(from, piece)) break;
@@ -88,15 +93,19 @@ bool NewFile::WriteAt(std::int64_t position, const void* bytes, std::uint32_t co
   return stop_ == Stop::kNone;
 }
 
-bool NewFile::Stopped(Stop why) {
-  if (stop_ == Stop::kNone) stop_ = why;
+bool NewFile::Stopped(Stop why, const platform::Failure& reason) {
+  if (stop_ == Stop::kNone) {
+    stop_ = why;
+    reason_ = reason;
+  }
   return false;
 }
 
 bool NewFile::WritePiece(const std::uint8_t* bytes, std::uint32_t count) {
   std::uint32_t written = 0;
-  if (!system_.files.Write(hTargetFile, bytes, count, written) || written != count)
-    return Stopped(Stop::kNotWritten);
+  if (!system_.files.Write(hTargetFile, bytes, count, written))
+    return Stopped(Stop::kNotWritten, system_.files.LastFailure());
+  if (written != count) return Stopped(Stop::kNotWritten, {platform::Failure::Kind::kDiskFull});
   position_ += count;
   if (!pace_.Wrote(count)) return true;
   if (!AwaitFlush()) return false;
@@ -105,20 +114,19 @@ bool NewFile::WritePiece(const std::uint8_t* bytes, std::uint32_t count) {
 }
 
 void NewFile::BeginFlush() {
-  flushBegun_ = system_.clock.Now();
   flush_ = system_.files.Flush(hTargetFile);
 }
 
 /// Lets messages run until the flush that was begun last has ended. False when it has failed or the
 /// file is not wanted any more.
 bool NewFile::AwaitFlush() {
-  constexpr std::chrono::milliseconds kBetweenMessages{10};
   do {
     if (!goOn_() || !IsOpen()) return Stopped(Stop::kCancelled);
   } while (flush_.valid() && flush_.wait_for(kBetweenMessages) == std::future_status::timeout);
   if (!flush_.valid()) return true;
-  pace_.Flushed(system_.clock.Now() - flushBegun_);
-  return flush_.get() || Stopped(Stop::kNotWritten);
+  const platform::Flushed flushed = flush_.get();
+  pace_.Flushed(flushed.took);
+  return flushed.done || Stopped(Stop::kNotWritten, flushed.why);
 }
 
 bool NewFile::Finish() {
@@ -126,14 +134,8 @@ bool NewFile::Finish() {
   if (!AwaitFlush()) return false;
   BeginFlush();
   if (!AwaitFlush()) return false;
-  if (place_ == Place::kTemporary) {
-    // Backup tools leave out temporary files.
-    system_.names.SetTemporary(strTempFile, false);
-    if (!TakeName()) return false;
-  }
-  // What is on the medium stays, whatever its close answers.
-  const bool closed = Close();
-  if (place_ == Place::kOwnName && !closed) return Stopped(Stop::kNotWritten);
+  if (place_ == Place::kTemporary) return TakeName() && KeepName();
+  if (!Close()) return Stopped(Stop::kNotWritten, system_.files.LastFailure());
   strTempFile.clear();
   return true;
 }
@@ -141,10 +143,15 @@ bool NewFile::Finish() {
 /// The file stays open meanwhile, with the right to rename it: so nothing that denies this can open
 /// it any more, and what had opened it before will let it go.
 bool NewFile::TakeName() {
+  if (!system_.files.Keep(hTargetFile, strTempFile))
+    return Stopped(Stop::kNotWritten, system_.files.LastFailure());
   std::optional<ScopedFlag> waiting;
   const auto begun = system_.clock.Now();
-  while (!system_.files.Rename(hTargetFile, strTempFile, target_)) {
+  while (!Renamed()) {
+    if (ifTaken_ == IfTaken::kRefuse && system_.names.LookAt(target_).isTaken)
+      return Stopped(Stop::kTaken);
     if (system_.clock.Now() - begun >= kPatience) {
+      BeginFlush();  // The name that it has.
       Close();
       wholeCopy_ = std::exchange(strTempFile, {});
       return Stopped(Stop::kNotNamed);
@@ -153,13 +160,30 @@ bool NewFile::TakeName() {
     system_.clock.Sleep(kPause);
     if (!goOn_() || !IsOpen()) return Stopped(Stop::kCancelled);
   }
-  // Renamed, it would keep the permissions of the program's folder.
-  if (FolderOf(strTempFile) != FolderOf(target_)) system_.names.InheritPermissions(target_);
   return true;
 }
 
 bool NewFile::WaitsForName() {
   return someWaitsForName;
+}
+
+bool NewFile::Renamed() {
+  return system_.files.Rename(hTargetFile, strTempFile, target_, onto_);
+}
+
+/// Hands the name to the medium; whatever comes of that, and whoever cancels, the file stays.
+bool NewFile::KeepName() {
+  const bool hasMoved = FolderOf(std::exchange(strTempFile, {})) != FolderOf(target_);
+  // Renamed, it would keep the permissions of the program's folder.
+  if (hasMoved) system_.names.InheritPermissions(target_);
+  BeginFlush();
+  while (flush_.valid() && flush_.wait_for(kBetweenMessages) == std::future_status::timeout)
+    goOn_();
+  // The session ends, and has closed it.
+  if (!flush_.valid()) return Stopped(Stop::kCancelled);
+  const platform::Flushed flushed = flush_.get();
+  Close();  // What is on the medium stays, whatever this answers.
+  return flushed.done || Stopped(Stop::kNotWritten, flushed.why);
 }
 
 bool NewFile::Close() {
@@ -172,7 +196,7 @@ bool NewFile::Close() {
 void NewFile::Discard() {
   Close();
   if (strTempFile.empty()) return;
-  // A virus scanner may have the new file open for a moment.
+  // It may be gone already. Otherwise a virus scanner may have it open for a moment.
   const std::string path = std::exchange(strTempFile, {});
   if (!system_.names.Remove(path)) system_.names.Remove(path);
 }

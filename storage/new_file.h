@@ -21,6 +21,7 @@ class NewFile {
     /// Under its own name, for discs on which a file cannot be renamed.
     kOwnName,
   };
+  using IfTaken = platform::IfTaken;
   /// Why a file does not come to be.
   enum class Stop {
     kNone,
@@ -28,16 +29,17 @@ class NewFile {
     kNotWritten,
     kTooLarge,  ///< Its disk holds no file of this size.
     kNotNamed,  ///< It is whole and on the medium, but lies where `WholeCopy` tells.
+    kTaken,     ///< Another file has the name, which is not to be replaced.
   };
 
-  NewFile(platform::Core& system, Place place, GoOn goOn);
+  NewFile(platform::Core& system, Place place, GoOn goOn, IfTaken ifTaken = IfTaken::kReplace);
   ~NewFile();
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
 
   /// Makes the file that is to have the name `target`. False when that cannot be, or would be no
-  /// file on a disk. A file that has the name already is cut to nothing with `kOwnName` and left
-  /// alone otherwise.
+  /// file on a disk, or when what has the name already must not go. Otherwise that is cut to
+  /// nothing with `kOwnName`, and stays until it is replaced with `kTemporary`.
   bool Create(const std::string& target);
   bool IsOpen() const { return hTargetFile != platform::FileHandle::kInvalid; }
   /// Writes at `position` bytes from the start. What is written is handed to the medium as the file
@@ -50,10 +52,14 @@ class NewFile {
   std::int64_t size() const { return size_; }
   /// What has stopped it; once that is something, it is written and finished no further.
   Stop WhyStopped() const { return stop_; }
+  /// The system's reason for that, as far as it has told one.
+  const platform::Failure& Reason() const { return reason_; }
 
-  /// Hands the file to the medium and gives it its name. False when it is not whole, or got no name
-  /// though that was tried for ten seconds (something else reads the new file, or has taken its
-  /// name): then the whole copy stays where `WholeCopy` tells.
+  /// Hands the file to the medium, gives it its name in one step, and hands that to the medium,
+  /// too. From that step on nothing removes it, not even a failure of what is left. False when it
+  /// is not whole, or got no name though that was tried for ten seconds (something else has the old
+  /// file open, or has taken the name meanwhile): then the whole copy stays where `WholeCopy`
+  /// tells.
   bool Finish();
   /// Path of a file that is whole and on the medium, but has not got its name; otherwise empty.
   const std::string& WholeCopy() const { return wholeCopy_; }
@@ -65,29 +71,33 @@ class NewFile {
   static void RemoveUnfinished();
 
  private:
-  bool CreateTemporary();
+  bool CreateTemporary(bool replaces);
   bool OpenTemporary(const std::string& folder);
   /// Takes down what has stopped the file, unless something has before; false.
-  bool Stopped(Stop why);
+  bool Stopped(Stop why, const platform::Failure& reason = {});
   bool WritePiece(const std::uint8_t* bytes, std::uint32_t count);
   void BeginFlush();
   bool AwaitFlush();
   bool TakeName();
+  bool Renamed();
+  bool KeepName();
   bool Close();
   void Discard();
 
   platform::Core& system_;
   Place place_;
   GoOn goOn_;
+  IfTaken ifTaken_;
+  IfTaken onto_ = IfTaken::kRefuse;  ///< What becomes of a file that has the name by then.
   std::string target_;
   std::string
       strTempFile;  ///< Where the file lies until it has its name; empty when it is no more.
   platform::FileHandle hTargetFile = platform::FileHandle::kInvalid;
-  std::future<bool> flush_;  ///< That of what was written before the present slice.
-  std::chrono::steady_clock::duration flushBegun_{};
+  std::future<platform::Flushed> flush_;  ///< That of what was written before the present slice.
   FlushPace pace_;
   std::int64_t position_ = 0;
   std::int64_t size_ = 0;
   Stop stop_ = Stop::kNone;
+  platform::Failure reason_;
   std::string wholeCopy_;
 };

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "platform/paths.h"
 #include "platform/runtime_error.h"
 
 std::string strBurnExeName;
@@ -13,18 +14,6 @@ constexpr char kAppPathsKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\A
 constexpr std::size_t kHighestZeroPosition = 32767;
 constexpr double kBytesInMegabyte = 1048576;
 constexpr double kTwoToThe32 = 4294967296.0;
-
-// A share has no drive letter: its root is "\\server\share\".
-std::string ShareRoot(const std::string& path) {
-  const std::size_t server = path.find('\\', 2);
-  if (server == std::string::npos) return path;
-  const std::size_t end = path.find('\\', server + 1);
-  return end == std::string::npos ? path + '\\' : path.substr(0, end + 1);
-}
-
-std::string VolumeRoot(const std::string& path) {
-  return path.rfind("\\\\", 0) == 0 ? ShareRoot(path) : path.substr(0, 3);
-}
 
 double UnsignedHalf(std::int32_t half) {
   return half < 0 ? half + kTwoToThe32 : half;
@@ -53,7 +42,7 @@ std::string AppPathOf(platform::Registry& registry, const std::string& executabl
 }
 
 double GetDiskFreeMB(platform::FileNames& names, const std::string& strPath) {
-  const std::uint64_t bytes = names.FreeBytes(VolumeRoot(strPath));
+  const std::uint64_t bytes = names.FreeBytes(platform::FolderOf(strPath));
   const auto lngLow = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes));
   const auto lngHigh = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes >> 32));
   dblDiskFreeMB = LargeIntToDouble(lngLow, lngHigh) / kBytesInMegabyte;

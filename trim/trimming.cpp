@@ -15,6 +15,7 @@ using namespace mdlFileProcessing;
 namespace trim {
 namespace {
 
+constexpr char kExists[] = "exists already (--replace replaces it)";
 constexpr char kCancelled[] = "cancelled";
 
 /// "camera 3", "cameras 1,3,5", as the option has them.
@@ -79,6 +80,7 @@ class Trimming {
       : system_(system), core_(system.core()), request_(request) {
     job_.sourcePath = request.source;
     job_.targetPath = request.target;
+    if (!request.replace) job_.ifTaken = NewFile::IfTaken::kRefuse;
   }
 
   Saved Run() {
@@ -97,7 +99,7 @@ class Trimming {
                     Outcome::kWrongUse);
     if (!request_.replace &&
         (core_.fso.HasFile(request_.target) || core_.fso.HasFolder(request_.target)))
-      RefuseTarget("exists already (--replace replaces it)");
+      RefuseTarget(kExists);
   }
 
   void ReadSource() {
@@ -183,6 +185,7 @@ class Trimming {
       if (!progress.message().empty()) RefuseSource(progress.message());
     }
     if (result.end == SaveEnd::kCancelled) throw Refusal(kCancelled);
+    if (result.end == SaveEnd::kTaken) RefuseTarget(kExists);
     if (result.end != SaveEnd::kSaved) RefuseTarget(TextOf(result));
     const bool isDamaged = result.lostImages + result.lostBlocks > 0;
     return {isDamaged ? Outcome::kDamaged : Outcome::kSaved, Report(result)};

@@ -1,5 +1,6 @@
 #include "platform/windows/paths.h"
 
+#include <cstdio>
 #include <string_view>
 
 #include "platform/windows/text.h"
@@ -32,6 +33,29 @@ std::wstring WidePath(const std::string& path) {
   return StartsWith(full, L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
 }
 
+HANDLE MakeUnique(const std::string& folder, const std::string& prefix, DWORD rights,
+                  DWORD attributes, std::string& path) {
+  constexpr DWORD kNames = 0x10000;
+  const DWORD first = GetTickCount();  // Others may be looking for a free name as well.
+  HANDLE file = INVALID_HANDLE_VALUE;
+  for (DWORD i = 0; i < kNames && file == INVALID_HANDLE_VALUE; ++i) {
+    char number[8] = {};
+    std::snprintf(number, sizeof number, "%04X", static_cast<unsigned>((first + i) % kNames));
+    path = PathIn(folder, prefix + number + ".tmp");
+    file = CreateFileW(WidePath(path).c_str(), rights,
+                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
+                       attributes, nullptr);
+    if (file == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_EXISTS) break;
+  }
+  return file;
+}
+
+std::wstring FinalPathOf(HANDLE opened) {
+  std::wstring path(GetFinalPathNameByHandleW(opened, nullptr, 0, 0), L'\0');
+  path.resize(GetFinalPathNameByHandleW(opened, path.data(), static_cast<DWORD>(path.size()), 0));
+  return path;
+}
+
 OpenedEntry::OpenedEntry(const std::string& path, DWORD rights, DWORD flags)
     : handle_(CreateFileW(WidePath(path).c_str(), rights,
                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -42,10 +66,7 @@ OpenedEntry::~OpenedEntry() {
 }
 
 std::wstring OpenedEntry::FinalPath() const {
-  if (handle_ == INVALID_HANDLE_VALUE) return {};
-  std::wstring path(GetFinalPathNameByHandleW(handle_, nullptr, 0, 0), L'\0');
-  path.resize(GetFinalPathNameByHandleW(handle_, path.data(), static_cast<DWORD>(path.size()), 0));
-  return path;
+  return handle_ == INVALID_HANDLE_VALUE ? std::wstring() : FinalPathOf(handle_);
 }
 
 }  // namespace platform

@@ -11,6 +11,14 @@ namespace platform {
 /// whatever the machine's settings are.
 std::wstring WidePath(const std::string& path);
 
+/// Makes and opens an empty file of a new name, the prefix and the ending ".tmp", in a folder;
+/// others may share all that is done with it. Sets `path`; `INVALID_HANDLE_VALUE` when that fails.
+HANDLE MakeUnique(const std::string& folder, const std::string& prefix, DWORD rights,
+                  DWORD attributes, std::string& path);
+
+/// Where an open file or folder really lies; empty when that cannot be told.
+std::wstring FinalPathOf(HANDLE opened);
+
 /// A file or folder that is open for itself rather than for what it holds; closed in the end.
 class OpenedEntry {
  public:

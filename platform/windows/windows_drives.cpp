@@ -4,7 +4,6 @@
 
 #include "platform/windows/paths.h"
 #include "platform/windows/text.h"
-#include "platform/windows/windows_file_names.h"
 
 namespace platform {
 namespace {
@@ -72,8 +71,10 @@ bool LeadsElsewhere(const Entry& entry) {
 // Moved onto the link, an empty file takes its place, and what the link leads to stays.
 bool ReplaceByEmptyFile(const Entry& link) {
   const std::string folder = link.path.substr(0, link.path.rfind('\\') + 1);
-  const std::string empty = WindowsFileNames().MakeTemporary(folder, "lnk");
-  if (empty.empty()) return false;
+  std::string empty;
+  const HANDLE made = MakeUnique(folder, "lnk", GENERIC_WRITE, FILE_ATTRIBUTE_NORMAL, empty);
+  if (made == INVALID_HANDLE_VALUE) return false;
+  CloseHandle(made);
   if (MoveFileExW(WidePath(empty).c_str(), WidePath(link.path).c_str(), MOVEFILE_REPLACE_EXISTING))
     return true;
   DeleteFileW(WidePath(empty).c_str());

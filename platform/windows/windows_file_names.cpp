@@ -1,9 +1,9 @@
 #include "platform/windows/windows_file_names.h"
 
-#include <cstdio>
 #include <limits>
 #include <optional>
 
+#include "platform/windows/failure.h"
 #include "platform/windows/paths.h"
 #include "platform/windows/text.h"
 // After windows.h, which it needs.
@@ -14,15 +14,6 @@ namespace {
 
 bool Exists(const std::string& path) {
   return GetFileAttributesW(WidePath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-/// Makes an empty file; the system's error when that fails.
-DWORD MakeEmpty(const std::string& path) {
-  const HANDLE file = CreateFileW(WidePath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return GetLastError();
-  CloseHandle(file);
-  return ERROR_SUCCESS;
 }
 
 /// The root of the volume on which the path lies; empty when it cannot be told.
@@ -55,40 +46,28 @@ std::optional<bool> HasInheritedPermissions(const std::wstring& path) {
 }  // namespace
 
 // The attributes rather than a search, to which an asterisk in the path would be a pattern.
-bool WindowsFileNames::Find(const std::string& path) {
-  constexpr DWORD kNotNormal =
-      FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+Standing WindowsFileNames::LookAt(const std::string& path) {
+  using Kind = Failure::Kind;
   const DWORD attributes = GetFileAttributesW(WidePath(path).c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNotNormal) == 0;
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    const DWORD error = GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND && !path.empty()) return {};
+    return {.hindrance = FailureOf(error)};
+  }
+  if (attributes & FILE_ATTRIBUTE_DIRECTORY) return {true, Failure{Kind::kFolder}};
+  if (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM))
+    return {true, Failure{Kind::kUnseen}};
+  // Wine would replace it.
+  if (attributes & FILE_ATTRIBUTE_READONLY) return {true, Failure{Kind::kFileProtected}};
+  const OpenedEntry entry(path, DELETE, FILE_FLAG_OPEN_REPARSE_POINT);
+  if (entry.handle() == INVALID_HANDLE_VALUE) return {true, FailureOf(GetLastError())};
+  if (GetFileType(entry.handle()) != FILE_TYPE_DISK) return {true, Failure{}};
+  return {.isTaken = true};
 }
 
 // Looked at afterwards: Wine reports success in a folder that refuses the deletion.
 bool WindowsFileNames::Remove(const std::string& path) {
   return DeleteFileW(WidePath(path).c_str()) && !Exists(path);
-}
-
-// Not by the system's call for it, which takes no long folder.
-std::string WindowsFileNames::MakeTemporary(const std::string& folder, const std::string& prefix) {
-  constexpr DWORD kNames = 0x10000;
-  const DWORD first = GetTickCount();  // Others may be looking for a free name as well.
-  for (DWORD i = 0; i < kNames; ++i) {
-    char number[8] = {};
-    std::snprintf(number, sizeof number, "%04X", static_cast<unsigned>((first + i) % kNames));
-    std::string path = PathIn(folder, prefix + number + ".tmp");
-    const DWORD error = MakeEmpty(path);
-    if (error == ERROR_SUCCESS) return path;
-    if (error != ERROR_FILE_EXISTS) return {};
-  }
-  return {};
-}
-
-bool WindowsFileNames::SetTemporary(const std::string& path, bool temporary) {
-  const std::wstring name = WidePath(path);
-  const DWORD old = GetFileAttributesW(name.c_str());
-  if (old == INVALID_FILE_ATTRIBUTES) return false;
-  const DWORD others = old & ~DWORD{FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_NORMAL};
-  const DWORD attributes = temporary ? others | FILE_ATTRIBUTE_TEMPORARY : others;
-  return SetFileAttributesW(name.c_str(), attributes ? attributes : FILE_ATTRIBUTE_NORMAL);
 }
 
 bool WindowsFileNames::CopyTimes(const std::string& from, const std::string& to) {
@@ -99,9 +78,11 @@ bool WindowsFileNames::CopyTimes(const std::string& from, const std::string& to)
          SetFileTime(target.handle(), &made, nullptr, &written);
 }
 
-std::uint64_t WindowsFileNames::FreeBytes(const std::string& root) {
+std::uint64_t WindowsFileNames::FreeBytes(const std::string& folder) {
   ULARGE_INTEGER available = {}, total = {}, free = {};
-  if (!GetDiskFreeSpaceExW(WidePath(root).c_str(), &available, &total, &free)) return 0;
+  // A share is known only with a separator at its end.
+  if (!GetDiskFreeSpaceExW(WidePath(PathIn(folder, "")).c_str(), &available, &total, &free))
+    return 0;
   return free.QuadPart;
 }
 

@@ -7,12 +7,10 @@ namespace platform {
 /// Files of Windows by name.
 class WindowsFileNames : public FileNames {
  public:
-  bool Find(const std::string& path) override;
+  Standing LookAt(const std::string& path) override;
   bool Remove(const std::string& path) override;
-  std::string MakeTemporary(const std::string& folder, const std::string& prefix) override;
-  bool SetTemporary(const std::string& path, bool temporary) override;
   bool CopyTimes(const std::string& from, const std::string& to) override;
-  std::uint64_t FreeBytes(const std::string& root) override;
+  std::uint64_t FreeBytes(const std::string& folder) override;
   std::uint64_t LargestFile(const std::string& folder) override;
   bool OnSameVolume(const std::string& pathA, const std::string& pathB) override;
   bool InheritPermissions(const std::string& path) override;

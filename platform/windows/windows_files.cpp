@@ -1,53 +1,147 @@
 #include "platform/windows/windows_files.h"
 
+#include <algorithm>
+#include <cstring>
+#include <cwctype>
+#include <utility>
 #include <vector>
 
+#include "platform/windows/failure.h"
 #include "platform/windows/paths.h"
+#include "platform/windows/text.h"
 
 namespace platform {
 namespace {
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 HANDLE Handle(FileHandle file) {
   return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(file));
 }
 
-struct Access {
-  DWORD rights;
-  DWORD sharing;
-  DWORD creation;
-};
-
-Access AccessFor(OpenMode mode) {
-  switch (mode) {
-    case OpenMode::kReadExisting:
-      return {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING};
-    case OpenMode::kWriteExisting:
-      return {GENERIC_WRITE | DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-              OPEN_EXISTING};
-    case OpenMode::kWriteNew:
-      return {GENERIC_WRITE, 0, CREATE_NEW};
-  }
-  return {};
+FileHandle NumberOf(HANDLE handle) {
+  return static_cast<FileHandle>(reinterpret_cast<INT_PTR>(handle));
 }
 
-HANDLE OpenFile(const std::string& path, const Access& access) {
-  return CreateFileW(WidePath(path).c_str(), access.rights, access.sharing, nullptr,
-                     access.creation, FILE_ATTRIBUTE_NORMAL, nullptr);
+HANDLE OpenToReadOrWrite(const std::string& path, OpenMode mode) {
+  const std::wstring name = WidePath(path);
+  if (mode == OpenMode::kReadExisting)
+    return CreateFileW(name.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const auto write = [&name](DWORD creation) {
+    return CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, creation, FILE_ATTRIBUTE_NORMAL,
+                       nullptr);
+  };
+  // Only what is there already is cut: under Wine even a new file would be, and some file systems
+  // write a file that was cut to the disk at once when it is closed.
+  const HANDLE opened = write(CREATE_NEW);
+  const bool isThere = opened == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_EXISTS;
+  return isThere ? write(CREATE_ALWAYS) : opened;
+}
+
+bool SetGoing(HANDLE file, bool goes) {
+  FILE_DISPOSITION_INFO info = {};
+  info.DeleteFile = goes;
+  return SetFileInformationByHandle(file, FileDispositionInfo, &info, sizeof info);
+}
+
+bool IsGoing(HANDLE file) {
+  FILE_STANDARD_INFO about = {};
+  return !GetFileInformationByHandleEx(file, FileStandardInfo, &about, sizeof about) ||
+         about.DeletePending;
+}
+
+// Known to Windows 10 from 1607 on, and not to every compiler's headers.
+constexpr auto kRenameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
+constexpr DWORD kReplaceIfExists = 1, kPosixSemantics = 2;
+
+bool RenameBy(HANDLE file, FILE_INFO_BY_HANDLE_CLASS how, DWORD flags, const std::wstring& name) {
+  const std::size_t bytes = name.size() * sizeof(wchar_t);
+  // The structure ends in room for one character, which the terminating zero takes.
+  std::vector<std::byte> room(sizeof(FILE_RENAME_INFO) + bytes);
+  auto* info = reinterpret_cast<FILE_RENAME_INFO*>(room.data());
+  // In the older form its first byte says whether to replace.
+  std::memcpy(info, &flags, sizeof flags);
+  info->FileNameLength = static_cast<DWORD>(bytes);
+  name.copy(info->FileName, name.size());
+  return SetFileInformationByHandle(file, how, info, static_cast<DWORD>(room.size()));
+}
+
+/// The same bytes for every name of a file, as long as `kind` is the same.
+template <typename T>
+FileIdentity IdentityBy(char kind, const T& about) {
+  const auto* bytes = reinterpret_cast<const char*>(&about);
+  return {kind + std::string(bytes, bytes + sizeof about)};
+}
+
+FileIdentity IdentityByPath(HANDLE file) {
+  std::wstring path = FinalPathOf(file);
+  for (wchar_t& c : path) c = static_cast<wchar_t>(std::towlower(c));
+  return {"path " + Utf8(path)};
+}
+
+std::optional<FileIdentity> IdentityByIndex(HANDLE file) {
+  BY_HANDLE_FILE_INFORMATION about = {};
+  if (!GetFileInformationByHandle(file, &about)) return {};
+  const std::uint64_t index = std::uint64_t{about.nFileIndexHigh} << 32 | about.nFileIndexLow;
+  // What says nothing is the same for many files.
+  if (index == 0 || index == ~std::uint64_t{0}) return IdentityByPath(file);
+  return IdentityBy('i', std::pair{std::uint64_t{about.dwVolumeSerialNumber}, index});
 }
 
 }  // namespace
 
-FileHandle WindowsFiles::Open(const std::string& path, OpenMode mode) {
-  Access access = AccessFor(mode);
-  HANDLE opened = OpenFile(path, access);
-  // Only what is there already is cut: under Wine even a new file would be, and some file systems
-  // write a file that was cut to the disk at once when it is closed.
-  if (access.creation == CREATE_NEW && opened == INVALID_HANDLE_VALUE &&
-      GetLastError() == ERROR_FILE_EXISTS) {
-    access.creation = CREATE_ALWAYS;
-    opened = OpenFile(path, access);
+/// Windows lets no other call into a handle that is being flushed: the flush has one of its own
+/// where the file may be opened once more, for as long as the file is open. Closing one time and
+/// again would wake virus scanners.
+class WindowsFiles::Flushing {
+ public:
+  explicit Flushing(HANDLE file)
+      : own_(ReOpenFile(file, GENERIC_WRITE, kShareAll, 0)),
+        used_(own_ != INVALID_HANDLE_VALUE ? own_ : file) {}
+  ~Flushing() {
+    if (own_ != INVALID_HANDLE_VALUE) CloseHandle(own_);
   }
-  return static_cast<FileHandle>(reinterpret_cast<INT_PTR>(opened));
+  Flushing(const Flushing&) = delete;
+  Flushing& operator=(const Flushing&) = delete;
+
+  std::future<Flushed> Begin() {
+    return flusher_.Begin([used = used_]() -> Flushed {
+      if (FlushFileBuffers(used)) return {.done = true};
+      const DWORD error = GetLastError();
+      // What knows no flush keeps nothing back that one could wait for.
+      if (error == ERROR_INVALID_FUNCTION || error == ERROR_NOT_SUPPORTED) return {.done = true};
+      return {.why = FailureOf(error)};
+    });
+  }
+
+ private:
+  HANDLE own_;
+  HANDLE used_;
+  Flusher flusher_;  // Ends before the handle is closed: below, so destroyed first.
+};
+
+bool WindowsFiles::Noted(BOOL done) {
+  if (!done) lastFailure_ = FailureOf(GetLastError());
+  return done;
+}
+
+FileHandle WindowsFiles::Open(const std::string& path, OpenMode mode) {
+  const HANDLE opened = OpenToReadOrWrite(path, mode);
+  Noted(opened != INVALID_HANDLE_VALUE);
+  return NumberOf(opened);
+}
+
+// Not by the system's call for a free name, which takes no long folder and closes the file again.
+TemporaryFile WindowsFiles::MakeTemporary(const std::string& folder, const std::string& prefix) {
+  std::string path;
+  const HANDLE file = MakeUnique(folder, prefix, GENERIC_WRITE | DELETE | FILE_READ_ATTRIBUTES,
+                                 FILE_ATTRIBUTE_TEMPORARY, path);
+  if (!Noted(file != INVALID_HANDLE_VALUE)) return {};
+  // Marked, it cannot be opened again: the flush gets its handle before.
+  flushing_[NumberOf(file)] = std::make_shared<Flushing>(file);
+  SetGoing(file, true);
+  return {NumberOf(file), path};
 }
 
 bool WindowsFiles::Read(FileHandle file, void* buffer, std::uint32_t bytes,
@@ -55,7 +149,7 @@ bool WindowsFiles::Read(FileHandle file, void* buffer, std::uint32_t bytes,
   DWORD count = 0;
   const BOOL done = ReadFile(Handle(file), buffer, bytes, &count, nullptr);
   bytesRead = count;
-  return done;
+  return Noted(done);
 }
 
 bool WindowsFiles::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
@@ -63,58 +157,74 @@ bool WindowsFiles::Write(FileHandle file, const void* buffer, std::uint32_t byte
   DWORD count = 0;
   const BOOL done = WriteFile(Handle(file), buffer, bytes, &count, nullptr);
   bytesWritten = count;
-  return done;
+  return Noted(done);
 }
 
 bool WindowsFiles::Seek(FileHandle file, std::int64_t position) {
   LARGE_INTEGER distance = {};
   distance.QuadPart = position;
-  return SetFilePointerEx(Handle(file), distance, nullptr, FILE_BEGIN);
+  return Noted(SetFilePointerEx(Handle(file), distance, nullptr, FILE_BEGIN));
 }
 
 std::optional<std::uint64_t> WindowsFiles::Size(FileHandle file) {
   LARGE_INTEGER size = {};
-  if (!GetFileSizeEx(Handle(file), &size)) return {};
+  if (!Noted(GetFileSizeEx(Handle(file), &size))) return {};
   return static_cast<std::uint64_t>(size.QuadPart);
 }
 
-// Windows lets no other call into a handle that is being flushed: the flush has one of its own
-// where the file may be opened once more. Wine does not do that, but lets calls pass each other.
-std::future<bool> WindowsFiles::Flush(FileHandle file) {
-  const HANDLE own =
-      ReOpenFile(Handle(file), GENERIC_WRITE,
-                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, FILE_ATTRIBUTE_NORMAL);
-  return std::async([file, own] {
-    const bool hasOwn = own != INVALID_HANDLE_VALUE;
-    const bool flushed = hasOwn && FlushFileBuffers(own);
-    if (hasOwn) CloseHandle(own);
-    return flushed || FlushFileBuffers(Handle(file));
-  });
+std::future<Flushed> WindowsFiles::Flush(FileHandle file) {
+  auto& flushing = flushing_[file];
+  if (!flushing) flushing = std::make_shared<Flushing>(Handle(file));
+  return flushing->Begin();
 }
 
-// Through the handle: another program that has the file open cannot hinder it then.
-bool WindowsFiles::Rename(FileHandle file, const std::string&, const std::string& to) {
+bool WindowsFiles::Keep(FileHandle file, const std::string&) {
+  // A file system that knows no mark refuses to take it back as well.
+  if (!SetGoing(Handle(file), false) && IsGoing(Handle(file))) return Noted(FALSE);
+  // Backup tools leave out temporary files.
+  FILE_BASIC_INFO lasting = {};
+  lasting.FileAttributes = FILE_ATTRIBUTE_ARCHIVE;
+  SetFileInformationByHandle(Handle(file), FileBasicInfo, &lasting, sizeof lasting);
+  return true;
+}
+
+// Through the handle: another program that has the file open cannot hinder it then. By the
+// semantics of POSIX, where they are known, what others read goes under their hands.
+bool WindowsFiles::Rename(FileHandle file, const std::string&, const std::string& to,
+                          IfTaken ifTaken) {
   const std::wstring name = WidePath(to);
-  const std::size_t bytes = name.size() * sizeof(wchar_t);
-  // The structure ends in room for one character, which the terminating zero takes.
-  std::vector<std::byte> room(sizeof(FILE_RENAME_INFO) + bytes);
-  auto* info = reinterpret_cast<FILE_RENAME_INFO*>(room.data());
-  info->FileNameLength = static_cast<DWORD>(bytes);
-  name.copy(info->FileName, name.size());
-  return SetFileInformationByHandle(Handle(file), FileRenameInfo, info,
-                                    static_cast<DWORD>(room.size()));
+  FILE_BASIC_INFO before = {}, made = {};
+  GetFileInformationByHandleEx(Handle(file), FileBasicInfo, &before, sizeof before);
+  const bool replaces = ifTaken == IfTaken::kReplace;
+  if (!(replaces &&
+        RenameBy(Handle(file), kRenameInfoEx, kReplaceIfExists | kPosixSemantics, name)) &&
+      !Noted(RenameBy(Handle(file), FileRenameInfo, replaces ? kReplaceIfExists : 0, name)))
+    return false;
+  // File systems hand the moment on at which what had the name was made.
+  made.CreationTime = before.CreationTime;
+  SetFileInformationByHandle(Handle(file), FileBasicInfo, &made, sizeof made);
+  return true;
 }
 
 bool WindowsFiles::Close(FileHandle file) {
-  return CloseHandle(Handle(file));
+  flushing_.erase(file);
+  return Noted(CloseHandle(Handle(file)));
 }
 
 std::optional<FileIdentity> WindowsFiles::Identity(FileHandle file) {
-  BY_HANDLE_FILE_INFORMATION about = {};
   if (GetFileType(Handle(file)) != FILE_TYPE_DISK) return {};
-  if (!GetFileInformationByHandle(Handle(file), &about)) return {};
-  return FileIdentity{about.dwVolumeSerialNumber,
-                      std::uint64_t{about.nFileIndexHigh} << 32 | about.nFileIndexLow};
+  FILE_ID_INFO about = {};
+  if (GetFileInformationByHandleEx(Handle(file), FileIdInfo, &about, sizeof about)) {
+    const auto [first, last] =
+        std::pair{std::begin(about.FileId.Identifier), std::end(about.FileId.Identifier)};
+    const auto all = [&](BYTE value) {
+      return std::all_of(first, last, [value](BYTE each) { return each == value; });
+    };
+    return all(0) || all(0xFF) ? IdentityByPath(Handle(file)) : IdentityBy('f', about);
+  }
+  // Any other fault would have one file be known in two ways.
+  if (!MeansUnknown(GetLastError())) return {};
+  return IdentityByIndex(Handle(file));
 }
 
 }  // namespace platform

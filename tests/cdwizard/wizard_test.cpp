@@ -261,21 +261,20 @@ TEST(RegGetString, TakesPlainStringsUpToTheirFirstZero) {
   EXPECT_EQ(AppPathOf(registry, "a.exe"), "");
 }
 
-TEST(GetDiskFreeMB, AsksTheVolumeOfAPath) {
+TEST(GetDiskFreeMB, AsksTheFolderOfAPath) {
   struct Volumes : MemoryDisk {
     std::string asked;
     std::uint64_t bytes = 0;
-    std::uint64_t FreeBytes(const std::string& root) override {
-      asked = root;
+    std::uint64_t FreeBytes(const std::string& folder) override {
+      asked = folder;
       return bytes;
     }
   } volumes;
-  for (const auto& [path, root] : {std::pair{"E:\\a\\b.60D", "E:\\"},
-                                   {"E:", "E:"},
-                                   {"\\\\server\\share\\a.60D", "\\\\server\\share\\"},
-                                   {"\\\\server\\share", "\\\\server\\share\\"}}) {
+  for (const auto& [path, folder] : {std::pair{"E:\\a\\b.60D", "E:\\a"},
+                                     {"E:\\b.60D", "E:\\"},
+                                     {"\\\\server\\share\\a.60D", "\\\\server\\share"}}) {
     GetDiskFreeMB(volumes, path);
-    EXPECT_EQ(volumes.asked, root);
+    EXPECT_EQ(volumes.asked, folder);
   }
   // Both halves of the number are taken as unsigned.
   volumes.bytes = 0xFFFFFFFF00000000u + 0xFFF80000u;

@@ -6,18 +6,23 @@
 #include <limits>
 #include <vector>
 
+using platform::Failure;
 using platform::FileHandle;
+using platform::IfTaken;
 using platform::OpenMode;
 
 namespace {
 
-constexpr std::array kModes = {OpenMode::kReadExisting, OpenMode::kWriteExisting,
-                               OpenMode::kWriteNew};
+constexpr std::array kModes = {OpenMode::kReadExisting, OpenMode::kWriteNew};
 
 using Paths = std::vector<std::string>;
 using std::chrono::seconds;
 
 }  // namespace
+
+void Protect(const std::filesystem::path& file, bool on) {
+  std::filesystem::permissions(file, std::filesystem::perms(on ? 0444 : 0644));
+}
 
 long long Aged(const std::filesystem::path& file, long long by) {
   const auto time = std::filesystem::last_write_time(file) - seconds(by);
@@ -26,9 +31,10 @@ long long Aged(const std::filesystem::path& file, long long by) {
 }
 
 TEST_P(DiskContract, ReadsBackWhatWasWrittenWhereItWasWritten) {
-  const std::string path = Make(Path("file"), "0123456789");
-  FileHandle file = files.Open(path, OpenMode::kWriteExisting);
-  EXPECT_TRUE(files.Seek(file, 12) && Write(file, "end") && files.Flush(file).get());
+  const std::string path = Path("file");
+  FileHandle file = files.Open(path, OpenMode::kWriteNew);
+  EXPECT_TRUE(Write(file, "0123456789") && files.Flush(file).get().done);
+  EXPECT_TRUE(files.Seek(file, 12) && Write(file, "end") && files.Flush(file).get().done);
   EXPECT_TRUE(files.Seek(file, 1) && Write(file, "x") && !files.Seek(file, -1));
   EXPECT_EQ(files.Size(file), 15u);
   std::array<char, 8> bytes = {};
@@ -58,62 +64,93 @@ TEST_P(DiskContract, OpensOnlyFilesThatCanBe) {
 TEST_P(DiskContract, SharesAFileOnlyBetweenReaders) {
   for (const OpenMode first : kModes)
     for (const OpenMode second : kModes) {
-      // Two that may rename a file bear each other on some systems.
-      if (first == OpenMode::kWriteExisting && second == first) continue;
       const std::string path = Make(Path("file"));
       const FileHandle file = files.Open(path, first);
-      EXPECT_EQ(Opens(path, second), first == OpenMode::kReadExisting && second == first)
+      const bool shares = first == OpenMode::kReadExisting && second == first;
+      EXPECT_EQ(Opens(path, second), shares)
           << static_cast<int>(first) << " then " << static_cast<int>(second);
-      if (first != OpenMode::kWriteExisting) {
-        EXPECT_FALSE(names.Remove(path)) << static_cast<int>(first);
+      if (!shares) {
+        EXPECT_EQ(files.LastFailure().kind, Failure::Kind::kInUse);
       }
+      EXPECT_FALSE(names.Remove(path)) << static_cast<int>(first);
       files.Close(file);
       EXPECT_EQ(Read(path), first == OpenMode::kWriteNew ? "" : "abc");
     }
 }
 
-TEST_P(DiskContract, RenamesAnOpenFileOntoNothingElse) {
-  const std::string from = Make(Path("from"), "one");
-  const std::string taken = Make(Path("taken"), "other");
-  const FileHandle file = files.Open(from, OpenMode::kWriteExisting);
-  EXPECT_FALSE(files.Rename(file, from, taken));
-  EXPECT_FALSE(files.Rename(file, from, world.folder));
-  EXPECT_FALSE(files.Rename(file, from, In(Path("no folder"), "to")));
-  if (!world.elsewhere.empty()) {
-    EXPECT_FALSE(files.Rename(file, from, In(world.elsewhere, "to")));
+// The old file is there until the new one takes its place in one step.
+TEST_P(DiskContract, GivesAKeptFileANameThatItMayHave) {
+  const std::string old = Make(Path("old"), "old"), sub = Path("sub");
+  const auto [file, from] = files.MakeTemporary(world.folder, "WAV");
+  EXPECT_FALSE(Opens(from, OpenMode::kReadExisting));
+  EXPECT_TRUE(Write(file, "one") && files.Flush(file).get().done && files.Keep(file, from));
+  EXPECT_FALSE(files.Rename(file, from, old, IfTaken::kRefuse));
+  for (const IfTaken ifTaken : {IfTaken::kReplace, IfTaken::kRefuse}) {
+    EXPECT_FALSE(files.Rename(file, from, world.folder, ifTaken));
+    EXPECT_FALSE(files.Rename(file, from, In(Path("no folder"), "to"), ifTaken));
+    if (!world.elsewhere.empty()) {
+      EXPECT_FALSE(files.Rename(file, from, In(world.elsewhere, "to"), ifTaken));
+    }
   }
-  EXPECT_TRUE(names.Find(from) && Write(file, "t"));
-  EXPECT_TRUE(files.Rename(file, from, Path("to")));
-  EXPECT_TRUE(Write(file, "w") && files.Flush(file).get() && files.Close(file));
-  EXPECT_EQ(Read(Path("to")), "twe");
-  EXPECT_EQ(Read(taken), "other");
-  EXPECT_FALSE(names.Find(from));
+  const FileHandle reader = files.Open(old, OpenMode::kReadExisting);
+  EXPECT_FALSE(files.Rename(file, from, old, IfTaken::kReplace)) << "held";
+  files.Close(reader);
+  EXPECT_EQ(Read(old), "old");
+  EXPECT_TRUE(files.Rename(file, from, old, IfTaken::kReplace));
+  EXPECT_TRUE(files.Flush(file).get().done && Write(file, "more"));
+  EXPECT_TRUE(files.Rename(file, old, Path("new"), IfTaken::kRefuse));
+  EXPECT_TRUE(files.Flush(file).get().done && files.Close(file));
+  EXPECT_EQ(Read(Path("new")), "onemore");
+  EXPECT_FALSE(names.LookAt(old).isTaken || names.LookAt(from).isTaken);
+}
+
+TEST_P(DiskContract, MakesTemporaryFilesOfTheirOwnThatGoUnlessTheyAreKept) {
+  const auto one = files.MakeTemporary(world.folder, "WAV");
+  const auto two = files.MakeTemporary(world.folder, "WAV");
+  EXPECT_NE(one.path, two.path);
+  for (const auto& [file, path] : {one, two}) {
+    EXPECT_EQ(path.substr(0, Path("WAV").size()), Path("WAV"));
+    EXPECT_EQ(path.substr(path.size() - 4), ".tmp");
+    EXPECT_TRUE(Write(file, "abc") && files.Flush(file).get().done);
+  }
+  EXPECT_TRUE(files.Keep(one.file, one.path) && files.Close(one.file));
+  EXPECT_EQ(Read(one.path), "abc");
+  EXPECT_TRUE(names.Remove(one.path) && files.Close(two.file));
+  EXPECT_FALSE(names.LookAt(two.path).isTaken);
+  EXPECT_EQ(files.MakeTemporary(Path("no folder"), "WAV").file, FileHandle::kInvalid);
+}
+
+TEST_P(DiskContract, TellsWhatStandsWhereAFileIsWanted) {
+  const std::string path = Make(Path("file"));
+  const auto hindrance = [this](const std::string& wanted) {
+    return names.LookAt(wanted).hindrance.value_or(Failure{.text = "none"});
+  };
+  EXPECT_FALSE(names.LookAt(Path("free")).isTaken);
+  EXPECT_EQ(hindrance(Path("free")).text, "none");
+  EXPECT_TRUE(names.LookAt(path).isTaken);
+  EXPECT_EQ(hindrance(path).text, "none");
+  EXPECT_EQ(hindrance(In(Path("no folder"), "file")).kind, Failure::Kind::kMissing);
+  EXPECT_NE(hindrance("").text, "none");
+  EXPECT_EQ(hindrance(world.folder).kind, Failure::Kind::kFolder);
+  const FileHandle reader = files.Open(path, OpenMode::kReadExisting);
+  EXPECT_EQ(hindrance(path).kind, Failure::Kind::kInUse);
+  files.Close(reader);
+  world.protect(path, true);
+  EXPECT_EQ(hindrance(path).kind, Failure::Kind::kFileProtected);
+  world.protect(path, false);
 }
 
 TEST_P(DiskContract, WorksOnFilesByName) {
   const std::string path = Make(Path("file"));
-  EXPECT_TRUE(names.Find(path));
-  EXPECT_TRUE(names.SetTemporary(path, true) && names.SetTemporary(path, false));
   EXPECT_TRUE(names.InheritPermissions(path));
-  EXPECT_TRUE(Opens(path, OpenMode::kWriteExisting) && names.Remove(path));
+  EXPECT_TRUE(Opens(path, OpenMode::kReadExisting) && names.Remove(path));
   for (const std::string& missing : {path, In(path, "file"), std::string()}) {
-    EXPECT_FALSE(names.Find(missing) || names.Remove(missing)) << missing;
-    EXPECT_FALSE(names.SetTemporary(missing, true) || names.InheritPermissions(missing)) << missing;
+    EXPECT_FALSE(names.Remove(missing) || names.InheritPermissions(missing)) << missing;
     EXPECT_FALSE(names.OnSameVolume(world.folder, missing)) << missing;
   }
-  EXPECT_FALSE(names.Find(world.folder) || names.Remove(world.folder));
-}
-
-TEST_P(DiskContract, MakesTemporaryFilesOfTheirOwn) {
-  const std::string one = names.MakeTemporary(world.folder, "WAV");
-  const std::string two = names.MakeTemporary(world.folder, "WAV");
-  EXPECT_NE(one, two);
-  for (const std::string& path : {one, two}) {
-    EXPECT_EQ(path.substr(0, Path("WAV").size()), Path("WAV"));
-    EXPECT_EQ(path.substr(path.size() - 4), ".tmp");
-    EXPECT_EQ(Read(path), "");
-  }
-  EXPECT_EQ(names.MakeTemporary(Path("no folder"), "WAV"), "");
+  EXPECT_FALSE(names.Remove(world.folder));
+  EXPECT_FALSE(Opens(path, OpenMode::kReadExisting));
+  EXPECT_EQ(files.LastFailure().kind, Failure::Kind::kMissing);
 }
 
 TEST_P(DiskContract, TellsVolumesApart) {

@@ -23,11 +23,14 @@ struct DiskWorld {
   /// Makes a file older by whole seconds and answers when it was last written then, in seconds of
   /// some scale. Holds what goes with the world.
   std::function<long long(const std::string& path, long long seconds)> aged;
+  /// Marks a file as one that may not be written, or takes that back.
+  std::function<void(const std::string& path, bool on)> protect;
   char separator = '\\';
 };
 
 /// The same for a file of the system's, by the system's own means.
 long long Aged(const std::filesystem::path& file, long long seconds);
+void Protect(const std::filesystem::path& file, bool on);
 
 /// What every disk keeps to, whether it is a system's or a test's own. A program that has disks
 /// instantiates it with what makes their worlds.

@@ -18,7 +18,10 @@ auto MemoryWorld(const std::string& folder) {
     const auto aged = [disk](const std::string& path, long long seconds) {
       return disk->At(path)->written -= seconds;
     };
-    return DiskWorld{*disk, *disk, disk.get(), folder, elsewhere, aged};
+    const auto protect = [disk](const std::string& path, bool on) {
+      disk->At(path)->readOnly = on;
+    };
+    return DiskWorld{*disk, *disk, disk.get(), folder, elsewhere, aged, protect};
   };
 }
 
@@ -41,7 +44,7 @@ struct PosixPlace {
 DiskWorld PosixWorld() {
   const auto place = std::make_shared<PosixPlace>();
   const auto aged = [place](const std::string& path, long long by) { return Aged(path, by); };
-  return {place->disk, place->disk, nullptr, place->folder, place->elsewhere, aged, '/'};
+  return {place->disk, place->disk, nullptr, place->folder, place->elsewhere, aged, Protect, '/'};
 }
 
 const auto kMemory = testing::Values(MemoryWorld("C:\\Folder"), MemoryWorld("E:\\"));

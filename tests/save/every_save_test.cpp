@@ -8,6 +8,12 @@ namespace {
 
 using ::testing::ElementsAre;
 
+constexpr char kReadError[] = "Error reading file ...", kWriteError[] = "Error writing file ...";
+
+std::string Why(const char* what, const char* reason) {
+  return what + ("\r\n\r\n" + std::string(reason));
+}
+
 class EverySave : public testing::TestWithParam<std::uint32_t> {
  protected:
   /// What a save gives.
@@ -31,8 +37,7 @@ TEST_P(EverySave, CancelAtEveryBlockRemovesWhatIsThere) {
     save.progress.cancelBefore = block;
     EXPECT_EQ(save.Run(GetParam(), 1, kMany), SaveEnd::kCancelled);
     EXPECT_EQ(save.progress.done, block - 1);
-    // Before the first image it is not certain that there is anything to write.
-    EXPECT_EQ(save.disk.HasFile(kTarget), GetParam() != kWholeBlocks && block == 1);
+    EXPECT_EQ(save.disk.Bytes(kTarget), "old");
     EXPECT_THAT(save.progress.messages, testing::IsEmpty());
     save.ExpectNothingLeft();
     PrintFigure(1, "saves cancelled");
@@ -69,13 +74,15 @@ TEST_P(EverySave, LiesOnTheTargetsVolumeUnderATemporaryName) {
     save.disk.mounts[c.mounted] = "F:";
     save.disk.RemoveFolder(c.missing);
     int seen = 0;
+    const auto before = save.disk.Bytes(c.target);
     save.progress.onMessages = [&] {
       for (const auto& [path, file] : save.disk.files) {
         if (!path.ends_with(".tmp")) continue;
         EXPECT_TRUE(path.starts_with(c.folder) && file->temporary) << path;
         ++seen;
       }
-      EXPECT_EQ(save.disk.Bytes(c.target).value_or("old"), "old");
+      const auto now = save.disk.Bytes(c.target);
+      EXPECT_TRUE(now == before || now == whole);
     };
     save.job.targetPath = c.target;
     EXPECT_EQ(save.Run(GetParam()), SaveEnd::kSaved);
@@ -102,7 +109,7 @@ TEST_P(EverySave, TriesForAWhileToGiveTheFileItsName) {
   save.disk.refusedRenames = INT_MAX;
   EXPECT_EQ(save.Run(GetParam()), SaveEnd::kNotNamed);
   EXPECT_GE(save.world.clock.now, std::chrono::seconds(10));
-  EXPECT_FALSE(save.disk.HasFile(kTarget));
+  EXPECT_TRUE(save.disk.View(kTarget) == whole) << "the first one's";
   save.disk.LoseUnflushed();
   EXPECT_FALSE(save.disk.At(save.result.detail)->temporary);
   EXPECT_NE(save.ToldEnd().find(save.result.detail), std::string::npos);
@@ -113,6 +120,23 @@ TEST_P(EverySave, TriesForAWhileToGiveTheFileItsName) {
   };
   EXPECT_EQ(save.Run(GetParam()), SaveEnd::kCancelled);
   save.ExpectNothingLeft();
+
+  // A name that is not replaced, and one that another has taken meanwhile.
+  save.progress = {};
+  save.disk.refusedRenames = 0;
+  save.job.ifTaken = NewFile::IfTaken::kRefuse;
+  EXPECT_EQ(save.Run(GetParam()), SaveEnd::kTaken);
+  for (const bool refuses : {true, false}) {
+    save.job.ifTaken = refuses ? NewFile::IfTaken::kRefuse : NewFile::IfTaken::kReplace;
+    save.disk.Take(kTarget);
+    save.progress.onMessages = [&] {
+      if (save.disk.OpenHandles() > 1 && !save.disk.At(kTarget)) save.disk.Put(kTarget, "theirs");
+    };
+    EXPECT_EQ(save.Run(GetParam()), refuses ? SaveEnd::kTaken : SaveEnd::kNotNamed);
+    EXPECT_EQ(save.disk.Bytes(kTarget), "theirs");
+    save.disk.Take(save.result.detail);
+    save.ExpectNothingLeft();
+  }
 }
 
 /// A fault that no one foresaw, and a session that ends while a box is up.
@@ -132,70 +156,79 @@ TEST_P(EverySave, LeavesNothingBehindWhateverHappens) {
   }
 }
 
+/// At any moment the old file or the whole new one has the name, after a loss of power as well.
 TEST_P(EverySave, KeepsItsPromisesWhateverCallFails) {
   const std::string whole = Whole();
+  const std::string because = "\r\n\r\nThe disk is full.";
   for (const int cancelBefore : {0, 2})
     ForEachFault([&](Fault& fault) {
       SaveWorld save;
       save.disk.fault = fault;
+      save.disk.fault.reason = {platform::Failure::Kind::kDiskFull};
       save.progress.cancelBefore = cancelBefore;
+      const auto expectOldOrWhole = [&](bool mustBeWhole = false) {
+        const auto target = save.disk.At(kTarget);
+        ASSERT_TRUE(target);
+        EXPECT_TRUE(target->bytes == whole || (target->bytes == "old" && !mustBeWhole) ||
+                    !save.progress.messages.empty());
+      };
+      save.progress.onMessages = [&] { expectOldOrWhole(); };
       const SaveEnd end = save.Run(GetParam());
       fault = save.TakeFault();
       SCOPED_TRACE(::testing::PrintToString(fault));
-      save.disk.LoseUnflushed();
-      const std::string target = save.disk.Bytes(kTarget).value_or("old");
-      if (end == SaveEnd::kSaved)
-        EXPECT_TRUE(target == whole || !save.progress.messages.empty());
-      else
-        EXPECT_EQ(target, "old") << "half a file is left";
+      expectOldOrWhole(end == SaveEnd::kSaved);
       if (end == SaveEnd::kNotNamed) EXPECT_TRUE(save.disk.Take(save.result.detail) == whole);
       if (end == SaveEnd::kNotNamed || !fault.lasting || fault.met != "remove")
         save.ExpectNothingLeft();
+      if (end == SaveEnd::kNotWritten) EXPECT_EQ(save.ToldEnd(), kWriteError + because);
+      if (end == SaveEnd::kNotRead && fault.kind == Fault::Kind::kError)
+        EXPECT_EQ(save.ToldEnd(), kReadError + because);
+      save.disk.LoseUnflushed();
+      expectOldOrWhole(end == SaveEnd::kSaved);
     });
 }
 
 TEST_P(EverySave, RefusalsAreToldOnceAndHarmNothing) {
   constexpr char kLink[] = "C:\\Saved\\link.60D", kHidden[] = "C:\\Saved\\hidden.60D";
-  constexpr char kReadError[] = "Error reading file ...", kWriteError[] = "Error writing file ...";
+  constexpr char kHeld[] = "C:\\Saved\\held.60D", kReadOnly[] = "C:\\Saved\\read-only.60D";
+  constexpr char kWritten[] = "C:\\Saved\\written.60D";
   const struct {
     const char* name;
-    const char* message;
+    std::string message;
     int first;
     const char* target;
     const char* source = kSource;
   } kRefusals[] = {
       {"empty range", kReadError, 3, kTarget},
       {"block 0", kReadError, 0, kTarget},
-      {"no source", kReadError, 1, kTarget, "C:\\gone.60D"},
-      {"source as target", kWriteError, 1, kSource},
-      {"link to the source", kWriteError, 1, kLink},
-      {"hidden target", kWriteError, 1, kHidden},
-      {"no folder", kWriteError, 1, "C:\\nowhere\\part.60D"},
-      {"folder as target", kWriteError, 1, "C:\\Saved"},
+      {"no source", Why(kReadError, "The recording is no longer there."), 1, kTarget, "C:\\gone"},
+      {"source in use", Why(kReadError, "The recording is in use by another program."), 1, kTarget,
+       kWritten},
+      {"source as target", Why(kWriteError, "The target is the recording itself."), 1, kSource},
+      {"link to it", Why(kWriteError, "The target is the recording itself."), 1, kLink},
+      {"hidden target", Why(kWriteError, "A hidden or system file has this name."), 1, kHidden},
+      {"protected target", Why(kWriteError, "The file is write-protected."), 1, kReadOnly},
+      {"held target", Why(kWriteError, "The file is in use by another program."), 1, kHeld},
+      {"no folder", Why(kWriteError, "The folder does not exist."), 1, "C:\\nowhere\\part.60D"},
+      {"folder as target", Why(kWriteError, "A folder has this name."), 1, "C:\\Saved"},
   };
   for (const auto& refusal : kRefusals) {
     SCOPED_TRACE(refusal.name);
     SaveWorld save;
     save.disk.Link(kSource, kLink);
-    save.disk.Put(kHidden, "");
-    save.disk.At(kHidden)->hidden = true;
+    for (const char* path : {kHidden, kReadOnly, kHeld}) save.disk.Put(path, "");
+    save.disk.At(kHidden)->hidden = save.disk.At(kReadOnly)->readOnly = true;
+    const auto held = {save.disk.Open(kHeld, platform::OpenMode::kReadExisting),
+                       save.disk.Open(kWritten, platform::OpenMode::kWriteNew)};
     const auto files = save.disk.files;
     save.job.targetPath = refusal.target;
     save.job.sourcePath = refusal.source;
     save.Run(GetParam(), refusal.first, 2);
+    for (const platform::FileHandle file : held) save.disk.Close(file);
     save.ExpectRefusal(refusal.message);
     EXPECT_EQ(save.progress.done, 0);
     EXPECT_TRUE(save.disk.files == files);
   }
-}
-
-TEST(SaveBlockRange, LeavesWhatAnotherHasPutThere) {
-  SaveWorld save;
-  save.progress.onMessages = [&] {
-    if (!save.disk.At(kTarget)) save.disk.Put(kTarget, "theirs");
-  };
-  EXPECT_EQ(save.Run(kWholeBlocks), SaveEnd::kNotNamed);
-  EXPECT_EQ(save.disk.View(kTarget), "theirs");
 }
 
 /// A file that was rebuilt ends in a short block. Opened again, it is a recording as any other.

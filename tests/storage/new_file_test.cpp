@@ -38,8 +38,8 @@ TEST(FlushPace, WritesWhatTheMediumTakesInATenthOfASecond) {
 // slice. What is given up meanwhile is written no further.
 TEST(NewFile, AwaitsEachFlushWhileMessagesRun) {
   struct SlowDisk : MemoryDisk {
-    std::promise<bool> answer;
-    std::future<bool> Flush(FileHandle) override { return (answer = {}).get_future(); }
+    std::promise<platform::Flushed> answer;
+    std::future<platform::Flushed> Flush(FileHandle) override { return (answer = {}).get_future(); }
   };
   constexpr int kNever = 99;
   const std::string block(kBlock, 'x');
@@ -48,7 +48,8 @@ TEST(NewFile, AwaitsEachFlushWhileMessagesRun) {
       PlatformWith<SlowDisk> world;
       int breaths = 0;
       NewFile file(world.system, NewFile::Place::kTemporary, [&] {
-        if (++breaths % 4 == 0 || breaths == givenUpAt) world.disk.answer.set_value(flushes);
+        if (++breaths % 4 == 0 || breaths == givenUpAt)
+          world.disk.answer.set_value({.done = flushes});
         return breaths < givenUpAt;
       });
       EXPECT_TRUE(file.Create("C:\\Trimbrook\\new.60D"));

@@ -3,6 +3,7 @@
 #include <ostream>
 #include <string>
 
+#include "platform/failure.h"
 #include "tests/support/figure.h"
 
 /// One fault of the disk: the `call`-th call fails (from 1), once or every such call from then on.
@@ -16,6 +17,7 @@ struct Fault {
   int call = kNever;
   bool lasting = false;
   Kind kind = Kind::kError;
+  platform::Failure reason = {};  ///< That an error tells.
   std::string met;  ///< The operation that the fault has struck; empty while it has struck none.
 
   /// Counts a call of `operation` that can fail so, and tells whether it does.

@@ -19,28 +19,28 @@
 #include "tests/support/fault.h"
 
 /// A whole disk in memory, for tests and fuzzers: drives, folders and files by Windows paths,
-/// compared without regard to case. A new file is nobody else's while it is open, what is open for
-/// renaming cannot be read and the other way round, and an open file cannot be deleted. A fault
-/// strikes the calls of the three interfaces. A flush or close that fails loses half of what was
-/// written since the last flush, and a close that fails has closed the file all the same.
+/// compared without regard to case. What is being written is nobody else's while it is open, and an
+/// open file is neither deleted nor replaced. A fault strikes the calls of the three interfaces. A
+/// flush or close that fails loses half of what was written since the last flush, and a close that
+/// fails has closed the file all the same.
 class MemoryDisk : public platform::Files, public platform::FileNames, public platform::Drives {
  public:
   using FileHandle = platform::FileHandle;
   using OpenMode = platform::OpenMode;
+  using Failure = platform::Failure;
 
   struct File {
     std::string bytes;
-    bool hidden = false;  ///< `Find` does not answer it.
-    bool temporary = false;
+    bool hidden = false;
+    bool readOnly = false;
+    bool temporary = false;   ///< Goes when it is closed.
     bool hasIdentity = true;  ///< `Identity` can tell it from others.
     long long written = 0;    ///< When: the number of the last write, unless a test says otherwise.
     std::string permissions;  ///< The folder that has handed them down.
     std::string volume;
     int handles = 0;
-    OpenMode mode = OpenMode::kReadExisting;  ///< Of the handles that are open.
-    std::uint64_t unflushed = 0;              ///< Bytes at the end.
-
-    bool IsWritten() const { return mode != OpenMode::kReadExisting; }
+    bool isWritten = false;       ///< By the handle that is open.
+    std::uint64_t unflushed = 0;  ///< Bytes at the end.
   };
   struct CaseBlind {
     bool operator()(const std::string& left, const std::string& right) const {
@@ -89,8 +89,15 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     files.erase(path);
     return file ? std::move(file->bytes) : "";
   }
-  /// What a loss of power does: what was written since the last flush is gone.
+  /// What a loss of power does: what was written since the last flush is gone, and so is the name
+  /// that a file has got since.
   void LoseUnflushed() {
+    if (renamed_) {
+      files[renamed_->from] = files.at(renamed_->to);
+      files[renamed_->to] = renamed_->replaced;
+      if (!renamed_->replaced) files.erase(renamed_->to);
+      renamed_.reset();
+    }
     for (const auto& [path, file] : files) {
       file->bytes.resize(file->bytes.size() - file->unflushed);
       file->unflushed = 0;
@@ -103,23 +110,31 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     if (Fails("open")) return FileHandle::kInvalid;
     auto file = At(path);
     const bool anew = mode == OpenMode::kWriteNew;
-    if (!file && (!anew || !HasRoomFor(path))) return FileHandle::kInvalid;
-    if (file && file->handles > 0 && (anew || file->mode != mode)) return FileHandle::kInvalid;
+    if (!file && (!anew || !HasRoomFor(path))) return Refused(Failure::Kind::kMissing);
+    if (file && file->handles > 0 && (anew || file->isWritten))
+      return Refused(Failure::Kind::kInUse);
     if (!file) Put(path, ""), file = At(path);
     if (anew) {
       file->bytes.clear();
       file->unflushed = 0;
     }
-    file->mode = mode;
-    ++file->handles;
-    handles_[nextHandle_] = {file};
-    return static_cast<FileHandle>(nextHandle_++);
+    return Opened(file, anew);
+  }
+
+  platform::TemporaryFile MakeTemporary(const std::string& folder,
+                                        const std::string& prefix) override {
+    if (Fails("temporary file") || !IsFolder(folder)) return {};
+    const std::string path =
+        Trimmed(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
+    Put(path, "");
+    At(path)->temporary = true;
+    return {Opened(At(path), true), path};
   }
 
   bool Read(FileHandle file, void* buffer, std::uint32_t bytes, std::uint32_t& bytesRead) override {
     bytesRead = 0;
     Handle* handle = Of(file);
-    if (Fails("read") || !handle || handle->file->IsWritten()) return false;
+    if (Fails("read") || !handle || handle->file->isWritten) return false;
     bytes = Moved("read", bytes);
     ++reads;
     const std::string& content = handle->file->bytes;
@@ -136,7 +151,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
              std::uint32_t& bytesWritten) override {
     bytesWritten = 0;
     Handle* open = Of(handle);
-    if (Fails("write") || !open || !open->file->IsWritten()) return false;
+    if (Fails("write") || !open || !open->file->isWritten) return false;
     bytes = Moved("write", bytes);
     if (bytes == 0) return true;
     File& file = *open->file;
@@ -166,21 +181,36 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     return handle->file->bytes.size();
   }
 
-  std::future<bool> Flush(FileHandle file) override {
+  std::future<platform::Flushed> Flush(FileHandle file) override {
     const Handle* handle = Of(file);
     const bool flushed = handle && Keeps("flush", *handle->file);
-    if (flushed) handle->file->unflushed = 0;
-    std::promise<bool> answer;
-    answer.set_value(flushed);
+    if (flushed) {
+      handle->file->unflushed = 0;
+      renamed_.reset();
+    }
+    std::promise<platform::Flushed> answer;
+    answer.set_value({.done = flushed, .why = flushed ? Failure() : fault.reason});
     return answer.get_future();
   }
 
-  bool Rename(FileHandle file, const std::string& from, const std::string& to) override {
+  bool Keep(FileHandle file, const std::string& path) override {
     const Handle* handle = Of(file);
-    if (Fails("rename") || !handle || handle->file->mode != OpenMode::kWriteExisting) return false;
-    if (handle->file != At(from) || !HasRoomFor(to)) return false;
+    if (Fails("keep") || !handle || handle->file != At(path)) return false;
+    handle->file->temporary = false;
+    return true;
+  }
+
+  bool Rename(FileHandle file, const std::string& from, const std::string& to,
+              platform::IfTaken ifTaken) override {
+    const Handle* handle = Of(file);
+    if (Fails("rename") || !handle || handle->file != At(from) || handle->file->temporary)
+      return false;
+    const platform::Standing standing = StandingAt(to);
+    if (standing.hindrance || (standing.isTaken && ifTaken == platform::IfTaken::kRefuse))
+      return false;
     if (!IsSamePath(handle->file->volume, VolumeOf(to))) return false;
     if (refusedRenames-- > 0) return false;
+    renamed_ = {from, to, At(to)};
     files.erase(from);
     files[to] = handle->file;
     return true;
@@ -189,35 +219,27 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   bool Close(FileHandle file) override {
     const auto closed = handles_.extract(static_cast<std::intptr_t>(file));
     if (!closed) return false;
-    --closed.mapped().file->handles;
-    return Keeps("close", *closed.mapped().file);
+    const std::shared_ptr<File> gone = closed.mapped().file;
+    --gone->handles;
+    if (gone->temporary)
+      std::erase_if(files, [&](const auto& each) { return each.second == gone; });
+    return Keeps("close", *gone);
   }
 
   std::optional<platform::FileIdentity> Identity(FileHandle file) override {
     const Handle* handle = Of(file);
     if (Fails("identity") || !handle || !handle->file->hasIdentity) return std::nullopt;
-    return platform::FileIdentity{1, reinterpret_cast<std::uintptr_t>(handle->file.get())};
+    return platform::FileIdentity{
+        std::to_string(reinterpret_cast<std::uintptr_t>(handle->file.get()))};
   }
 
-  bool Find(const std::string& path) override {
-    return !Fails("find") && At(path) && !At(path)->hidden;
+  Failure LastFailure() override { return std::exchange(lastFailure_, {}); }
+
+  platform::Standing LookAt(const std::string& path) override {
+    if (Fails("look")) return {.hindrance = fault.reason};
+    return StandingAt(path);
   }
   bool Remove(const std::string& path) override { return !Fails("remove") && Delete(path); }
-
-  std::string MakeTemporary(const std::string& folder, const std::string& prefix) override {
-    if (Fails("temporary name") || !IsFolder(folder)) return "";
-    const std::string path =
-        Trimmed(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
-    Put(path, "");
-    return path;
-  }
-
-  bool SetTemporary(const std::string& path, bool temporary) override {
-    const auto file = At(path);
-    if (Fails("attribute") || !file) return false;
-    file->temporary = temporary;
-    return true;
-  }
 
   bool CopyTimes(const std::string& from, const std::string& to) override {
     const auto source = At(from), target = At(to);
@@ -225,8 +247,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     target->written = source->written;
     return true;
   }
-  std::uint64_t FreeBytes(const std::string& root) override {
-    return Fails("free bytes") ? 0 : LimitOf(room, VolumeOf(root));
+  std::uint64_t FreeBytes(const std::string& folder) override {
+    return Fails("free bytes") ? 0 : LimitOf(room, VolumeOf(folder));
   }
   std::uint64_t LargestFile(const std::string& folder) override {
     return LimitOf(largest, VolumeOf(folder));
@@ -305,10 +327,44 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     std::uint64_t position = 0;
   };
 
+  /// The last name that a file has got, while that is not flushed.
+  struct Renamed {
+    std::string from, to;
+    std::shared_ptr<File> replaced;
+  };
+
+  FileHandle Opened(const std::shared_ptr<File>& file, bool writes) {
+    file->isWritten = writes;
+    ++file->handles;
+    handles_[nextHandle_] = {file};
+    return static_cast<FileHandle>(nextHandle_++);
+  }
+  FileHandle Refused(Failure::Kind why) {
+    lastFailure_ = {why};
+    return FileHandle::kInvalid;
+  }
+  platform::Standing StandingAt(const std::string& path) const {
+    const auto hindered = [](bool isTaken, Failure::Kind why) {
+      return platform::Standing{isTaken, Failure{why}};
+    };
+    if (path.empty() || !IsFolder(ParentOf(path))) return hindered(false, Failure::Kind::kMissing);
+    if (IsFolder(path)) return hindered(true, Failure::Kind::kFolder);
+    const auto file = At(path);
+    if (!file) return {};
+    if (file->hidden) return hindered(true, Failure::Kind::kUnseen);
+    if (file->readOnly) return hindered(true, Failure::Kind::kFileProtected);
+    if (file->handles > 0) return hindered(true, Failure::Kind::kInUse);
+    return {.isTaken = true};
+  }
+
   static std::uint64_t LimitOf(const Limits& limits, const std::string& volume) {
     return limits.contains(volume) ? limits.at(volume) : UINT64_MAX;
   }
-  bool Fails(const char* operation) { return fault.Strikes(operation); }
+  bool Fails(const char* operation) {
+    if (!fault.Strikes(operation)) return false;
+    lastFailure_ = fault.reason;
+    return true;
+  }
   /// How many of the bytes a read or write moves.
   std::uint32_t Moved(const char* operation, std::uint32_t bytes) {
     return fault.Strikes(operation, Fault::Kind::kShortTransfer) ? bytes / 2 : bytes;
@@ -341,7 +397,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   /// Whether a flush or close keeps what was written; else half of it is gone.
   bool Keeps(const char* operation, File& file) {
     if (!Fails(operation)) return true;
-    if (file.IsWritten()) file.bytes.resize(file.bytes.size() - (file.unflushed + 1) / 2);
+    if (file.isWritten) file.bytes.resize(file.bytes.size() - (file.unflushed + 1) / 2);
     file.unflushed = 0;
     return false;
   }
@@ -361,5 +417,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::map<std::intptr_t, Handle> handles_;
   std::intptr_t nextHandle_ = 0;  // A handle of 0 is as good as any other.
   int temporaryNames_ = 0;
+  std::optional<Renamed> renamed_;
+  Failure lastFailure_;
   long long time_ = 0;
 };

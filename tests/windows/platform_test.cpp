@@ -46,8 +46,9 @@ auto WorldIn(const std::string& folder) {
     const auto aged = [place](const std::string& path, long long seconds) {
       return Aged(WidePath(path), seconds);
     };
-    return DiskWorld{place->files, place->names,           &place->drives,
-                     folder,       hasOther ? "F:\\" : "", aged};
+    const auto protect = [](const std::string& path, bool on) { Protect(WidePath(path), on); };
+    return DiskWorld{place->files,           place->names, &place->drives, folder,
+                     hasOther ? "F:\\" : "", aged,         protect};
   };
 }
 
@@ -67,13 +68,11 @@ TEST_P(PlatformTest, TellsDevicesAndHiddenFilesFromNormalOnes) {
   EXPECT_EQ(names.FreeBytes("Q:\\"), 0u) << "a drive that is not there";
   const std::wstring path = Wide(Make(Path("marked")));
   SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
-  EXPECT_FALSE(names.Find(Path("marked")) || names.Find(Path("*")));
-  for (const bool temporary : {true, false}) {
-    EXPECT_TRUE(names.SetTemporary(Path("marked"), temporary));
-    // Wine does not keep the mark itself.
-    EXPECT_EQ(GetFileAttributesW(path.c_str()) & ~DWORD{FILE_ATTRIBUTE_TEMPORARY},
-              FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
-  }
+  EXPECT_EQ(names.LookAt(Path("marked")).hindrance->kind, Failure::Kind::kUnseen);
+  EXPECT_FALSE(names.LookAt(Path("*")).isTaken);
+  const auto [file, kept] = files.MakeTemporary(world.folder, "WAV");
+  EXPECT_TRUE(files.Keep(file, kept) && files.Close(file));
+  EXPECT_EQ(GetFileAttributesW(Wide(kept).c_str()), FILE_ATTRIBUTE_ARCHIVE);
 }
 
 TEST_P(PlatformTest, ReadsTextsOfTheRegistryWhole) {
