@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "capture/mdlFileProcessing.h"
 #include "platform/trimmed.h"
 
 using format::BlockType;
@@ -112,6 +113,14 @@ std::string TextIn(Bytes sectors) {
 IndexedBlock DecodeList(Bytes trailer, std::int32_t trailerPlace, bool is20D) {
   const BlockType* type = format::BlockTypeOf(is20D, trailer[format::trailer::kBlockType]);
   return type ? ListDecoder(*type, trailer, trailerPlace).Decode() : IndexedBlock();
+}
+
+std::optional<IndexedBlock> ReadList(SourceFile& source, std::int32_t block) {
+  const bool is20D = mdlFileProcessing::bln20D;
+  std::vector<std::uint8_t> trailer(
+      static_cast<std::size_t>(format::VariantOf(is20D).trailerLength));
+  if (source.ReadTrailer(block, 0, trailer) != std::ssize(trailer)) return std::nullopt;
+  return DecodeList(trailer, source.TrailerOf(block), is20D);
 }
 
 NewImage DecodeImage(const IndexedBlock& block, const IndexedImage& image, Bytes bytes) {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "capture/block_type.h"
 #include "capture/fields.h"
 #include "capture/mdlCreate60DFile.h"
+#include "capture/source_file.h"
 
 /// The images of a block: decoded from its trailer as its list tells them, then each from its own
 /// bytes.
@@ -42,6 +44,9 @@ struct IndexedBlock {
 /// The list that a trailer holds, of a block whose data end where its trailer begins,
 /// `trailerPlace` bytes from its start.
 IndexedBlock DecodeList(mdlFileProcessing::Bytes trailer, std::int32_t trailerPlace, bool is20D);
+
+/// The list of a block (from 1) of a file; none when its trailer cannot be read whole.
+std::optional<IndexedBlock> ReadList(SourceFile& source, std::int32_t block);
 
 /// An image with all that belongs to it, from its bytes, begin to end; it refers to them. Its title
 /// is the one in its tail, else the one in its block's table, else one made from its camera.

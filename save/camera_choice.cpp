@@ -1,6 +1,7 @@
 #include "save/camera_choice.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "capture/image_list.h"
@@ -64,19 +65,15 @@ std::string FirstTitle(platform::Files& files, const std::string& path, std::int
   SourceFile source(files, path);
   if (number == 0 || !source.IsOpen()) return "";
   const std::int32_t block = firstBlock + number - 1;
-  const bool is20D = mdlFileProcessing::bln20D;
-  const std::int32_t trailerLength = format::VariantOf(is20D).trailerLength;
-  std::vector<std::uint8_t> bytes(static_cast<std::size_t>(trailerLength));
-  if (source.ReadTrailer(block, 0, bytes) != trailerLength) return "";
-  const IndexedBlock list = DecodeList(bytes, source.TrailerOf(block), is20D);
-  const auto image = std::ranges::find_if(list.images, [camera](const IndexedImage& each) {
+  const std::optional<IndexedBlock> list = ReadList(source, block);
+  if (!list) return "";
+  const auto image = std::ranges::find_if(list->images, [camera](const IndexedImage& each) {
     return each.camera == camera && !each.IsDamaged();
   });
-  if (image == list.images.end()) return "";
-  bytes.resize(static_cast<std::size_t>(image->End() - image->Begin()));
-  if (source.Read(block, image->Begin(), bytes) != static_cast<std::int32_t>(bytes.size()))
-    return "";
-  return Utf8OfLatin1(DecodeImage(list, *image, bytes).title);
+  if (image == list->images.end()) return "";
+  std::vector<std::uint8_t> bytes(static_cast<std::size_t>(image->End() - image->Begin()));
+  if (source.Read(block, image->Begin(), bytes) != std::ssize(bytes)) return "";
+  return Utf8OfLatin1(DecodeImage(*list, *image, bytes).title);
 }
 
 SelectionMode ChooseCameras(std::uint32_t enabled, std::uint32_t ticked) {

@@ -79,7 +79,7 @@ TEST(Source, DialogsOfferTheKindsInTheProgramsFolder) {
 }
 
 // The first of several is taken, and an open one makes way.
-TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
+TEST(Source, OpensWhatIsHandedToItIfItEndsAsARecording) {
   const std::string wide = InWork("\xD0\x97\xD0\xB0 \xE9\x8C\xB2.60D");
   const std::string blocks = InWork("blocks.60d");
   CopyTo(Recording("day.60D"), wide);
@@ -102,6 +102,19 @@ TEST(Source, OpensWhatIsHandedToItIfItHasTwoWholeBlocks) {
   program.AwaitSource(blocks);
   EXPECT_TRUE(program.EnabledCameras().empty());
   EXPECT_FALSE(Shows(program, 17));
+  // A rebuilt file may be one short block: a sector of data, then the trailer with its type, its
+  // cameras, one image and the end of the data.
+  const std::string rebuilt = InWork("rebuilt.60D");
+  Resize(rebuilt, 512 + 1024);
+  for (const auto& [place, byte] :
+       {std::pair(13, "\x30"), {19, "\x01"}, {33, "\x01"}, {41, "\x03"}})
+    Patch(rebuilt, static_cast<std::uint64_t>(512 + place), byte);
+  program.Drop({rebuilt});
+  program.AwaitSource(rebuilt);
+  EXPECT_THAT(program.EnabledCameras(), ElementsAre(1));
+  EXPECT_EQ(program.Text(IDC_frmTrimbrook_Text4), "2");
+  EXPECT_EQ(program.First(), 1);
+  EXPECT_EQ(program.Last(), 1);
 }
 
 // What lies far beyond all that 32 bits hold is saved, too.
