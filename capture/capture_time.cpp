@@ -49,12 +49,11 @@ std::optional<int> PartOfText(const std::string& text, int part) {
 }  // namespace
 
 std::string SecondsToDateText(platform::DateText& dates, std::int32_t seconds) {
-  return dates.Format(DateAfterEpoch(seconds));
+  return dates.Format(DateOfSeconds(seconds));
 }
 
-platform::Date DateOfSeconds(platform::DateText& dates, std::int32_t seconds) {
-  // Through the text and back: a block's time is exactly what the user sees of it.
-  return dates.Parse(SecondsToDateText(dates, seconds)).value_or(DateAfterEpoch(seconds));
+platform::Date DateOfSeconds(std::int32_t seconds) {
+  return DateAfterEpoch(TimeOfStamp(seconds));
 }
 
 std::int64_t SecondsOfDate(platform::Date date) {

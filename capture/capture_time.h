@@ -6,15 +6,22 @@
 
 #include "platform/date_text.h"
 
-/// A capture time stamp is a signed 32-bit number of whole seconds since 1960-01-01 00:00:00, the
-/// recorder's local time. Dates and their texts are the platform's.
+/// A capture time stamp is a 32-bit number of whole seconds since 1960-01-01 00:00:00, the
+/// recorder's local time. It is kept as a signed number, but recorders' clocks run on: one that
+/// reads as negative is a time after 2028-01-19 03:14:07, to 2096. Dates and their texts are the
+/// platform's.
+
+/// Whole seconds from the epoch to the time that a stamp tells.
+constexpr std::int64_t TimeOfStamp(std::int32_t seconds) {
+  return static_cast<std::uint32_t>(seconds);
+}
 
 /// The general date-time text of a capture time stamp.
 std::string SecondsToDateText(platform::DateText& dates, std::int32_t seconds);
 
-/// The date that the text of a capture time stamp shows; where the platform cannot read its own
-/// text back, the date that the number means.
-platform::Date DateOfSeconds(platform::DateText& dates, std::int32_t seconds);
+/// The date of a capture time stamp. That its text tells the same second cannot be relied on: some
+/// read back as another, by two digits of a year for one.
+platform::Date DateOfSeconds(std::int32_t seconds);
 
 /// Whole seconds from the epoch to a date, rounded.
 std::int64_t SecondsOfDate(platform::Date date);

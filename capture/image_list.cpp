@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "capture/capture_time.h"
 #include "capture/mdlFileProcessing.h"
 #include "platform/trimmed.h"
 
@@ -80,8 +81,9 @@ class ListDecoder {
 
   /// The time stamp of image `k` (from 0) of `count` that have no tails.
   std::int32_t ListedSeconds(int k, int count) const {
-    const std::int64_t start = ReadBigEndian(trailer_, format::trailer::kStart, 4);
-    const std::int64_t span = ReadBigEndian(trailer_, format::trailer::kEnd, 4) - start;
+    const std::int64_t start = TimeOfStamp(ReadBigEndian(trailer_, format::trailer::kStart, 4));
+    const std::int64_t span =
+        TimeOfStamp(ReadBigEndian(trailer_, format::trailer::kEnd, 4)) - start;
     const int listed = type_.entry.secondsOfBlock;
     const std::int64_t after =
         listed == format::kAbsent

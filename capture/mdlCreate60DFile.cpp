@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "capture/capture_time.h"
+
 namespace mdlCreate60DFile {
 
 using format::kSectorSize;
@@ -82,8 +84,8 @@ void BlockBuilder::PutSector(int offset) {
 }
 
 void BlockBuilder::AddToSummary(const NewImage& image) {
-  summary_.earliest = std::min(summary_.earliest, image.seconds);
-  summary_.latest = std::max(summary_.latest, image.seconds);
+  summary_.earliest = std::min(summary_.earliest, TimeOfStamp(image.seconds));
+  summary_.latest = std::max(summary_.latest, TimeOfStamp(image.seconds));
   const std::int32_t bit = 1 << image.camera;
   summary_.cameraMask |= bit;
   if (IsStored(image.flags)) summary_.flagMasks[image.flags] |= bit;
@@ -121,7 +123,7 @@ void BlockBuilder::AddText(const std::string& text) {
 void BlockBuilder::Seal(std::int32_t sequence, int videoStandard) {
   namespace header = format::trailer30;
   PutSector(entryCursor_);
-  const auto put = [this](int offset, int length, std::int32_t value) {
+  const auto put = [this](int offset, int length, std::int64_t value) {
     PutBigEndian(&trailer_[static_cast<std::size_t>(offset)], length, value);
   };
   put(format::trailer::kEarliest, 4, summary_.earliest);

@@ -49,8 +49,9 @@ class BlockBuilder {
   /// What the trailer tells of all images.
   struct Summary {
     std::int32_t imageCount = 0;
-    std::int32_t earliest = std::numeric_limits<std::int32_t>::max();
-    std::int32_t latest = 0;
+    std::int64_t earliest =
+        std::numeric_limits<std::uint32_t>::max();  ///< As `TimeOfStamp` has it.
+    std::int64_t latest = 0;
     std::int32_t cameraMask = 0;
     std::int32_t flagMasks[4] = {};  ///< By flags; the first is not used.
     std::int32_t textMask = 0;

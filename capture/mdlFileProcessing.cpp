@@ -24,26 +24,6 @@ OneBased<std::int32_t> lngCamMaskAlt;
 
 namespace {
 
-/// Dates of time stamps. One block often ends in the second in which the next begins, and going
-/// through the platform's texts is what a scan spends its time on.
-class DateMemory {
- public:
-  explicit DateMemory(platform::DateText& dates) : dates_(dates) {}
-
-  platform::Date Of(std::int32_t seconds) {
-    if (!filled_ || seconds != seconds_) date_ = DateOfSeconds(dates_, seconds);
-    filled_ = true;
-    seconds_ = seconds;
-    return date_;
-  }
-
- private:
-  platform::DateText& dates_;
-  bool filled_ = false;
-  std::int32_t seconds_ = 0;
-  platform::Date date_ = 0;
-};
-
 /// Empties the source index, and makes room in it for `count` blocks.
 void SizeIndex(std::int32_t count) {
   lngBlockCount = count;
@@ -72,15 +52,15 @@ ReadEnd ReadBlocks(std::int32_t count, Pacer* pacer, ReadBlock read) {
 }
 
 /// Reads the stamps and the type of a block (from 1) into the index.
-bool IndexBlock(SourceFile& source, DateMemory& dates, std::int32_t block) {
+bool IndexBlock(SourceFile& source, std::int32_t block) {
   using namespace format::trailer;
   constexpr int lngRecordOffset = kStart;
   std::array<std::uint8_t, kBlockType - lngRecordOffset + 1> bytRecord = {};
   if (!source.ReadTrailer(block, lngRecordOffset, bytRecord)) return false;
   lngBlockStart[block] = ReadBigEndian(bytRecord, kStart - lngRecordOffset, 4);
   lngBlockEnd[block] = ReadBigEndian(bytRecord, kEnd - lngRecordOffset, 4);
-  dtBlockStart[block] = dates.Of(lngBlockStart[block]);
-  dtBlockEnd[block] = dates.Of(lngBlockEnd[block]);
+  dtBlockStart[block] = DateOfSeconds(lngBlockStart[block]);
+  dtBlockEnd[block] = DateOfSeconds(lngBlockEnd[block]);
   bytBlockStatus = bytRecord.back();
   if (SourceType()) lngCameraCount = std::max(lngCameraCount, SourceType()->cameras);
   return true;
@@ -105,15 +85,13 @@ const format::BlockType* SourceType() {
   return format::BlockTypeOf(bln20D, bytBlockStatus);
 }
 
-ReadEnd ScanSourceFile(platform::Files& files, platform::DateText& dates, const std::string& path,
-                       Pacer* pacer) {
+ReadEnd ScanSourceFile(platform::Files& files, const std::string& path, Pacer* pacer) {
   SizeIndex(0);
   SourceFile source(files, path);
   if (!source.IsOpen()) return ReadEnd::kFailed;
   SizeIndex(source.BlockCount());
-  DateMemory memory(dates);
-  const ReadEnd end = ReadBlocks(
-      lngBlockCount, pacer, [&](std::int32_t block) { return IndexBlock(source, memory, block); });
+  const ReadEnd end = ReadBlocks(lngBlockCount, pacer,
+                                 [&](std::int32_t block) { return IndexBlock(source, block); });
   if (end == ReadEnd::kDone)
     return lngBlockCount > 0 && SourceType() ? ReadEnd::kDone : ReadEnd::kNotValid;
   SizeIndex(0);

@@ -74,7 +74,7 @@ bool frmTrimbrook::Confirm() {
     return false;
   }
   NoteConfirmed();
-  const BlockRange range = BlocksOfTimeRange(system_.dates, start, end);
+  const BlockRange range = BlocksOfTimeRange(start, end);
   Slider1.SetValue(range.first);
   Slider2.SetValue(range.last);
   return true;

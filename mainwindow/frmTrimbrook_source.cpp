@@ -82,7 +82,7 @@ bool frmTrimbrook::ReadSource(const std::string& path) {
   const auto read = [&] {
     Reading reading = StartReading(2);
     Pacer scan = reading.NextPass();
-    const ReadEnd scanned = ScanSourceFile(system_.files, system_.dates, path, &scan);
+    const ReadEnd scanned = ScanSourceFile(system_.files, path, &scan);
     if (scanned != ReadEnd::kDone) return scanned;
     Pacer check = reading.NextPass();
     return mdlFileProcessing::CheckAvailability(system_.files, path, 1, lngBlockCount, &check);
@@ -99,8 +99,8 @@ bool frmTrimbrook::AcceptReading(ReadEnd end) {
 
 void frmTrimbrook::ShowSource(const std::string& path) {
   Text1.SetText(path);
-  start_.strTime = system_.dates.Format(dtBlockStart[1]);
-  end_.strTime = system_.dates.Format(dtBlockEnd[dtBlockEnd.UpperBound()]);
+  start_.strTime = SecondsToDateText(system_.dates, lngBlockStart[1]);
+  end_.strTime = SecondsToDateText(system_.dates, lngBlockEnd[lngBlockCount]);
   Text2.SetText(start_.strTime + "----" + end_.strTime);
   Text5.SetText(Text2.Text());
   ResetRange();

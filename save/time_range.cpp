@@ -28,11 +28,6 @@ bool IsWithin(std::int64_t seconds, const OneBased<platform::Date>& blockTimes) 
          seconds <= SecondsOfDate(blockTimes[blockTimes.UpperBound()]);
 }
 
-/// The time as a block that began or ended then shows it: through the same text and back.
-std::int64_t AsShown(platform::DateText& dates, std::int64_t seconds) {
-  return SecondsOfDate(DateOfSeconds(dates, static_cast<std::int32_t>(seconds)));
-}
-
 /// From the first to the last block, in the file's order, whose time overlaps the given one.
 std::optional<BlockRange> BlocksOverlapping(std::int64_t from, std::int64_t to) {
   BlockRange range;
@@ -57,25 +52,22 @@ const char* TimeRangeRefusal(std::int64_t start, std::int64_t end) {
   return start < end ? nullptr : range_text::kNotEarlier;
 }
 
-BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std::int64_t end) {
-  const std::int64_t from = AsShown(dates, start);
-  const std::int64_t to = AsShown(dates, end);
+BlockRange BlocksOfTimeRange(std::int64_t start, std::int64_t end) {
   BlockRange range{dtBlockStart.UpperBound(), 1};
-  while (range.first > 1 && SecondsOfDate(dtBlockStart[range.first]) > from) --range.first;
-  while (range.last < dtBlockEnd.UpperBound() && SecondsOfDate(dtBlockEnd[range.last]) < to)
+  while (range.first > 1 && SecondsOfDate(dtBlockStart[range.first]) > start) --range.first;
+  while (range.last < dtBlockEnd.UpperBound() && SecondsOfDate(dtBlockEnd[range.last]) < end)
     ++range.last;
   if (range.first <= range.last) return range;
-  return BlocksOverlapping(from, to).value_or(BlockRange{range.last, range.first});
+  return BlocksOverlapping(start, end).value_or(BlockRange{range.last, range.first});
 }
 
-std::optional<BlockRange> BlocksOfClippedRange(platform::DateText& dates, std::int64_t start,
-                                               std::int64_t end) {
+std::optional<BlockRange> BlocksOfClippedRange(std::int64_t start, std::int64_t end) {
   if (!BlocksOverlapping(start, end)) return {};
   const platform::Date* starts = dtBlockStart.data();
   const platform::Date* ends = dtBlockEnd.data();
   const platform::Date first = *std::min_element(starts, starts + dtBlockStart.UpperBound());
   const platform::Date last = *std::max_element(ends, ends + dtBlockEnd.UpperBound());
-  return BlocksOfTimeRange(dates, std::max(start, SecondsOfDate(first)),
+  return BlocksOfTimeRange(std::max(start, SecondsOfDate(first)),
                            std::min(end, SecondsOfDate(last)));
 }
 

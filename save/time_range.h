@@ -28,12 +28,11 @@ const char* TimeRangeRefusal(std::int64_t start, std::int64_t end);
 /// `start` to the first block that ends at or after `end`. Where the recorder's clock was set back
 /// in between, so that these are in the wrong order: all blocks from the first to the last one
 /// whose time overlaps the range; when there is none, the two the other way round.
-BlockRange BlocksOfTimeRange(platform::DateText& dates, std::int64_t start, std::int64_t end);
+BlockRange BlocksOfTimeRange(std::int64_t start, std::int64_t end);
 
 /// The same for a time range of which any part may lie beyond the recording: times there are taken
 /// as its ends. None when the recording holds nothing of the range.
-std::optional<BlockRange> BlocksOfClippedRange(platform::DateText& dates, std::int64_t start,
-                                               std::int64_t end);
+std::optional<BlockRange> BlocksOfClippedRange(std::int64_t start, std::int64_t end);
 
 /// The date on which a day begins.
 platform::Date DateOfDay(std::chrono::year_month_day day);

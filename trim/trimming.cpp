@@ -107,9 +107,7 @@ class Trimming {
     const SourceFile source(core_.files, request_.source);
     if (!source.IsOpen()) RefuseSource(save_text::kReadError);
     if (!source.IsRecording()) RefuseSource(save_text::kNotValid);
-    Read([&](Pacer& pacer) {
-      return ScanSourceFile(core_.files, core_.dates, request_.source, &pacer);
-    });
+    Read([&](Pacer& pacer) { return ScanSourceFile(core_.files, request_.source, &pacer); });
   }
 
   /// Reads all blocks in the way that `read` knows, with a bar.
@@ -147,12 +145,12 @@ class Trimming {
     const std::int64_t end = request_.to.value_or(SecondsOfDate(dtBlockEnd[lngBlockCount]));
     if (request_.clip) return FindClippedTimes(start, end);
     if (const char* refusal = TimeRangeRefusal(start, end)) RefuseSource(refusal);
-    return BlocksOfTimeRange(core_.dates, start, end);
+    return BlocksOfTimeRange(start, end);
   }
 
   BlockRange FindClippedTimes(std::int64_t start, std::int64_t end) {
     if (request_.from && request_.to && start >= end) RefuseSource(range_text::kNotEarlier);
-    const auto found = BlocksOfClippedRange(core_.dates, start, end);
+    const auto found = BlocksOfClippedRange(start, end);
     if (!found)
       throw Refusal(request_.source + ": holds nothing of the time range",
                     Outcome::kNothingInRange);

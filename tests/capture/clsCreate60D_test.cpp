@@ -52,7 +52,7 @@ TEST_P(Writer, BeginsABlockAfterItsMostImagesAndClosesCompactly) {
     EXPECT_EQ(target.writer.GetCurrentFileSize(), 0);
     target.Add({.seconds = 1, .bytes = Picture(10, i), .title = "DOOR"});
   }
-  target.Add({});
+  target.Add({.seconds = -5});
   EXPECT_EQ(target.writer.GetCurrentFileSize(), 2097152);
   const std::string bytes = target.Bytes();
   EXPECT_EQ(bytes.size(), 2097152 + 1024 + layout.trailerBytes);
@@ -60,9 +60,12 @@ TEST_P(Writer, BeginsABlockAfterItsMostImagesAndClosesCompactly) {
   const auto blocks = BlocksOf(bytes, GetParam());
   EXPECT_EQ(blocks.at(0).listedCount, layout.mostImages);
   EXPECT_EQ(blocks.at(1).images.at(1).title, "") << "nothing of the title before";
-  // The second block's latest stamp, camera mask, mask of flags 1 and text mask are its own.
+  // The second block's stamps, of which -5 is late in 2096, camera mask, mask of flags 1 and text
+  // mask are its own.
   const std::uint8_t* trailer = blocks.at(1).Trailer();
-  EXPECT_EQ(tools::Get(trailer + 8, 4), 1u);
+  EXPECT_EQ(tools::Get(trailer, 4), 1u);
+  EXPECT_EQ(tools::Get(trailer + 4, 4), 1u);
+  EXPECT_EQ(tools::Get(trailer + 8, 4), 0xFFFFFFFBu);
   EXPECT_EQ(tools::Get(trailer + 18, 4), 0x00010000u);
   EXPECT_EQ(tools::Get(trailer + 30, 2), 0u);
   const auto data = static_cast<std::size_t>(blocks.at(0).images.back().end);

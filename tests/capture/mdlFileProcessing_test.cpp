@@ -30,7 +30,7 @@ class Source : public testing::Test {
   ReadEnd Scan(const std::string& recording, bool is20D = false) {
     disk.Put("r", recording);
     bln20D = is20D;
-    return ScanSourceFile(disk, dates, "r");
+    return ScanSourceFile(disk, "r");
   }
 
   /// A disk that may claim a size for its files.
@@ -40,7 +40,6 @@ class Source : public testing::Test {
       return claimed ? claimed : MemoryDisk::Size(file);
     }
   } disk;
-  FakeDates dates;
 };
 
 std::string Blocks(int type, const std::vector<std::int32_t>& starts) {
@@ -85,7 +84,7 @@ TEST_F(Source, HasBlocksByRoundingHalvesToEven) {
   }
   // The trailer of the fourth block lies past the end of the file.
   EXPECT_THAT(AsVector(lngBlockStart), ElementsAre(-1, 6, 7, 0));
-  EXPECT_NEAR(dtBlockStart[1], DateOf(1959, 12, 31, 23, 59, 59), 1e-6);
+  EXPECT_NEAR(dtBlockStart[1], DateOf(2096, 2, 6, 6, 28, 15), 1e-6);
   EXPECT_EQ(dtBlockStart[4], DateOf(1960, 1, 1));
   EXPECT_EQ(bytBlockStatus, 0);
 }
@@ -206,8 +205,7 @@ TEST_F(Source, IsReadWithABreathFiftyTimesASecondUntilItIsStopped) {
       breaths.push_back(done);
       return done < lastBreath;
     });
-    return scan ? ScanSourceFile(disk, dates, "r", &pacer)
-                : CheckAvailability(disk, "r", 1, 200, &pacer);
+    return scan ? ScanSourceFile(disk, "r", &pacer) : CheckAvailability(disk, "r", 1, 200, &pacer);
   };
   for (const bool scan : {true, false}) {
     EXPECT_EQ(Scan(""), ReadEnd::kDone);

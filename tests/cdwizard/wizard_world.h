@@ -94,7 +94,7 @@ struct WizardWorld : MainWindowView {
   }
   /// Scans the recording and chooses camera 2.
   void ChooseCamera() {
-    mdlFileProcessing::ScanSourceFile(disk, outside.dates, kSource);
+    mdlFileProcessing::ScanSourceFile(disk, kSource);
     mdlSave::blnSomeCameras = true;
     mdlSave::lngCamSelLow = 1 << 1;
   }

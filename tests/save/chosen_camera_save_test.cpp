@@ -21,17 +21,19 @@ TEST(SaveChosenCameras, ReadsOnlyTheListsAndTheChosenImages) {
   }
 }
 
-TEST(SaveChosenCameras, TakesTitlesWithoutTheirBlanks) {
+TEST(SaveChosenCameras, TakesTitlesAndTimesAsTheyAreMeant) {
   const BlockPlan block = {.images = {{.camera = 0, .title = "  "},
                                       {.camera = 2, .tail = false},
                                       {.camera = 1, .title = " OWN 12345678901234567890"}},
-                           .titles = {"  GATE ", "TABLE 2", "   "}};
+                           .titles = {"  GATE ", "TABLE 2", "   "},
+                           .stamps = {{INT32_MAX, INT32_MIN + 1}}};
   SaveWorld save(Recording(0x00, {block}), 0x00);
   EXPECT_EQ(save.Run(0b111, 1, 1), SaveEnd::kSaved);
   std::vector<std::string> titles;
   for (const tools::Image& image : save.Saved()) titles.push_back(image.title);
   EXPECT_THAT(titles, ElementsAre("GATE", "Camera 3", "OWN 12345678901"))
       << "of the first 16 bytes";
+  EXPECT_EQ(save.Saved().at(1).seconds, INT32_MIN) << "halfway through the block";
 }
 
 /// Bytes put over a block, and what that costs.

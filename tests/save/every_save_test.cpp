@@ -245,7 +245,7 @@ TEST(EverySaveOfARebuiltFile, GivesWhatOneSaveWouldHaveGiven) {
   };
   const auto open = [&save](const std::string& recording) {
     save.disk.Put(kSource, recording);
-    EXPECT_EQ(mdlFileProcessing::ScanSourceFile(save.disk, save.world.dates, kSource),
+    EXPECT_EQ(mdlFileProcessing::ScanSourceFile(save.disk, kSource),
               mdlFileProcessing::ReadEnd::kDone);
     return mdlFileProcessing::lngBlockCount;
   };

@@ -35,7 +35,7 @@ struct SaveWorld {
     disk.Put(kSource, source);
     disk.Put(kTarget, "old");
     mdlFileProcessing::bln20D = is20D;
-    mdlFileProcessing::ScanSourceFile(disk, world.dates, kSource);
+    mdlFileProcessing::ScanSourceFile(disk, kSource);
   }
 
   SaveEnd Run(std::uint32_t cameras, int first = 1, int last = 2) {
