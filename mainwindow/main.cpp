@@ -23,8 +23,8 @@ std::string HandedFile() {
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  // What the program's folder holds, into which anybody may have put it, is no library of ours.
-  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
+  // Before anything that might load one.
+  platform::KeepToLibrariesOfTheSystem();
   forms::StartApplication();
   platform::WindowsPlatform system;
   frmTrimbrook window(system.bundle());

@@ -15,6 +15,10 @@ std::string ProgramPath() {
 
 }  // namespace
 
+void KeepToLibrariesOfTheSystem() {
+  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
+}
+
 WindowsPlatform::WindowsPlatform()
     : bundle_{{files_, names_, drives_, dates_, clock_, {}}, registry_, desktop_, {}} {
   SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);

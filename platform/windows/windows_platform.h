@@ -11,8 +11,12 @@
 
 namespace platform {
 
+/// Keeps libraries outside the system's folder from being loaded from now on: what the program's
+/// folder holds, into which anybody may have put it, is no library of ours.
+void KeepToLibrariesOfTheSystem();
+
 /// The outside world of this process. Made once, in `main`, it also keeps an empty drive from
-/// raising a box of the system's, and libraries outside the system's folder from being loaded.
+/// raising a box of the system's.
 class WindowsPlatform {
  public:
   WindowsPlatform();
