@@ -21,7 +21,6 @@ using mdlFileProcessing::bln20D;
 namespace {
 
 constexpr char kNoTarget[] = "Please select the target file first!";
-constexpr char kNoSpace[] = "There is not enough space on the disk for the selected file!";
 constexpr char kMayNotFit[] = "The selected file may not fit on the disk. Do you want to continue?";
 constexpr char kNoCameraChosen[] = "Please select at least one camera!";
 constexpr char kNoHighCameras[] =
@@ -88,7 +87,7 @@ bool frmTrimbrook::AcceptRoom() {
     case Room::kPerhaps:
       return AskYesNo(kMayNotFit, false);
     case Room::kTooLittle:
-      ShowMessage(kNoSpace);
+      ShowMessage(save_text::kNoSpace);
       return false;
     case Room::kTooLarge:
       ShowMessage(save_text::kTooLarge);

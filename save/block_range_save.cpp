@@ -47,6 +47,10 @@ SaveResult SaveBlockRange(platform::Core& system, SaveProgress& progress, const 
 
   if (const auto why = WhyNotThere(system, source, job.targetPath))
     return {.end = SaveEnd::kNotWritten, .why = *why};
+  const std::int64_t bytes =
+      std::int64_t{job.BlockCount() - 1} * format::kBlockSize + source.LengthOf(job.lastBlock);
+  if (const SaveEnd room = RoomForNew(system, job, bytes); room != SaveEnd::kSaved)
+    return {.end = room};
   NewFile file(
       system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken);
   if (!file.Create(job.targetPath)) return EndOfWriting(file);

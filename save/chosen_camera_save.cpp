@@ -4,7 +4,6 @@
 
 #include "capture/clsCreate60D.h"
 #include "capture/mdlFileProcessing.h"
-#include "platform/paths.h"
 #include "save/camera_index.h"
 #include "save/operations.h"
 #include "save/target.h"
@@ -23,14 +22,23 @@ bool MayBeKept(const SaveJob& job, const IndexedImage& image) {
   return job.IsChosen(image.camera) && !image.IsDamaged();
 }
 
-/// The least that the images which may be kept take in a new file: without what is left free in its
-/// blocks.
-std::uint64_t LeastBytes(const SaveJob& job, const CameraIndex& index) {
-  std::uint64_t bytes = 0;
+/// The least that a new file of the images which may be kept takes: a block holds so many of them,
+/// and so many bytes, and all but the last are whole.
+std::int64_t LeastBytes(const SaveJob& job, const CameraIndex& index) {
+  const format::Variant& variant = format::VariantOf(mdlFileProcessing::bln20D);
+  std::int64_t images = 0;
+  std::int64_t bytes = 0;
   for (std::int32_t b = 1; b <= index.blocks.UpperBound(); ++b)
-    for (const IndexedImage& image : index.blocks[b].images)
-      if (MayBeKept(job, image)) bytes += static_cast<std::uint64_t>(image.Text() - image.Begin());
-  return bytes;
+    for (const IndexedImage& image : index.blocks[b].images) {
+      if (!MayBeKept(job, image)) continue;
+      ++images;
+      bytes += image.Text() - image.Begin();
+    }
+  if (images == 0) return 0;
+  const std::int64_t whole =
+      std::max((images - 1) / variant.mostImages, (bytes - 1) / variant.trailerOffset);
+  const std::int64_t least = whole * format::kBlockSize + format::kSectorSize;
+  return std::max(least, bytes) + variant.trailerLength;
 }
 
 /// The first of these images, with those behind it, that may be kept and can be read together; none
@@ -155,7 +163,7 @@ SaveResult SaveChosenCameras(platform::Core& system, SaveProgress& progress, con
       IndexBlockRange(system, progress, source, job.firstBlock, job.lastBlock);
   if (index.end == SaveEnd::kNotRead) return EndOfReading(source);
   if (index.end != SaveEnd::kSaved) return {.end = index.end};
-  if (LeastBytes(job, index) > system.names.LargestFile(platform::FolderOf(job.targetPath)))
-    return {.end = SaveEnd::kTooLarge};
+  if (const SaveEnd room = RoomForNew(system, job, LeastBytes(job, index)); room != SaveEnd::kSaved)
+    return {.end = room};
   return Rebuild(system, progress, job, source, index).SaveAll();
 }

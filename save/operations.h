@@ -42,6 +42,7 @@ enum class SaveEnd {
   kNotRead,     ///< The source could not be read.
   kNotWritten,  ///< The target could not be written.
   kTooLarge,    ///< The target's disk holds no file of this size.
+  kNoSpace,     ///< It has too little room left, which was seen before anything was written.
   kNotNamed,    ///< The new file is whole but could not get the target's name; it is kept.
   kTaken,       ///< There is a file of the target's name, which was not to be replaced.
   kNotValid,    ///< The source is no recording.

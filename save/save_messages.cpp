@@ -57,6 +57,8 @@ SaveMessage MessageOfEnd(const SaveResult& result) {
       return {MessageOfWriting({platform::Failure::Kind::kTaken})};
     case SaveEnd::kTooLarge:
       return {save_text::kTooLarge, true};
+    case SaveEnd::kNoSpace:
+      return {save_text::kNoSpace, true};
     case SaveEnd::kNotNamed:
       return {std::string(save_text::kWriteError) +
               "\r\n\r\nThe new file is whole, but another program keeps it from getting its name. "

@@ -14,6 +14,7 @@ inline constexpr char kWriteError[] = "Error writing file ...";
 inline constexpr char kNotValid[] = "This file is not a valid source file!";
 inline constexpr char kNoImages[] =
     "The selected cameras have no images in the selected time range!";
+inline constexpr char kNoSpace[] = "There is not enough space on the disk for the selected file!";
 inline constexpr char kTooLarge[] =
     "The selected disk cannot hold files of 4 GB or more. Please select another disk or a shorter "
     "time range!";

@@ -41,8 +41,20 @@ std::optional<Failure> WhyNotThere(platform::Core& system, const SourceFile& sou
   return system.names.LookAt(targetPath).hindrance;
 }
 
+SaveEnd RoomForNew(platform::Core& system, const SaveJob& job, std::int64_t bytes) {
+  const std::string folder = platform::FolderOf(job.targetPath);
+  const auto size = static_cast<std::uint64_t>(bytes);
+  if (size > system.names.LargestFile(folder)) return SaveEnd::kTooLarge;
+  if (job.place == NewFile::Place::kOwnName) return SaveEnd::kSaved;
+  const std::uint64_t free = system.names.FreeBytes(folder);
+  return free != 0 && size > free ? SaveEnd::kNoSpace : SaveEnd::kSaved;
+}
+
 SaveResult EndOfWriting(const NewFile& file) {
-  return {.end = EndAt(file.WhyStopped()), .detail = file.WholeCopy(), .why = file.Reason(), .bytes = file.size()};
+  return {.end = EndAt(file.WhyStopped()),
+          .detail = file.WholeCopy(),
+          .why = file.Reason(),
+          .bytes = file.size()};
 }
 
 SaveResult EndOfReading(const SourceFile& source) {

@@ -15,6 +15,11 @@
 std::optional<platform::Failure> WhyNotThere(platform::Core& system, const SourceFile& source,
                                              const std::string& targetPath);
 
+/// Whether there is room for a new file of so many bytes at the least: `kSaved`, or why not. A disc
+/// that is written in place is asked by whoever knows what goes there, and a disk that does not
+/// tell is tried.
+SaveEnd RoomForNew(platform::Core& system, const SaveJob& job, std::int64_t bytes);
+
 /// How a save has ended, as far as its file goes.
 SaveResult EndOfWriting(const NewFile& file);
 /// How a save has ended that its source has failed.

@@ -13,11 +13,17 @@ TEST(SaveChosenCameras, ReadsOnlyTheListsAndTheChosenImages) {
     BlockPlan block;
     for (int i = 0; i < 20; ++i)
       block.images.push_back({.camera = i % 4, .bytes = Picture(400, i)});
-    SaveWorld save(Recording(type, {block}), type);
+    const tools::Layout& layout = LayoutOf(type);
+    std::string recording = Recording(type, {block});
+    // PAL, and all other bits of that byte set.
+    recording[static_cast<std::size_t>(layout.trailer + layout.videoByte)] =
+        static_cast<char>(~layout.videoBit);
+    SaveWorld save(recording, type);
     save.disk.totalRead = save.disk.reads = 0;
     EXPECT_EQ(save.Run(0b0010, 1, 1), SaveEnd::kSaved);
     EXPECT_EQ(save.disk.reads, 1 + 5);
-    EXPECT_EQ(save.disk.totalRead, LayoutOf(type).trailerBytes + 5 * 512u);
+    EXPECT_EQ(save.disk.totalRead, layout.trailerBytes + 5 * 512u);
+    EXPECT_FALSE(BlocksOf(save.disk.View(kTarget), type == 0x60).at(0).ntsc);
   }
 }
 

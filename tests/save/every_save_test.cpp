@@ -54,6 +54,37 @@ TEST_P(EverySave, TellsOfADiskThatHoldsNoSuchFile) {
   }
 }
 
+TEST(EverySaveAsks, ForRoomBeforeItWritesAnything) {
+  BlockPlan small;
+  for (int i = 0; i < 240; ++i) small.images.push_back({.bytes = Picture(100, i)});
+  // Three blocks of the 246 images that one holds, and none is full.
+  const std::string many = Recording(0x30, {small, small, small});
+  const std::string large = RecordingOf(2);
+  const struct {
+    const std::string& recording;
+    std::uint32_t cameras;
+    int last;
+    std::uint64_t tooFew, enough;
+  } kCases[] = {{large, kWholeBlocks, 2, 2 * kBlock - 1, 2 * kBlock},
+                {large, 0b01, 2, 100000, kBlock + 1200128 + 1024},
+                {large, 0b01, 2, 2 * 1200128 + 1023, kBlock + 1200128 + 1024},
+                {large, 0b10, 2, 2 * 512 + 1023, 100000},
+                {many, 1, 3, 2 * kBlock + 512 + 1023, 3 * kBlock}};
+  for (const auto& c : kCases)
+    for (const bool isOfDisk : {true, false}) {
+      SaveWorld save(c.recording);
+      std::uint64_t& limit = (isOfDisk ? save.disk.room : save.disk.largest)["C:"];
+      limit = c.tooFew;
+      save.progress.onMessages = [&] { save.ExpectNoTemporary(); };
+      EXPECT_EQ(save.Run(c.cameras, 1, c.last), isOfDisk ? SaveEnd::kNoSpace : SaveEnd::kTooLarge);
+      save.ExpectRefusal(isOfDisk ? save_text::kNoSpace : save_text::kTooLarge);
+      EXPECT_EQ(save.progress.done, 0);
+      save.progress.onMessages = [] {};
+      limit = c.enough;
+      EXPECT_EQ(save.Run(c.cameras, 1, c.last), SaveEnd::kSaved) << c.enough;
+    }
+}
+
 /// Where the file lies until it is whole.
 TEST_P(EverySave, LiesOnTheTargetsVolumeUnderATemporaryName) {
   const std::string whole = Whole();

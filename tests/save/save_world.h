@@ -18,11 +18,12 @@ constexpr char kTarget[] = "C:\\Saved\\part.60D";
 /// Chooses whole blocks instead of cameras.
 constexpr std::uint32_t kWholeBlocks = 0;
 
-/// Blocks with an image of camera 1 and some of camera 2 in each.
+/// Blocks with an image of camera 1, of which a new block holds one only, and one of camera 2 in
+/// each.
 inline std::string RecordingOf(int count) {
   std::vector<BlockPlan> blocks;
   for (int i = 0; i < count; ++i)
-    blocks.push_back({.images = {{.camera = 0, .bytes = Picture(300000, i)},
+    blocks.push_back({.images = {{.camera = 0, .bytes = Picture(1200000, i)},
                                  {.camera = 1, .bytes = Picture(100, i)}}});
   return Recording(0x30, blocks);
 }
