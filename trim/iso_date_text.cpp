@@ -41,9 +41,9 @@ std::optional<platform::Date> IsoDateText::Parse(const std::string& text) {
   const std::chrono::year_month_day day(std::chrono::year(Number(text, 0, 4)),
                                         std::chrono::month(Number(text, 5, 2)),
                                         std::chrono::day(Number(text, 8, 2)));
-  const int hour = Number(text, 11, 2);
-  const int minute = Number(text, 14, 2);
-  const int second = Number(text, 17, 2);
+  const std::int64_t hour = Number(text, 11, 2);
+  const std::int64_t minute = Number(text, 14, 2);
+  const std::int64_t second = Number(text, 17, 2);
   if (!day.ok() || hour > 23 || minute > 59 || second > 59) return {};
   return DateAfterEpoch(SecondsOfDate(DateOfDay(day)) + hour * 3600 + minute * 60 + second);
 }
