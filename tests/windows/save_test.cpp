@@ -52,6 +52,25 @@ TEST_F(Save, WholeBlocksAndNamesOfAnyLettersAreKeptAsTheyAre) {
   EXPECT_THAT(FilesLike(std::string(kProgramFolder) + "WAV*"), IsEmpty());
 }
 
+TEST_F(Save, GivesTheBytesThatTheCommandGives) {
+  int saves = 0;
+  for (const char* name : {"day.60D", "old.60D", "cameras32.60D", "pictures.20d"})
+    for (const std::string cameras : {"1", "1-32"}) {
+      SCOPED_TRACE(name + (", cameras " + cameras));
+      const std::string ending = std::to_string(++saves) + " " + name;
+      const std::string byWindow = InWork("window " + ending);
+      const std::string byCommand = InWork("command " + ending);
+      program_.Prepare(Recording(name), byWindow);
+      program_.ChooseBlocks(1, 2);
+      program_.ChooseCameras(cameras == "1" ? std::vector{1} : program_.EnabledCameras());
+      program_.SaveAndLeave();
+      const Program command(kProgramFolder + ("trim_recording.exe " + Recording(name)) + " \"" +
+                            byCommand + "\" --blocks 1-2 --cameras " + cameras);
+      EXPECT_EQ(command.AwaitEnd(), 0u);
+      EXPECT_TRUE(Read(byWindow) == Read(byCommand));
+    }
+}
+
 // The last block has become shorter since the source was chosen: its message shows the progress.
 TEST_F(Save, ShowsHowFarItIsAndTellsABlockThatIsNotWhole) {
   const std::string source = InWork("cut short.60D");
