@@ -15,8 +15,8 @@ using namespace mdlFileProcessing;
 namespace trim {
 namespace {
 
-constexpr char kExists[] = "exists already (--replace replaces it)";
 constexpr char kCancelled[] = "cancelled";
+constexpr char kExists[] = "exists already (--replace replaces it)";
 
 /// "camera 3", "cameras 1,3,5", as the option has them.
 std::string NamesOf(std::uint32_t cameras) {
@@ -80,7 +80,7 @@ class Trimming {
       : system_(system), core_(system.core()), request_(request) {
     job_.sourcePath = request.source;
     job_.targetPath = request.target;
-    if (!request.replace) job_.ifTaken = NewFile::IfTaken::kRefuse;
+    job_.ifTaken = request.replace ? NewFile::IfTaken::kReplace : NewFile::IfTaken::kRefuse;
   }
 
   Saved Run() {
@@ -97,15 +97,13 @@ class Trimming {
     if (format::IsNameOf20D(request_.source) != format::IsNameOf20D(request_.target))
       throw Refusal(request_.target + ": the new file's name must end as the recording's does",
                     Outcome::kWrongUse);
-    if (!request_.replace &&
-        (core_.fso.HasFile(request_.target) || core_.fso.HasFolder(request_.target)))
-      RefuseTarget(kExists);
+    if (!request_.replace && core_.names.LookAt(request_.target).isTaken) RefuseTarget(kExists);
   }
 
   void ReadSource() {
     bln20D = format::IsNameOf20D(request_.source);
     const SourceFile source(core_.files, request_.source);
-    if (!source.IsOpen()) RefuseSource(save_text::kReadError);
+    if (!source.IsOpen()) RefuseSource(InOneLine(MessageOfReading(source.Reason())));
     if (!source.IsRecording()) RefuseSource(save_text::kNotValid);
     Read([&](Pacer& pacer) { return ScanSourceFile(core_.files, request_.source, &pacer); });
   }
@@ -121,7 +119,8 @@ class Trimming {
     const ReadEnd end = read(pacer);
     if (end == ReadEnd::kStopped) throw Refusal(kCancelled);
     if (end == ReadEnd::kNotValid) RefuseSource(save_text::kNotValid);
-    if (end == ReadEnd::kFailed) RefuseSource(save_text::kReadError);
+    if (end == ReadEnd::kFailed)
+      RefuseSource(InOneLine(MessageOfReading(core_.files.LastFailure())));
   }
 
   void ChooseRange() {
@@ -184,6 +183,8 @@ class Trimming {
     }
     if (result.end == SaveEnd::kCancelled) throw Refusal(kCancelled);
     if (result.end == SaveEnd::kTaken) RefuseTarget(kExists);
+    if (result.end == SaveEnd::kNotRead || result.end == SaveEnd::kNoImages)
+      RefuseSource(TextOf(result));
     if (result.end != SaveEnd::kSaved) RefuseTarget(TextOf(result));
     const bool isDamaged = result.lostImages + result.lostBlocks > 0;
     return {isDamaged ? Outcome::kDamaged : Outcome::kSaved, Report(result)};

@@ -112,14 +112,14 @@ what_cannot_be_is_refused() {
 1|32.60D new.60D --cameras 1,17|32.60D: camera 17 cannot be kept
 1|odd.60D new.60D|odd.60D: This file is not a valid source file!
 1|noise.60D new.60D|noise.60D: This file is not a valid source file!
-1|none.60D new.60D|none.60D: Error reading file ...
+1|none.60D new.60D|none.60D: Error reading file ... The recording is no longer there.
 1|day.60D old.60D|old.60D: exists already
 1|odd.60D old.60D|old.60D: exists already
 1|day.60D folder.60D|folder.60D: exists already
-1|day.60D folder.60D --replace|folder.60D: Error writing file ...
-1|day.60D none/new.60D|none/new.60D: Error writing file ...
-1|day.60D link.60D --replace|link.60D: Error writing file ...
-1|day.60D ./day.60D --replace --cameras 1|./day.60D: Error writing file ...
+1|day.60D folder.60D --replace|folder.60D: Error writing file ... A folder has this name.
+1|day.60D none/new.60D|none/new.60D: Error writing file ... The folder does not exist.
+1|day.60D link.60D --replace|link.60D: Error writing file ... The target is the recording itself.
+1|day.60D ./day.60D --replace --cameras 1|./day.60D: Error writing file ... The target is the recording itself.
 2|day.60D|TARGET is required
 2|day.60D new.60D more|
 2|day.60D new.60D --from 2021-02-29T12:00:00|"2021-02-29T12:00:00" is no time
