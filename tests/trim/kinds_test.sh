@@ -41,6 +41,7 @@ full.60D 1-3,2-3 1,2 --fill --step 0.25 --pal
 one.60D 1-3,2-3 2 --fill --images 1 --cameras 1,2
 two.60D 1-3,2-2 2 --fill --images 2 --cameras 1,2 --text-every 2 --sound-every 2
 small.60D 1-3,2-3 1,3 --images 246 --size 40-300
+2040.60D 1-3,2-3 1,2 --start 2040-06-01T12:00:00
 long-titles.60D 1-3,2-3 1,2 --titles A_title_of_forty_eight_bytes_which_is_the_longes|B
 60.20D 1-3,2-2 1,16 --images 20 --cameras 1,3,16 --sound-every 2 --titles CAMERA_10|CAM_2
 small.20D 1-3,2-3 1,2,3 --images 758 --size 40-300 --text-every 100
