@@ -6,6 +6,7 @@
 #include <cwctype>
 
 #include "forms/long_work.h"
+#include "platform/windows/paths.h"
 
 namespace forms {
 namespace {
@@ -25,7 +26,9 @@ bool HasEnding(const std::wstring& path, const std::wstring& ending) {
 }
 
 bool MayReplace(HWND owner, const std::wstring& path, const std::wstring& title) {
-  if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) return true;
+  // With its ending the path may have become too long for the system's calls.
+  if (GetFileAttributesW(platform::WidePath(Utf8(path)).c_str()) == INVALID_FILE_ATTRIBUTES)
+    return true;
   const std::wstring question = path + L" already exists.\nDo you want to replace it?";
   return MessageBoxW(owner, question.c_str(), title.c_str(),
                      MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;

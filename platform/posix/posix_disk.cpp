@@ -238,7 +238,7 @@ bool PosixDisk::Keep(FileHandle file, const std::string& path) {
   const std::string nameless = PathOfNameless(Descriptor(file));
   if (!Noted(linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0))
     return false;
-  flushing_[file].folders.push_back(FolderOf(path));
+  flushing_[file].folders.insert(FolderOf(path));
   return true;
 }
 
@@ -253,7 +253,7 @@ bool PosixDisk::Rename(FileHandle file, const std::string& from, const std::stri
   if (!Noted(replaces ? rename(from.c_str(), to.c_str()) == 0
                       : RenameOntoNothing(from.c_str(), to.c_str())))
     return false;
-  for (const std::string& path : {from, to}) flushing_[file].folders.push_back(FolderOf(path));
+  for (const std::string& path : {from, to}) flushing_[file].folders.insert(FolderOf(path));
   return true;
 }
 

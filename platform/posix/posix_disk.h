@@ -2,7 +2,7 @@
 
 #include <map>
 #include <memory>
-#include <vector>
+#include <set>
 
 #include "platform/file_names.h"
 #include "platform/files.h"
@@ -42,7 +42,7 @@ class PosixDisk : public platform::Files, public platform::FileNames {
   /// What is flushed with a file: the folders in which its names have changed.
   struct Flushing {
     platform::Flusher flusher;
-    std::vector<std::string> folders;
+    std::set<std::string> folders;
   };
 
   /// Takes down the system's last error unless a call has succeeded, and hands its answer on.
