@@ -26,24 +26,62 @@ std::size_t PixelsSize(const BITMAPINFOHEADER& dib) {
   return row * static_cast<std::size_t>(dib.biHeight);
 }
 
+/// The system's calls that read clips. Their library is none of those that Windows itself has
+/// always loaded: one of that name beside the program must not take its place.
+class ClipLibrary {
+ public:
+  template <typename Call>
+  void Find(Call& call, const char* name) {
+    auto* found = library_ ? reinterpret_cast<void*>(GetProcAddress(library_, name)) : nullptr;
+    call = reinterpret_cast<Call>(found);
+    isWhole_ = isWhole_ && call;
+  }
+  ClipLibrary() {
+    Find(init, "AVIFileInit");
+    Find(open, "AVIStreamOpenFromFileW");
+    Find(info, "AVIStreamInfoW");
+    Find(length, "AVIStreamLength");
+    Find(openFrames, "AVIStreamGetFrameOpen");
+    Find(frame, "AVIStreamGetFrame");
+    Find(closeFrames, "AVIStreamGetFrameClose");
+    Find(release, "AVIStreamRelease");
+    Find(exit, "AVIFileExit");
+  }
+  bool IsWhole() const { return isWhole_; }
+
+  decltype(&AVIFileInit) init;
+  decltype(&AVIStreamOpenFromFileW) open;
+  decltype(&AVIStreamInfoW) info;
+  decltype(&AVIStreamLength) length;
+  decltype(&AVIStreamGetFrameOpen) openFrames;
+  decltype(&AVIStreamGetFrame) frame;
+  decltype(&AVIStreamGetFrameClose) closeFrames;
+  decltype(&AVIStreamRelease) release;
+  decltype(&AVIFileExit) exit;
+
+ private:
+  HMODULE library_ = LoadLibraryExW(L"avifil32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  bool isWhole_ = true;
+};
+
 /// Milliseconds that each picture stands.
-UINT IntervalOf(PAVISTREAM stream) {
+UINT IntervalOf(const ClipLibrary& clips, PAVISTREAM stream) {
   AVISTREAMINFOW info = {};
-  AVIStreamInfoW(stream, &info, sizeof info);
+  clips.info(stream, &info, sizeof info);
   return static_cast<UINT>(
       MulDiv(1000, static_cast<int>(info.dwScale), std::max(1, static_cast<int>(info.dwRate))));
 }
 
-std::vector<std::vector<unsigned char>> PicturesOf(PAVISTREAM stream) {
+std::vector<std::vector<unsigned char>> PicturesOf(const ClipLibrary& clips, PAVISTREAM stream) {
   std::vector<std::vector<unsigned char>> pictures;
-  const PGETFRAME decoder = AVIStreamGetFrameOpen(stream, nullptr);
-  for (LONG i = 0; decoder && i < std::min(AVIStreamLength(stream), kMostFrames); ++i) {
-    const auto* dib = static_cast<const BITMAPINFOHEADER*>(AVIStreamGetFrame(decoder, i));
+  const PGETFRAME decoder = clips.openFrames(stream, nullptr);
+  for (LONG i = 0; decoder && i < std::min(clips.length(stream), kMostFrames); ++i) {
+    const auto* dib = static_cast<const BITMAPINFOHEADER*>(clips.frame(decoder, i));
     if (!dib || dib->biWidth <= 0 || dib->biHeight <= 0) break;
     const auto* bytes = reinterpret_cast<const unsigned char*>(dib);
     pictures.emplace_back(bytes, bytes + HeaderSize(*dib) + PixelsSize(*dib));
   }
-  if (decoder) AVIStreamGetFrameClose(decoder);
+  if (decoder) clips.closeFrames(decoder);
   return pictures;
 }
 
@@ -58,15 +96,16 @@ void MakeTransparent(BITMAPINFO& picture, const unsigned char* pixels) {
 
 bool Animation::Open(const std::string& path) {
   frames_.clear();
-  AVIFileInit();
+  static const ClipLibrary clips;
+  if (!clips.IsWhole()) return false;
+  clips.init();
   PAVISTREAM stream = nullptr;
-  if (AVIStreamOpenFromFileW(&stream, Wide(path).c_str(), streamtypeVIDEO, 0, OF_READ, nullptr) ==
-      AVIERR_OK) {
-    interval_ = IntervalOf(stream);
-    frames_ = PicturesOf(stream);
-    AVIStreamRelease(stream);
+  if (clips.open(&stream, Wide(path).c_str(), streamtypeVIDEO, 0, OF_READ, nullptr) == AVIERR_OK) {
+    interval_ = IntervalOf(clips, stream);
+    frames_ = PicturesOf(clips, stream);
+    clips.release(stream);
   }
-  AVIFileExit();
+  clips.exit();
   return !frames_.empty();
 }
 

@@ -25,8 +25,8 @@ std::string RegGetString(platform::Registry& registry, platform::RegistryRoot hK
 /// when it has not, or with a text too long for a path.
 std::string AppPathOf(platform::Registry& registry, const std::string& executable);
 
-/// Free space on the volume of the folder in which `strPath` lies, in megabytes of 1048576 bytes, not
-/// rounded; 0 when it cannot be told.
+/// Free space on the volume of the folder in which `strPath` lies, in megabytes of 1048576 bytes,
+/// not rounded; 0 when it cannot be told.
 double GetDiskFreeMB(platform::FileNames& names, const std::string& strPath);
 
 /// The unsigned 64-bit number with these two halves.
