@@ -44,7 +44,7 @@ void BlockBuilder::Begin(const format::Variant& variant) {
 bool BlockBuilder::CanHold(const NewImage& image) const {
   return image.camera >= 0 && image.camera < format::kCameras &&
          image.sound.size() % kSectorSize == 0 &&
-         image.sound.size() <= format::kMostSoundSectors * kSectorSize &&
+         image.sound.size() / kSectorSize <= format::kMostSoundSectors &&
          image.title.size() <= format::tail::kTitleRoom &&
          image.text.size() <= format::text::kRoom && StoredSize(image) <= variant_->trailerOffset;
 }
