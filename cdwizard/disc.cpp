@@ -16,7 +16,7 @@ constexpr char kPlayerMark[] = "\\Tessaview Notes.txt";
 std::optional<FileIdentity> IdentityOf(platform::Files& files, const std::string& path) {
   const FileHandle file = files.Open(path, platform::OpenMode::kReadExisting);
   if (file == FileHandle::kInvalid) return std::nullopt;
-  const auto identity = files.Identity(file);
+  auto identity = files.Identity(file);
   files.Close(file);
   return identity;
 }

@@ -54,7 +54,7 @@ SaveResult SaveBlockRange(platform::Core& system, SaveProgress& progress, const 
   NewFile file(
       system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken);
   if (!file.Create(job.targetPath)) return EndOfWriting(file);
-  const SaveResult copied = CopyBlocks(source, progress, job, file);
+  SaveResult copied = CopyBlocks(source, progress, job, file);
   if (copied.end != SaveEnd::kSaved) return copied;
   const Hourglass hourglass(progress);
   file.Finish();
