@@ -78,7 +78,7 @@ struct Traits {
 struct Row : Place, Traits {
   constexpr Row() = default;
   constexpr Row(int rowId, Kind rowKind, int frame, const char* text, Place place,
-                Traits traits = {})
+                const Traits& traits = {})
       : Place(place), Traits(traits), id(rowId), kind(rowKind), container(frame), caption(text) {}
 
   int id = 0;  ///< From resource.h.

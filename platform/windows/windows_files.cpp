@@ -215,10 +215,9 @@ std::optional<FileIdentity> WindowsFiles::Identity(FileHandle file) {
   if (GetFileType(Handle(file)) != FILE_TYPE_DISK) return {};
   FILE_ID_INFO about = {};
   if (GetFileInformationByHandleEx(Handle(file), FileIdInfo, &about, sizeof about)) {
-    const auto [first, last] =
-        std::pair{std::begin(about.FileId.Identifier), std::end(about.FileId.Identifier)};
-    const auto all = [&](BYTE value) {
-      return std::all_of(first, last, [value](BYTE each) { return each == value; });
+    const auto all = [&id = about.FileId.Identifier](BYTE value) {
+      return std::all_of(std::begin(id), std::end(id),
+                         [value](BYTE each) { return each == value; });
     };
     return all(0) || all(0xFF) ? IdentityByPath(Handle(file)) : IdentityBy('f', about);
   }
