@@ -74,7 +74,7 @@ class Files {
   virtual bool Keep(FileHandle file, const std::string& path) = 0;
   /// Gives a kept file that has the name `from` the name `to` on the same volume. What has it is
   /// replaced itself where it is a link. Folders, and files that are protected or that others have
-  /// open without letting them go, are never replaced.
+  /// open without letting them go, are never replaced; the file itself may be from then on.
   virtual bool Rename(FileHandle file, const std::string& from, const std::string& to,
                       IfTaken ifTaken) = 0;
   /// Closes the file. False when what was written could not be kept.

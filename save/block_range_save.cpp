@@ -45,14 +45,15 @@ SaveResult SaveBlockRange(platform::Core& system, SaveProgress& progress, const 
   SourceFile source(system.files, job.sourcePath);
   if (!source.IsOpen()) return EndOfReading(source);
 
-  if (const auto why = WhyNotThere(system, source, job.targetPath))
-    return {.end = SaveEnd::kNotWritten, .why = *why};
+  NewFile file(
+      system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken);
+  if (const SaveResult asked = AskForTarget(system, source, job, file);
+      asked.end != SaveEnd::kSaved)
+    return asked;
   const std::int64_t bytes =
       std::int64_t{job.BlockCount() - 1} * format::kBlockSize + source.LengthOf(job.lastBlock);
   if (const SaveEnd room = RoomForNew(system, job, bytes); room != SaveEnd::kSaved)
     return {.end = room};
-  NewFile file(
-      system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken);
   if (!file.Create(job.targetPath)) return EndOfWriting(file);
   SaveResult copied = CopyBlocks(source, progress, job, file);
   if (copied.end != SaveEnd::kSaved) return copied;

@@ -54,15 +54,14 @@ Run FirstRun(const SaveJob& job, Run images) {
 /// The rebuilding of one file.
 class Rebuild {
  public:
-  Rebuild(platform::Core& system, SaveProgress& progress, const SaveJob& job, SourceFile& source,
-          const CameraIndex& index)
+  Rebuild(SaveProgress& progress, const SaveJob& job, SourceFile& source, const CameraIndex& index,
+          NewFile& file)
       : progress_(progress),
         job_(job),
         source_(source),
         index_(index),
-        file_(
-            system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken),
-        writer_(file_) {}
+        file_(file),
+        writer_(file) {}
 
   SaveResult SaveAll() {
     result_.end = AddBlocks();
@@ -143,7 +142,7 @@ class Rebuild {
   const SaveJob& job_;
   SourceFile& source_;
   const CameraIndex& index_;
-  NewFile file_;
+  NewFile& file_;
   clsCreate60D writer_;
   SaveResult result_;
   std::vector<std::uint8_t> bytRecord_ = std::vector<std::uint8_t>(format::kBlockSize);
@@ -157,13 +156,16 @@ SaveResult SaveChosenCameras(platform::Core& system, SaveProgress& progress, con
   // Open from here to the end: Windows deletes no file that is open.
   SourceFile source(system.files, job.sourcePath);
   if (!source.IsOpen()) return EndOfReading(source);
-  if (const auto why = WhyNotThere(system, source, job.targetPath))
-    return {.end = SaveEnd::kNotWritten, .why = *why};
+  NewFile file(
+      system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken);
+  if (const SaveResult asked = AskForTarget(system, source, job, file);
+      asked.end != SaveEnd::kSaved)
+    return asked;
   const CameraIndex index =
       IndexBlockRange(system, progress, source, job.firstBlock, job.lastBlock);
   if (index.end == SaveEnd::kNotRead) return EndOfReading(source);
   if (index.end != SaveEnd::kSaved) return {.end = index.end};
   if (const SaveEnd room = RoomForNew(system, job, LeastBytes(job, index)); room != SaveEnd::kSaved)
     return {.end = room};
-  return Rebuild(system, progress, job, source, index).SaveAll();
+  return Rebuild(progress, job, source, index, file).SaveAll();
 }

@@ -24,7 +24,7 @@ struct SaveJob {
   Mode mode = Mode::kWholeBlocks;
   std::uint32_t cameras = 0;  ///< Bit i is camera i + 1; none above 16 is ever saved.
   NewFile::Place place = NewFile::Place::kTemporary;
-  NewFile::IfTaken ifTaken = NewFile::IfTaken::kReplace;
+  NewFile::IfTaken ifTaken = NewFile::IfTaken::kReplaceOld;
 
   /// Whether the images of a camera (from 0) are to be kept.
   bool IsChosen(int camera) const {

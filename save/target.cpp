@@ -1,6 +1,5 @@
 #include "save/target.h"
 
-using platform::Failure;
 using platform::FileHandle;
 
 namespace {
@@ -34,11 +33,13 @@ SaveEnd EndAt(NewFile::Stop stop) {
 
 }  // namespace
 
-std::optional<Failure> WhyNotThere(platform::Core& system, const SourceFile& source,
-                                   const std::string& targetPath) {
+SaveResult AskForTarget(platform::Core& system, const SourceFile& source, const SaveJob& job,
+                        NewFile& file) {
   // Not every system refuses by itself to replace a file that is open.
-  if (IsSource(system.files, source, targetPath)) return Failure{Failure::Kind::kIsSource};
-  return system.names.LookAt(targetPath).hindrance;
+  if (IsSource(system.files, source, job.targetPath))
+    return {.end = SaveEnd::kNotWritten, .why = {platform::Failure::Kind::kIsSource}};
+  file.AskFor(job.targetPath);
+  return EndOfWriting(file);
 }
 
 SaveEnd RoomForNew(platform::Core& system, const SaveJob& job, std::int64_t bytes) {

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include "capture/source_file.h"
 #include "platform/platform.h"
 #include "save/operations.h"
@@ -10,10 +7,10 @@
 
 /// The path that a new file is to have, and how its writing ends.
 
-/// Why a new file may not take this path; none when it may. It may not when what stands there must
-/// not go, or is the open source itself, under whatever name.
-std::optional<platform::Failure> WhyNotThere(platform::Core& system, const SourceFile& source,
-                                             const std::string& targetPath);
+/// Asks for the path of a new file: `kSaved`, or why it may not have it. It may not when what
+/// stands there must not go, or is the open source itself, under whatever name.
+SaveResult AskForTarget(platform::Core& system, const SourceFile& source, const SaveJob& job,
+                        NewFile& file);
 
 /// Whether there is room for a new file of so many bytes at the least: `kSaved`, or why not. A disc
 /// that is written in place is asked by whoever knows what goes there, and a disk that does not

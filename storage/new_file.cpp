@@ -15,8 +15,10 @@ using platform::OpenMode;
 namespace {
 
 constexpr char kTemporaryPrefix[] = "WAV";
-/// How long a file that has something else reading it is tried to be renamed, and how often.
+/// How long a file that has something else reading it is tried to be replaced, and how often. That
+/// it is in use at first may be a glance of another's at the same name.
 constexpr std::chrono::seconds kPatience{10};
+constexpr std::chrono::seconds kMoment{1};
 constexpr std::chrono::milliseconds kPause{50};
 /// How often messages run while a flush is awaited.
 constexpr std::chrono::milliseconds kBetweenMessages{10};
@@ -44,12 +46,36 @@ void NewFile::RemoveUnfinished() {
   for (NewFile* file : Unfinished()) file->Discard();
 }
 
-bool NewFile::Create(const std::string& target) {
+bool NewFile::AskFor(const std::string& target) {
   target_ = target;
-  const platform::Standing standing = system_.names.LookAt(target);
-  if (standing.hindrance) return Stopped(Stop::kNotWritten, *standing.hindrance);
-  if (standing.isTaken && ifTaken_ == IfTaken::kRefuse) return Stopped(Stop::kTaken);
-  if (place_ == Place::kTemporary) return CreateTemporary(standing.isTaken);
+  isAsked_ = true;
+  platform::Standing standing;
+  DoneWithin(kMoment, [&] {
+    standing = system_.names.LookAt(target);
+    if (standing.isTaken && ifTaken_ == IfTaken::kRefuse) return Stopped(Stop::kTaken);
+    return !standing.hindrance || standing.hindrance->kind != platform::Failure::Kind::kInUse;
+  });
+  if (standing.hindrance) Stopped(Stop::kNotWritten, *standing.hindrance);
+  const bool replaces = standing.isTaken || ifTaken_ == IfTaken::kReplace;
+  onto_ = replaces ? platform::IfTaken::kReplace : platform::IfTaken::kRefuse;
+  return stop_ == Stop::kNone;
+}
+
+bool NewFile::DoneWithin(std::chrono::seconds patience, const std::function<bool()>& done) {
+  std::optional<ScopedFlag> waiting;
+  const auto begun = system_.clock.Now();
+  while (!done()) {
+    if (stop_ != Stop::kNone || system_.clock.Now() - begun >= patience) return false;
+    if (!waiting) waiting.emplace(someWaitsForName);
+    system_.clock.Sleep(kPause);
+    if (!goOn_()) return Stopped(Stop::kCancelled);
+  }
+  return true;
+}
+
+bool NewFile::Create(const std::string& target) {
+  if (!isAsked_ && !AskFor(target)) return false;
+  if (place_ == Place::kTemporary) return CreateTemporary();
   hTargetFile = system_.files.Open(target, OpenMode::kWriteNew);
   if (!IsOpen()) return Stopped(Stop::kNotWritten, system_.files.LastFailure());
   strTempFile = target;
@@ -57,9 +83,7 @@ bool NewFile::Create(const std::string& target) {
   return system_.files.Identity(hTargetFile).has_value() || Stopped(Stop::kNotWritten);
 }
 
-bool NewFile::CreateTemporary(bool replaces) {
-  // What comes to have the name only now was not to be replaced.
-  onto_ = replaces ? IfTaken::kReplace : IfTaken::kRefuse;
+bool NewFile::CreateTemporary() {
   const std::string folder = FolderOf(target_);
   return (system_.names.OnSameVolume(system_.programFolder, folder) &&
           OpenTemporary(system_.programFolder)) ||
@@ -145,22 +169,12 @@ bool NewFile::Finish() {
 bool NewFile::TakeName() {
   if (!system_.files.Keep(hTargetFile, strTempFile))
     return Stopped(Stop::kNotWritten, system_.files.LastFailure());
-  std::optional<ScopedFlag> waiting;
-  const auto begun = system_.clock.Now();
-  while (!Renamed()) {
-    if (ifTaken_ == IfTaken::kRefuse && system_.names.LookAt(target_).isTaken)
-      return Stopped(Stop::kTaken);
-    if (system_.clock.Now() - begun >= kPatience) {
-      BeginFlush();  // The name that it has.
-      Close();
-      wholeCopy_ = std::exchange(strTempFile, {});
-      return Stopped(Stop::kNotNamed);
-    }
-    if (!waiting) waiting.emplace(someWaitsForName);
-    system_.clock.Sleep(kPause);
-    if (!goOn_() || !IsOpen()) return Stopped(Stop::kCancelled);
-  }
-  return true;
+  if (DoneWithin(kPatience, [this] { return Renamed(); })) return true;
+  if (stop_ != Stop::kNone) return false;
+  BeginFlush();  // The name that it has.
+  Close();
+  wholeCopy_ = std::exchange(strTempFile, {});
+  return Stopped(Stop::kNotNamed);
 }
 
 bool NewFile::WaitsForName() {
@@ -168,7 +182,11 @@ bool NewFile::WaitsForName() {
 }
 
 bool NewFile::Renamed() {
-  return system_.files.Rename(hTargetFile, strTempFile, target_, onto_);
+  // The session ends, and has closed it.
+  if (!IsOpen()) return Stopped(Stop::kCancelled);
+  if (system_.files.Rename(hTargetFile, strTempFile, target_, onto_)) return true;
+  const bool isTaken = ifTaken_ == IfTaken::kRefuse && system_.names.LookAt(target_).isTaken;
+  return isTaken && Stopped(Stop::kTaken);
 }
 
 /// Hands the name to the medium; whatever comes of that, and whoever cancels, the file stays.

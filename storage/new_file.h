@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <future>
 #include <string>
 
@@ -21,7 +23,12 @@ class NewFile {
     /// Under its own name, for discs on which a file cannot be renamed.
     kOwnName,
   };
-  using IfTaken = platform::IfTaken;
+  /// What becomes of a file that has the wanted name.
+  enum class IfTaken {
+    kReplace,     ///< It goes, even if it has come there only while this one was made.
+    kReplaceOld,  ///< It goes if it was there when its name was asked for; nobody knew of another.
+    kRefuse,
+  };
   /// Why a file does not come to be.
   enum class Stop {
     kNone,
@@ -32,14 +39,17 @@ class NewFile {
     kTaken,     ///< Another file has the name, which is not to be replaced.
   };
 
-  NewFile(platform::Core& system, Place place, GoOn goOn, IfTaken ifTaken = IfTaken::kReplace);
+  NewFile(platform::Core& system, Place place, GoOn goOn, IfTaken ifTaken = IfTaken::kReplaceOld);
   ~NewFile();
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
 
-  /// Makes the file that is to have the name `target`. False when that cannot be, or would be no
-  /// file on a disk, or when what has the name already must not go. Otherwise that is cut to
-  /// nothing with `kOwnName`, and stays until it is replaced with `kTemporary`.
+  /// Asks for the name `target`. False when there can be no new file, or when what has the name
+  /// must not go; what others have open may be let go within a moment.
+  bool AskFor(const std::string& target);
+  /// Makes the file that is to have the name `target`, which is asked for unless it was before.
+  /// False when that cannot be, or would be no file on a disk. Otherwise what has the name is cut
+  /// to nothing with `kOwnName`, and stays until it is replaced with `kTemporary`.
   bool Create(const std::string& target);
   bool IsOpen() const { return hTargetFile != platform::FileHandle::kInvalid; }
   /// Writes at `position` bytes from the start. What is written is handed to the medium as the file
@@ -71,7 +81,10 @@ class NewFile {
   static void RemoveUnfinished();
 
  private:
-  bool CreateTemporary(bool replaces);
+  /// Whether something is done within some time; meanwhile messages run. What stops the file ends
+  /// the trying as well.
+  bool DoneWithin(std::chrono::seconds patience, const std::function<bool()>& done);
+  bool CreateTemporary();
   bool OpenTemporary(const std::string& folder);
   /// Takes down what has stopped the file, unless something has before; false.
   bool Stopped(Stop why, const platform::Failure& reason = {});
@@ -88,8 +101,9 @@ class NewFile {
   Place place_;
   GoOn goOn_;
   IfTaken ifTaken_;
-  IfTaken onto_ = IfTaken::kRefuse;  ///< What becomes of a file that has the name by then.
+  platform::IfTaken onto_ = platform::IfTaken::kRefuse;  ///< In the step in which it is named.
   std::string target_;
+  bool isAsked_ = false;  ///< For the name.
   std::string
       strTempFile;  ///< Where the file lies until it has its name; empty when it is no more.
   platform::FileHandle hTargetFile = platform::FileHandle::kInvalid;

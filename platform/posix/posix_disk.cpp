@@ -253,6 +253,7 @@ bool PosixDisk::Rename(FileHandle file, const std::string& from, const std::stri
   if (!Noted(replaces ? rename(from.c_str(), to.c_str()) == 0
                       : RenameOntoNothing(from.c_str(), to.c_str())))
     return false;
+  flock(Descriptor(file), LOCK_UN);
   for (const std::string& path : {from, to}) flushing_[file].folders.insert(FolderOf(path));
   return true;
 }

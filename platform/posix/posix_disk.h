@@ -9,8 +9,8 @@
 #include "platform/flusher.h"
 
 /// The disk of a POSIX system; paths are the system's own. Locks stand in for the sharing rules: a
-/// file that is open for writing is nobody else's, and an open file is neither deleted nor
-/// replaced. Where a file system knows no locks, there are no such rules.
+/// file that is open for writing is nobody else's until it gets another name, and an open file is
+/// neither deleted nor replaced. Where a file system knows no locks, there are no such rules.
 class PosixDisk : public platform::Files, public platform::FileNames {
  public:
   platform::FileHandle Open(const std::string& path, platform::OpenMode mode) override;

@@ -97,6 +97,7 @@ TEST_P(DiskContract, GivesAKeptFileANameThatItMayHave) {
   files.Close(reader);
   EXPECT_EQ(Read(old), "old");
   EXPECT_TRUE(files.Rename(file, from, old, IfTaken::kReplace));
+  EXPECT_FALSE(names.LookAt(old).hindrance) << "may be replaced from now on";
   EXPECT_TRUE(files.Flush(file).get().done && Write(file, "more"));
   EXPECT_TRUE(files.Rename(file, old, Path("new"), IfTaken::kRefuse));
   EXPECT_TRUE(files.Flush(file).get().done && files.Close(file));

@@ -152,19 +152,38 @@ TEST_P(EverySave, TriesForAWhileToGiveTheFileItsName) {
   EXPECT_EQ(save.Run(GetParam()), SaveEnd::kCancelled);
   save.ExpectNothingLeft();
 
-  // A name that is not replaced, and one that another has taken meanwhile.
+  // What looks at the name at the same moment is no hindrance.
   save.progress = {};
   save.disk.refusedRenames = 0;
-  save.job.ifTaken = NewFile::IfTaken::kRefuse;
-  EXPECT_EQ(save.Run(GetParam()), SaveEnd::kTaken);
-  for (const bool refuses : {true, false}) {
-    save.job.ifTaken = refuses ? NewFile::IfTaken::kRefuse : NewFile::IfTaken::kReplace;
+  const auto glance = save.disk.Open(kTarget, platform::OpenMode::kReadExisting);
+  save.progress.onMessages = [&, told = false]() mutable {
+    if (NewFile::WaitsForName() && !std::exchange(told, true)) save.disk.Close(glance);
+  };
+  EXPECT_EQ(save.Run(GetParam()), SaveEnd::kSaved);
+}
+
+/// What has the name before anything is read, and what comes to have it while the file is made.
+TEST_P(EverySave, ReplacesWhatItMay) {
+  using IfTaken = NewFile::IfTaken;
+  const std::string whole = Whole();
+  const struct {
+    IfTaken ifTaken;
+    SaveEnd ontoOld, ontoTheirs;
+  } kCases[] = {{IfTaken::kReplace, SaveEnd::kSaved, SaveEnd::kSaved},
+                {IfTaken::kReplaceOld, SaveEnd::kSaved, SaveEnd::kNotNamed},
+                {IfTaken::kRefuse, SaveEnd::kTaken, SaveEnd::kTaken}};
+  for (const auto& c : kCases) {
+    SaveWorld save;
+    save.job.ifTaken = c.ifTaken;
+    save.disk.reads = 0;
+    EXPECT_EQ(save.Run(GetParam()), c.ontoOld);
+    EXPECT_EQ(save.disk.reads == 0, c.ontoOld == SaveEnd::kTaken);
     save.disk.Take(kTarget);
     save.progress.onMessages = [&] {
       if (save.disk.OpenHandles() > 1 && !save.disk.At(kTarget)) save.disk.Put(kTarget, "theirs");
     };
-    EXPECT_EQ(save.Run(GetParam()), refuses ? SaveEnd::kTaken : SaveEnd::kNotNamed);
-    EXPECT_EQ(save.disk.Bytes(kTarget), "theirs");
+    EXPECT_EQ(save.Run(GetParam()), c.ontoTheirs);
+    EXPECT_TRUE(save.disk.View(kTarget) == (c.ontoTheirs == SaveEnd::kSaved ? whole : "theirs"));
     save.disk.Take(save.result.detail);
     save.ExpectNothingLeft();
   }

@@ -202,7 +202,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
 
   bool Rename(FileHandle file, const std::string& from, const std::string& to,
               platform::IfTaken ifTaken) override {
-    const Handle* handle = Of(file);
+    Handle* handle = Of(file);
     if (Fails("rename") || !handle || handle->file != At(from) || handle->file->temporary)
       return false;
     const platform::Standing standing = StandingAt(to);
@@ -210,6 +210,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
       return false;
     if (!IsSamePath(handle->file->volume, VolumeOf(to))) return false;
     if (refusedRenames-- > 0) return false;
+    if (!std::exchange(handle->letsGo, true)) --handle->file->handles;
     renamed_ = {from, to, At(to)};
     files.erase(from);
     files[to] = handle->file;
@@ -220,7 +221,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     const auto closed = handles_.extract(static_cast<std::intptr_t>(file));
     if (!closed) return false;
     const std::shared_ptr<File> gone = closed.mapped().file;
-    --gone->handles;
+    if (!closed.mapped().letsGo) --gone->handles;
     if (gone->temporary)
       std::erase_if(files, [&](const auto& each) { return each.second == gone; });
     return Keeps("close", *gone);
@@ -325,6 +326,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   struct Handle {
     std::shared_ptr<File> file;
     std::uint64_t position = 0;
+    bool letsGo = false;  ///< The file may be replaced.
   };
 
   /// The last name that a file has got, while that is not flushed.

@@ -36,11 +36,12 @@ expect_untouched() {
   cmp -s old.60D out/clip.60D || fail "$1 changed the old file"
 }
 
-# Runs the command while a system call fails, or is noted.
+# Runs the command while a system call fails, or is noted. It may replace the old file unless
+# "replace" is empty.
 traced() {
   # A program that is traced cannot look for its leaks.
-  ASAN_OPTIONS=detect_leaks=0 strace -f -qq -y -o trace "$@" "$trim" day.60D out/clip.60D --replace \
-    >printed 2>&1
+  ASAN_OPTIONS=detect_leaks=0 strace -f -qq -y -o trace "$@" "$trim" day.60D out/clip.60D \
+    ${replace---replace} >printed 2>&1
 }
 
 signals_cancel() {
@@ -125,30 +126,32 @@ saved_is_on_the_medium() {
   sed -n '/rename/,$p' trace | grep -q 'fsync(.*/out>) *= 0' || fail "the folder is not synced"
   rm out/clip.60D
   # Without a rename that replaces nothing, and where neither locks nor a folder's sync are known.
-  traced -e trace=$names,flock -e inject=renameat2:error=EINVAL -e inject=flock:error=ENOLCK ||
-    fail "$(cat printed)"
-  [[ $(calls) =~ renameat2\ link\ unlink\ fsync ]] || fail "the calls were: $(calls)"
+  replace='' traced -e trace=$names,flock -e inject=renameat2:error=EINVAL \
+    -e inject=flock:error=ENOLCK || fail "$(cat printed)"
+  [[ $(calls) =~ renameat2\ link\ unlink\ flock\ fsync ]] || fail "the calls were: $(calls)"
   cmp day.60D out/clip.60D
   cp old.60D out/clip.60D
 }
 
 many_disturb_nothing() {
-  local i ends
+  local i
   mkdir many
   seq 8 | xargs -P 8 -I{} "$trim" day.60D many/{}.60D --blocks {}-12 >/dev/null || fail "8 onto 8"
   for i in $(seq 8); do
     tail -c +$(((i - 1) * 2097152 + 1)) day.60D | cmp - "many/$i.60D"
   done
-  ends=$(seq 8 | xargs -P 8 -I{} sh -c '"$0" day.60D many/one.60D --blocks {}-12 2>&1; echo "end $?"' \
-    "$trim")
-  [ "$(grep -c '^end 0$' <<<"$ends")" -eq 1 ] || fail "not one winner: $ends"
+  eight_onto_one 1
   [ "$(grep -c 'exists already' <<<"$ends")" -eq 7 ] || fail "not told: $ends"
-  [ "$(ls -A many | wc -l)" -eq 9 ] || fail "more than the files is left: $(ls -A many)"
-  is_one_of_many
-  ends=$(seq 8 | xargs -P 8 -I{} sh -c '"$0" day.60D many/one.60D --blocks {}-12 --replace 2>&1; echo "end $?"' \
-    "$trim")
-  [ "$(grep -c 'end 0\|in use by another' <<<"$ends")" -eq 8 ] || fail "8 onto one: $ends"
-  grep -q 'end 0' <<<"$ends" || fail "none has won: $ends"
+  eight_onto_one 8 --replace
+  rm many/one.60D
+  eight_onto_one 8 --replace
+}
+
+# Wants so many of eight processes to win, and the last one's whole file.
+eight_onto_one() {
+  ends=$(seq 8 | xargs -P 8 -I{} sh -c \
+    '"$0" day.60D many/one.60D --blocks {}-12 "$@" 2>&1; echo "end $?"' "$trim" "${@:2}")
+  [ "$(grep -c '^end 0$' <<<"$ends")" -eq "$1" ] || fail "not $1 of 8 have won: $ends"
   [ "$(ls -A many | wc -l)" -eq 9 ] || fail "more than the files is left: $(ls -A many)"
   is_one_of_many
 }
