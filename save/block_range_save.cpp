@@ -21,11 +21,10 @@ class Hourglass {
   SaveProgress& progress_;
 };
 
-SaveResult CopyBlocks(SourceFile& source, SaveProgress& progress, const SaveJob& job,
+SaveResult CopyBlocks(SourceFile& source, SaveProgress& progress, Pacer pacer, const SaveJob& job,
                       NewFile& file) {
   std::vector<std::uint8_t> bytRecord(format::kBlockSize);
   for (std::int32_t i = 1; i <= job.BlockCount(); ++i) {
-    if (!progress.GoOn()) return {.end = SaveEnd::kCancelled};
     const std::int32_t block = job.firstBlock + i - 1;
     const std::int32_t lngBlockSize = source.LengthOf(block);
     const auto lngBytesRead = source.Read(block, 0, std::span(bytRecord).first(lngBlockSize));
@@ -34,6 +33,7 @@ SaveResult CopyBlocks(SourceFile& source, SaveProgress& progress, const SaveJob&
     if (lngBytesRead != lngBlockSize) progress.ShowBlockMessage(save_text::kReadError);
     if (!file.Append(bytRecord.data(), lngBlockSize)) return EndOfWriting(file);
     progress.ShowBlocksDone(i, job.BlockCount());
+    if (!pacer.GoOn(i, job.BlockCount())) return {.end = SaveEnd::kCancelled};
   }
   return {};
 }
@@ -55,7 +55,7 @@ SaveResult SaveBlockRange(platform::Core& system, SaveProgress& progress, const 
   if (const SaveEnd room = RoomForNew(system, job, bytes); room != SaveEnd::kSaved)
     return {.end = room};
   if (!file.Create(job.targetPath)) return EndOfWriting(file);
-  SaveResult copied = CopyBlocks(source, progress, job, file);
+  SaveResult copied = CopyBlocks(source, progress, PacerOf(progress, system.clock), job, file);
   if (copied.end != SaveEnd::kSaved) return copied;
   const Hourglass hourglass(progress);
   file.Finish();

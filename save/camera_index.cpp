@@ -3,11 +3,9 @@
 #include <optional>
 #include <utility>
 
-#include "storage/pacer.h"
-
 CameraIndex IndexBlockRange(platform::Core& system, SaveProgress& progress, SourceFile& source,
                             std::int32_t firstBlock, std::int32_t lastBlock) {
-  Pacer pacer(system.clock, [&progress](std::int32_t, std::int32_t) { return progress.GoOn(); });
+  Pacer pacer = PacerOf(progress, system.clock);
   CameraIndex index;
   const std::int32_t count = lastBlock - firstBlock + 1;
   index.blocks.Redimension(static_cast<std::size_t>(count));

@@ -57,6 +57,7 @@ class Rebuild {
   Rebuild(SaveProgress& progress, const SaveJob& job, SourceFile& source, const CameraIndex& index,
           NewFile& file)
       : progress_(progress),
+        pacer_(PacerOf(progress, system.clock)),
         job_(job),
         source_(source),
         index_(index),
@@ -84,10 +85,10 @@ class Rebuild {
   SaveEnd AddBlocks() {
     const std::int32_t count = job_.BlockCount();
     for (std::int32_t b = 1; b <= count; ++b) {
-      if (!progress_.GoOn()) return SaveEnd::kCancelled;
       const SaveEnd end = AddBlock(job_.firstBlock + b - 1, index_.blocks[b]);
       if (end != SaveEnd::kSaved) return end;
       progress_.ShowBlocksDone(b, count);
+      if (!pacer_.GoOn(b, count)) return SaveEnd::kCancelled;
     }
     return SaveEnd::kSaved;
   }
@@ -139,6 +140,7 @@ class Rebuild {
   }
 
   SaveProgress& progress_;
+  Pacer pacer_;
   const SaveJob& job_;
   SourceFile& source_;
   const CameraIndex& index_;

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "storage/pacer.h"
+
 /// What a save operation shows while it runs, and whom it asks whether to go on. The windows that
 /// run saves implement it, each with its own percentages.
 class SaveProgress {
@@ -19,3 +21,8 @@ class SaveProgress {
   /// the user has cancelled.
   virtual bool GoOn() = 0;
 };
+
+/// Paces the work of a save that is asked for at `progress`.
+inline Pacer PacerOf(SaveProgress& progress, platform::Clock& clock) {
+  return Pacer(clock, [&progress](std::int32_t, std::int32_t) { return progress.GoOn(); });
+}
