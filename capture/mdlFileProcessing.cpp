@@ -85,32 +85,32 @@ const format::BlockType* SourceType() {
   return format::BlockTypeOf(bln20D, bytBlockStatus);
 }
 
-ReadEnd ScanSourceFile(platform::Files& files, const std::string& path, Pacer* pacer) {
+ReadAnswer ScanSourceFile(platform::Files& files, const std::string& path, Pacer* pacer) {
   SizeIndex(0);
   SourceFile source(files, path);
-  if (!source.IsOpen()) return ReadEnd::kFailed;
+  if (!source.IsOpen()) return {ReadEnd::kFailed, source.Reason()};
   SizeIndex(source.BlockCount());
   const ReadEnd end = ReadBlocks(lngBlockCount, pacer,
                                  [&](std::int32_t block) { return IndexBlock(source, block); });
   if (end == ReadEnd::kDone)
-    return lngBlockCount > 0 && SourceType() ? ReadEnd::kDone : ReadEnd::kNotValid;
+    return {lngBlockCount > 0 && SourceType() ? ReadEnd::kDone : ReadEnd::kNotValid};
   SizeIndex(0);
-  return end;
+  return {end, source.Reason()};
 }
 
-ReadEnd CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
-                          std::int32_t lastBlock, Pacer* pacer) {
+ReadAnswer CheckAvailability(platform::Files& files, const std::string& path,
+                             std::int32_t firstBlock, std::int32_t lastBlock, Pacer* pacer) {
   firstBlock = std::max(firstBlock, 1);
   lastBlock = std::min(lastBlock, lngBlockCount);
   const std::int32_t count = std::max(lastBlock - firstBlock + 1, 0);
   SizeMasks(0, false);
   SourceFile source(files, path);
-  if (!source.IsOpen()) return ReadEnd::kFailed;
+  if (!source.IsOpen()) return {ReadEnd::kFailed, source.Reason()};
   SizeMasks(count, lngCameraCount > format::kCameras);
   const ReadEnd end = ReadBlocks(
       count, pacer, [&](std::int32_t k) { return ReadMasks(source, firstBlock + k - 1, k); });
   if (end != ReadEnd::kDone) SizeMasks(0, false);
-  return end;
+  return {end, source.Reason()};
 }
 
 }  // namespace mdlFileProcessing

@@ -48,15 +48,22 @@ enum class ReadEnd : std::int16_t {
   kStopped,  ///< The pacing said so.
 };
 
+/// What the reading of a source answers.
+struct ReadAnswer {
+  ReadEnd end = ReadEnd::kDone;
+  platform::Failure why = {};  ///< `kFailed`: the reason, as far as the system has told it.
+};
+
 /// Reads every block's trailer into the source index. `bln20D` must be set. The source is valid
 /// when the last block has a type that fits its kind; one that holds no block or more than
 /// `kMostBlocks` is not, and has an empty index. So has one that was not read to its end.
-ReadEnd ScanSourceFile(platform::Files& files, const std::string& path, Pacer* pacer = nullptr);
+ReadAnswer ScanSourceFile(platform::Files& files, const std::string& path, Pacer* pacer = nullptr);
 
 /// Reads the camera masks of blocks `firstBlock` to `lastBlock` (both from 1, inclusive) of the
 /// file that was scanned last; blocks outside its index are left out. Unless it is done there are
 /// no masks.
-ReadEnd CheckAvailability(platform::Files& files, const std::string& path, std::int32_t firstBlock,
-                          std::int32_t lastBlock, Pacer* pacer = nullptr);
+ReadAnswer CheckAvailability(platform::Files& files, const std::string& path,
+                             std::int32_t firstBlock, std::int32_t lastBlock,
+                             Pacer* pacer = nullptr);
 
 }  // namespace mdlFileProcessing

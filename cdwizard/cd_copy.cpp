@@ -221,8 +221,9 @@ bool CdCopy::SendDataToClassCD(const SaveJob& job) {
   return isSaved;
 }
 
-void CdCopy::TellEnd(const SaveResult& result) {
+void CdCopy::TellEnd(SaveResult result) {
   isOver_ = result.end == SaveEnd::kCancelled;
+  result.why = {};  // The wizard's boxes have their words alone.
   for (const SaveMessage& message : MessagesOf(result)) {
     // Of a disc that cannot be written the wizard itself tells.
     if (result.end == SaveEnd::kNotWritten) continue;

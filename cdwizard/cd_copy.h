@@ -79,7 +79,7 @@ class CdCopy {
   bool CopyPlayerFiles(const Disc& disc);
   bool CopyPlayerFile(const std::string& from, const std::string& to);
   bool SendDataToClassCD(const SaveJob& job);
-  void TellEnd(const SaveResult& result);
+  void TellEnd(SaveResult result);
   bool GoOn();
 
   platform::Platform& system_;

@@ -69,7 +69,7 @@ class frmTrimbrook : public forms::Form, private MainWindowView {
   bool MeasureSource(const std::string& path);
   Reading StartReading(int passes);
   bool ReadSource(const std::string& path);
-  bool AcceptReading(mdlFileProcessing::ReadEnd end);
+  bool AcceptReading(const mdlFileProcessing::ReadAnswer& read);
   void ShowSource(const std::string& path);
   void OpenSliders();
   bool RequireSource();

@@ -84,8 +84,8 @@ bool frmTrimbrook::ReadSource(const std::string& path) {
   const auto read = [&] {
     Reading reading = StartReading(2);
     Pacer scan = reading.NextPass();
-    const ReadEnd scanned = ScanSourceFile(system_.files, path, &scan);
-    if (scanned != ReadEnd::kDone) return scanned;
+    const ReadAnswer scanned = ScanSourceFile(system_.files, path, &scan);
+    if (scanned.end != ReadEnd::kDone) return scanned;
     Pacer check = reading.NextPass();
     return mdlFileProcessing::CheckAvailability(system_.files, path, 1, lngBlockCount, &check);
   };
@@ -93,10 +93,10 @@ bool frmTrimbrook::ReadSource(const std::string& path) {
 }
 
 /// Whether a source was read as it should; tells why not, unless the user has stopped it.
-bool frmTrimbrook::AcceptReading(ReadEnd end) {
-  if (end == ReadEnd::kNotValid) ShowMessage(save_text::kNotValid);
-  if (end == ReadEnd::kFailed) ShowMessage(save_text::kReadError, forms::Tone::kError);
-  return end == ReadEnd::kDone;
+bool frmTrimbrook::AcceptReading(const ReadAnswer& read) {
+  if (read.end == ReadEnd::kNotValid) ShowMessage(save_text::kNotValid);
+  if (read.end == ReadEnd::kFailed) ShowMessage(MessageOfReading(read.why), forms::Tone::kError);
+  return read.end == ReadEnd::kDone;
 }
 
 void frmTrimbrook::ShowSource(const std::string& path) {

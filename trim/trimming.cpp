@@ -116,11 +116,10 @@ class Trimming {
       bar.Show(done, total);
       return !system_.IsCancelled();
     });
-    const ReadEnd end = read(pacer);
+    const auto [end, why] = read(pacer);
     if (end == ReadEnd::kStopped) throw Refusal(kCancelled);
     if (end == ReadEnd::kNotValid) RefuseSource(save_text::kNotValid);
-    if (end == ReadEnd::kFailed)
-      RefuseSource(InOneLine(MessageOfReading(core_.files.LastFailure())));
+    if (end == ReadEnd::kFailed) RefuseSource(InOneLine(MessageOfReading(why)));
   }
 
   void ChooseRange() {

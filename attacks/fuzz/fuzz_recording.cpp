@@ -205,7 +205,7 @@ struct Run {
   void Scan() {
     mdlFileProcessing::bytBlockStatus = 0;
     mdlFileProcessing::bln20D = recording.is20D;
-    const auto end = mdlFileProcessing::ScanSourceFile(disk, kSource);
+    const auto end = mdlFileProcessing::ScanSourceFile(disk, kSource).end;
     if (recording.isSound)
       Demand((end == mdlFileProcessing::ReadEnd::kDone) == recording.endsWell &&
                  mdlFileProcessing::lngBlockCount == recording.Blocks(),

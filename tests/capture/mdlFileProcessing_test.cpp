@@ -30,7 +30,7 @@ class Source : public testing::Test {
   ReadEnd Scan(const std::string& recording, bool is20D = false) {
     disk.Put("r", recording);
     bln20D = is20D;
-    return ScanSourceFile(disk, "r");
+    return ScanSourceFile(disk, "r").end;
   }
 
   /// A disk that may claim a size for its files.
@@ -98,7 +98,7 @@ TEST_F(Source, MayEndInAShortBlock) {
       EXPECT_EQ(Scan(Shortened(Recording(type, blocks), type), type == 0x60), ReadEnd::kDone);
       EXPECT_EQ(lngBlockCount, whole + 1) << type;
       EXPECT_THAT(lngBlockStart[whole + 1], 7) << type;
-      EXPECT_EQ(CheckAvailability(disk, "r", whole + 1, whole + 1), ReadEnd::kDone);
+      EXPECT_EQ(CheckAvailability(disk, "r", whole + 1, whole + 1).end, ReadEnd::kDone);
       EXPECT_THAT(AsVector(lngCamMask), ElementsAre(8)) << type;
       EXPECT_TRUE(SourceFile(disk, "r").IsRecording());
     }
@@ -177,19 +177,24 @@ TEST_F(Source, HasTheCamerasOfTheRange) {
 TEST_F(Source, IsClosedAndToldOfWhateverCallFails) {
   const std::string recording = Blocks(0x30, {1, 2, 3});
   ForEachFault([&](Fault& fault) {
+    disk.fault = {};
+    Scan(recording);
     disk.fault = fault;
-    const ReadEnd scanned = Scan(recording);
+    disk.fault.reason = {platform::Failure::Kind::kNoAnswer};
+    const ReadAnswer scanned = ScanSourceFile(disk, "r");
     const int indexed = lngBlockStart.UpperBound();
-    const ReadEnd checked = CheckAvailability(disk, "r", 1, 3);
+    const ReadAnswer checked = CheckAvailability(disk, "r", 1, 3);
     fault = disk.fault;
     EXPECT_EQ(disk.OpenHandles(), 0u) << fault;
     EXPECT_EQ(disk.View("r"), recording) << fault;
     // What ends early reads as zeros, and a file without a size has no blocks.
     const bool isReading = fault.met == "open" || fault.met == "seek" || fault.met == "read";
     const bool fails = isReading && fault.kind == Fault::Kind::kError;
-    EXPECT_EQ(scanned == ReadEnd::kFailed || checked == ReadEnd::kFailed, fails) << fault;
-    EXPECT_EQ(indexed, scanned == ReadEnd::kDone ? 3 : 0) << fault;
-    EXPECT_EQ(lngCamMask.UpperBound(), checked == ReadEnd::kDone ? lngBlockCount : 0) << fault;
+    EXPECT_EQ(scanned.end == ReadEnd::kFailed || checked.end == ReadEnd::kFailed, fails) << fault;
+    for (const auto& [end, why] : {scanned, checked})
+      EXPECT_EQ(why.kind == fault.reason.kind, end == ReadEnd::kFailed) << fault;
+    EXPECT_EQ(indexed, scanned.end == ReadEnd::kDone ? 3 : 0) << fault;
+    EXPECT_EQ(lngCamMask.UpperBound(), checked.end == ReadEnd::kDone ? lngBlockCount : 0) << fault;
   });
 }
 
@@ -205,7 +210,8 @@ TEST_F(Source, IsReadWithABreathFiftyTimesASecondUntilItIsStopped) {
       breaths.push_back(done);
       return done < lastBreath;
     });
-    return scan ? ScanSourceFile(disk, "r", &pacer) : CheckAvailability(disk, "r", 1, 200, &pacer);
+    return (scan ? ScanSourceFile(disk, "r", &pacer) : CheckAvailability(disk, "r", 1, 200, &pacer))
+        .end;
   };
   for (const bool scan : {true, false}) {
     EXPECT_EQ(Scan(""), ReadEnd::kDone);

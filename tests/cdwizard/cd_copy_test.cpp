@@ -211,6 +211,7 @@ void ExpectAllOrNothing(bool someCameras, bool withPlayer) {
     world.disk.Put("E:\\Tessaview Notes.txt", "old");
     world.copy.FilesSize(withPlayer);
     world.disk.fault = fault;
+    world.disk.fault.reason = {platform::Failure::Kind::kNoAnswer};
     const bool copied = world.copy.CopyFiles(withPlayer, "E:", "Part") == CopyEnd::kCopied;
     fault = std::exchange(world.disk.fault, {});
 
@@ -219,6 +220,7 @@ void ExpectAllOrNothing(bool someCameras, bool withPlayer) {
     EXPECT_EQ(world.disk.OpenHandles(), 0u);
     EXPECT_TRUE(copied || !fault.met.empty());
     EXPECT_EQ(world.disk.FilesBelow("C:"), sources);
+    EXPECT_THAT(world.view.log, Not(Contains(testing::HasSubstr("does not answer"))));
     const bool toldOfShortRead =
         testing::Value(world.view.log, Contains("tell as application Error reading file ..."));
     if (copied && !toldOfShortRead)

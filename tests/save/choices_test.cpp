@@ -135,7 +135,7 @@ TEST(Cameras, AreTitledByTheirFirstImage) {
                                    {.camera = 2, .bytes = Picture(900), .title = "Caf\xE9"},
                                    {.camera = 3, .bytes = Picture(900), .title = ""}}}});
   SaveWorld world(recording);
-  ASSERT_EQ(CheckAvailability(world.disk, kSource, 1, 2), ReadEnd::kDone);
+  ASSERT_EQ(CheckAvailability(world.disk, kSource, 1, 2).end, ReadEnd::kDone);
   const auto title = [&](int camera, int first) {
     return FirstTitle(world.disk, kSource, first, camera);
   };
@@ -143,7 +143,7 @@ TEST(Cameras, AreTitledByTheirFirstImage) {
   EXPECT_EQ(title(2, 1), "Caf\xC3\xA9");
   EXPECT_EQ(title(3, 1), "Camera 4");
   EXPECT_EQ(title(1, 1), "");
-  ASSERT_EQ(CheckAvailability(world.disk, kSource, 2, 2), ReadEnd::kDone);
+  ASSERT_EQ(CheckAvailability(world.disk, kSource, 2, 2).end, ReadEnd::kDone);
   EXPECT_EQ(title(0, 2), "Later");
   EXPECT_EQ(FirstTitle(world.disk, "C:\\none.60D", 2, 0), "");
 }

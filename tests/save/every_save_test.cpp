@@ -296,7 +296,7 @@ TEST(EverySaveOfARebuiltFile, GivesWhatOneSaveWouldHaveGiven) {
   };
   const auto open = [&save](const std::string& recording) {
     save.disk.Put(kSource, recording);
-    EXPECT_EQ(mdlFileProcessing::ScanSourceFile(save.disk, kSource),
+    EXPECT_EQ(mdlFileProcessing::ScanSourceFile(save.disk, kSource).end,
               mdlFileProcessing::ReadEnd::kDone);
     return mdlFileProcessing::lngBlockCount;
   };
