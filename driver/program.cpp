@@ -128,6 +128,8 @@ Message Program::AnswerMessage(int button) const {
     });
   });
   Message message = {box.Text(), BoxText(box)};
+  if (!GetDlgItem(box.handle(), button))
+    throw std::runtime_error("\"" + message.text + "\" has no such button");
   box.Control(button).ClickAndGoOn();
   Await("end of \"" + message.text + "\"", [&] { return !box.IsShown(); });
   return message;

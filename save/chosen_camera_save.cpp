@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "capture/clsCreate60D.h"
@@ -54,10 +55,10 @@ Run FirstRun(const SaveJob& job, Run images) {
 /// The rebuilding of one file.
 class Rebuild {
  public:
-  Rebuild(SaveProgress& progress, const SaveJob& job, SourceFile& source, const CameraIndex& index,
-          NewFile& file)
+  Rebuild(SaveProgress& progress, Pacer pacer, const SaveJob& job, SourceFile& source,
+          const CameraIndex& index, NewFile& file)
       : progress_(progress),
-        pacer_(PacerOf(progress, system.clock)),
+        pacer_(std::move(pacer)),
         job_(job),
         source_(source),
         index_(index),
@@ -169,5 +170,5 @@ SaveResult SaveChosenCameras(platform::Core& system, SaveProgress& progress, con
   if (index.end != SaveEnd::kSaved) return {.end = index.end};
   if (const SaveEnd room = RoomForNew(system, job, LeastBytes(job, index)); room != SaveEnd::kSaved)
     return {.end = room};
-  return Rebuild(progress, job, source, index, file).SaveAll();
+  return Rebuild(progress, PacerOf(progress, system.clock), job, source, index, file).SaveAll();
 }
