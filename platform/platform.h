@@ -17,7 +17,6 @@ namespace platform {
 struct Core {
   Files& files;
   FileNames& names;
-  Drives& fso;
   DateText& dates;
   Clock& clock;
   std::string programFolder;  ///< The running program's, with a last backslash for a root only.
@@ -26,6 +25,7 @@ struct Core {
 /// The outside world as one bundle of its narrow interfaces; handed down from `main`, so that
 /// tests hand down their own.
 struct Platform : Core {
+  Drives& fso;
   Registry& registry;
   Desktop& desktop;
   std::string programName;  ///< The executable's name without folder and ending.

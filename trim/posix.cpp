@@ -5,8 +5,7 @@
 
 #include <csignal>
 
-#include "platform/posix/posix_disk.h"
-#include "platform/posix/posix_drives.h"
+#include "platform/posix/factories.h"
 #include "platform/steady_clock.h"
 #include "trim/iso_date_text.h"
 #include "trim/system.h"
@@ -51,10 +50,10 @@ void StartHelper(int lifeline) {
 }  // namespace
 
 struct System::Parts {
-  explicit Parts(const std::string& folder) : core{disk, disk, drives, dates, clock, folder} {}
+  explicit Parts(const std::string& folder) : core{*files, *names, dates, clock, folder} {}
 
-  PosixDisk disk;
-  PosixDrives drives;
+  const std::unique_ptr<platform::Files> files = platform::MakePosixFiles();
+  const std::unique_ptr<platform::FileNames> names = platform::MakePosixFileNames();
   IsoDateText dates;
   platform::SteadyClock clock;
   platform::Core core;

@@ -22,9 +22,8 @@ BOOL WINAPI Cancel(DWORD event) {
 
 struct System::Parts {
   explicit Parts(const std::string& folder)
-      : core{windows.bundle().files, windows.bundle().names,
-             windows.bundle().fso,   dates,
-             windows.bundle().clock, folder} {}
+      : core{windows.bundle().files, windows.bundle().names, dates, windows.bundle().clock,
+             folder} {}
 
   platform::WindowsPlatform windows;
   IsoDateText dates;

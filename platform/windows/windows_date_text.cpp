@@ -1,4 +1,4 @@
-#include "platform/windows/windows_date_text.h"
+#include "platform/windows/factories.h"
 
 #include <cmath>
 
@@ -26,11 +26,6 @@ std::optional<SYSTEMTIME> ToSystemTime(Date date) {
   return time;
 }
 
-// Both are used to whole seconds only.
-bool AreSameSecond(Date a, Date b) {
-  return std::fabs(a - b) * kSecondsPerDay < 0.5;
-}
-
 constexpr int kLongest = 128;
 
 std::wstring DayText(const SYSTEMTIME& time) {
@@ -44,68 +39,30 @@ std::wstring ClockText(const SYSTEMTIME& time) {
   return GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &time, nullptr, text, kLongest) ? text : L"";
 }
 
-std::wstring ClockFormat() {
-  wchar_t format[kLongest] = {};
-  GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, format, kLongest);
-  return format;
-}
+/// Date-time text by the user's settings in Windows.
+class WindowsDateText : public DateText {
+ public:
+  std::string Format(Date date) override {
+    const std::optional<SYSTEMTIME> time = ToSystemTime(date);
+    if (!time) return {};
+    const std::wstring day = DayText(*time);
+    const std::wstring clock = ClockText(*time);
+    return day.empty() || clock.empty() ? "" : Utf8(day + L" " + clock);
+  }
 
-std::optional<Date> Read(std::wstring text) {
-  DATE parsed = 0;
-  if (FAILED(VarDateFromStr(text.data(), LOCALE_USER_DEFAULT, 0, &parsed))) return {};
-  // The system counts days downwards before its day 0, but each day's time upwards even there.
-  const double day = std::trunc(parsed);
-  return day + std::fabs(parsed - day);
-}
+  std::optional<Date> Parse(const std::string& text) override {
+    DATE parsed = 0;
+    if (FAILED(VarDateFromStr(Wide(text).data(), LOCALE_USER_DEFAULT, 0, &parsed))) return {};
+    // The system counts days downwards before its day 0, but each day's time upwards even there.
+    const double day = std::trunc(parsed);
+    return day + std::fabs(parsed - day);
+  }
+};
 
 }  // namespace
 
-std::string WindowsDateText::Format(Date date) {
-  last_ = {};
-  const std::optional<SYSTEMTIME> time = ToSystemTime(date);
-  if (!time) return {};
-  const std::wstring day = DayText(*time);
-  const std::wstring clock = ClockText(*time);
-  if (day.empty() || clock.empty()) return {};
-  // The text shows whole seconds.
-  last_ = {std::round(date * kSecondsPerDay) / kSecondsPerDay, day, Utf8(day + L" " + clock)};
-  return last_.text;
-}
-
-std::optional<Date> WindowsDateText::Parse(const std::string& text) {
-  if (!text.empty() && text == last_.text && ReadsBack(last_)) return last_.date;
-  return Read(Wide(text));
-}
-
-bool WindowsDateText::ReadsBack(const Written& written) {
-  return DayReadsBack(written) && ClockReadsBack(written.day, written.date);
-}
-
-// Two years may share a text, of which only one is read: the day itself must be the same, too.
-bool WindowsDateText::DayReadsBack(const Written& written) {
-  if (written.day != triedDay_.day || std::floor(written.date) != std::floor(triedDay_.date)) {
-    triedDay_ = written;
-    const std::optional<Date> read = Read(Wide(written.text));
-    dayReadsBack_ = read && AreSameSecond(*read, written.date);
-  }
-  return dayReadsBack_;
-}
-
-bool WindowsDateText::ClockReadsBack(const std::wstring& day, Date date) {
-  const std::wstring format = ClockFormat();  // The user may change it at any time.
-  if (format == triedClock_) return clockReadsBack_;
-  triedClock_ = format;
-  const auto readsBack = [&](int second) {
-    const Date when = std::floor(date) + Date(second) / kSecondsPerDay;
-    const std::optional<SYSTEMTIME> time = ToSystemTime(when);
-    const std::optional<Date> read =
-        time ? Read(day + L" " + ClockText(*time)) : std::optional<Date>();
-    return read && AreSameSecond(*read, when);
-  };
-  clockReadsBack_ = true;
-  for (int hour = 0; hour < 24; ++hour) clockReadsBack_ &= readsBack(hour * 3600);
-  for (int unit = 0; unit < 60; ++unit) clockReadsBack_ &= readsBack(unit * 60) && readsBack(unit);
-  return clockReadsBack_;
+std::unique_ptr<DateText> MakeWindowsDateText() {
+  return std::make_unique<WindowsDateText>();
 }
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-#include "platform/windows/windows_drives.h"
+#include "platform/windows/factories.h"
 
 #include <algorithm>
 
@@ -111,52 +111,57 @@ void CollectFiles(const std::string& folder, std::vector<std::string>& files) {
   }
 }
 
+class WindowsDrives : public Drives {
+ public:
+  std::vector<std::string> CdRomDrives() override {
+    std::vector<std::string> drives;
+    const DWORD present = GetLogicalDrives();
+    for (int i = 0; i < 26; ++i) {
+      if (!(present >> i & 1)) continue;
+      const std::string drive = {static_cast<char>('A' + i), ':'};
+      if (GetDriveTypeW(Wide(drive + "\\").c_str()) == DRIVE_CDROM) drives.push_back(drive);
+    }
+    return drives;
+  }
+
+  bool HasFile(const std::string& path) override {
+    const DWORD attributes = AttributesOf(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+  }
+
+  bool HasFolder(const std::string& path) override { return IsFolder(AttributesOf(path)); }
+
+  std::optional<std::uint64_t> FileBytes(const std::string& path) override {
+    WIN32_FILE_ATTRIBUTE_DATA about = {};
+    if (!GetFileAttributesExW(WidePath(path).c_str(), GetFileExInfoStandard, &about)) return {};
+    if (about.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return {};
+    return std::uint64_t{about.nFileSizeHigh} << 32 | about.nFileSizeLow;
+  }
+
+  bool MakeFolder(const std::string& path) override {
+    return CreateDirectoryW(WidePath(path).c_str(), nullptr);
+  }
+
+  bool RemoveFolder(const std::string& path) override {
+    return HasFolder(path) && RemoveTree({WithoutEnd(path), AttributesOf(path)});
+  }
+
+  bool RemoveFilesIn(const std::string& folder) override {
+    return RemoveEntries(folder,
+                         [](const Entry& entry) { return entry.IsFolder() || RemoveFile(entry); });
+  }
+
+  std::vector<std::string> FilesBelow(const std::string& folder) override {
+    std::vector<std::string> files;
+    CollectFiles(folder, files);
+    return files;
+  }
+};
+
 }  // namespace
 
-std::vector<std::string> WindowsDrives::CdRomDrives() {
-  std::vector<std::string> drives;
-  const DWORD present = GetLogicalDrives();
-  for (int i = 0; i < 26; ++i) {
-    if (!(present >> i & 1)) continue;
-    const std::string drive = {static_cast<char>('A' + i), ':'};
-    if (GetDriveTypeW(Wide(drive + "\\").c_str()) == DRIVE_CDROM) drives.push_back(drive);
-  }
-  return drives;
-}
-
-bool WindowsDrives::HasFile(const std::string& path) {
-  const DWORD attributes = AttributesOf(path);
-  return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
-
-bool WindowsDrives::HasFolder(const std::string& path) {
-  return IsFolder(AttributesOf(path));
-}
-
-std::optional<std::uint64_t> WindowsDrives::FileBytes(const std::string& path) {
-  WIN32_FILE_ATTRIBUTE_DATA about = {};
-  if (!GetFileAttributesExW(WidePath(path).c_str(), GetFileExInfoStandard, &about)) return {};
-  if (about.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return {};
-  return std::uint64_t{about.nFileSizeHigh} << 32 | about.nFileSizeLow;
-}
-
-bool WindowsDrives::MakeFolder(const std::string& path) {
-  return CreateDirectoryW(WidePath(path).c_str(), nullptr);
-}
-
-bool WindowsDrives::RemoveFolder(const std::string& path) {
-  return HasFolder(path) && RemoveTree({WithoutEnd(path), AttributesOf(path)});
-}
-
-bool WindowsDrives::RemoveFilesIn(const std::string& folder) {
-  return RemoveEntries(folder,
-                       [](const Entry& entry) { return entry.IsFolder() || RemoveFile(entry); });
-}
-
-std::vector<std::string> WindowsDrives::FilesBelow(const std::string& folder) {
-  std::vector<std::string> files;
-  CollectFiles(folder, files);
-  return files;
+std::unique_ptr<Drives> MakeWindowsDrives() {
+  return std::make_unique<WindowsDrives>();
 }
 
 }  // namespace platform

@@ -1,14 +1,18 @@
-#include "platform/windows/windows_files.h"
+#include "platform/windows/factories.h"
 
 #include <algorithm>
 #include <cstring>
 #include <cwctype>
+#include <map>
+#include <memory>
 #include <utility>
 #include <vector>
 
+#include "platform/flusher.h"
 #include "platform/windows/failure.h"
 #include "platform/windows/paths.h"
 #include "platform/windows/text.h"
+#include "platform/windows/win32.h"
 
 namespace platform {
 namespace {
@@ -89,12 +93,10 @@ std::optional<FileIdentity> IdentityByIndex(HANDLE file) {
   return IdentityBy('i', std::pair{std::uint64_t{about.dwVolumeSerialNumber}, index});
 }
 
-}  // namespace
-
 /// Windows lets no other call into a handle that is being flushed: the flush has one of its own
 /// where the file may be opened once more, for as long as the file is open. Closing one time and
 /// again would wake virus scanners.
-class WindowsFiles::Flushing {
+class Flushing {
  public:
   explicit Flushing(HANDLE file)
       : own_(ReOpenFile(file, GENERIC_WRITE, kShareAll, 0)),
@@ -121,109 +123,124 @@ class WindowsFiles::Flushing {
   Flusher flusher_;  // Ends before the handle is closed: below, so destroyed first.
 };
 
-bool WindowsFiles::Noted(BOOL done) {
-  if (!done) lastFailure_ = FailureOf(GetLastError());
-  return done;
-}
-
-FileHandle WindowsFiles::Open(const std::string& path, OpenMode mode) {
-  const HANDLE opened = OpenToReadOrWrite(path, mode);
-  Noted(opened != INVALID_HANDLE_VALUE);
-  return NumberOf(opened);
-}
-
-// Not by the system's call for a free name, which takes no long folder and closes the file again.
-TemporaryFile WindowsFiles::MakeTemporary(const std::string& folder, const std::string& prefix) {
-  std::string path;
-  const HANDLE file = MakeUnique(folder, prefix, GENERIC_WRITE | DELETE | FILE_READ_ATTRIBUTES,
-                                 FILE_ATTRIBUTE_TEMPORARY, path);
-  if (!Noted(file != INVALID_HANDLE_VALUE)) return {};
-  // Marked, it cannot be opened again: the flush gets its handle before.
-  flushing_[NumberOf(file)] = std::make_shared<Flushing>(file);
-  SetGoing(file, true);
-  return {NumberOf(file), path};
-}
-
-bool WindowsFiles::Read(FileHandle file, void* buffer, std::uint32_t bytes,
-                        std::uint32_t& bytesRead) {
-  DWORD count = 0;
-  const BOOL done = ReadFile(Handle(file), buffer, bytes, &count, nullptr);
-  bytesRead = count;
-  return Noted(done);
-}
-
-bool WindowsFiles::Write(FileHandle file, const void* buffer, std::uint32_t bytes,
-                         std::uint32_t& bytesWritten) {
-  DWORD count = 0;
-  const BOOL done = WriteFile(Handle(file), buffer, bytes, &count, nullptr);
-  bytesWritten = count;
-  return Noted(done);
-}
-
-bool WindowsFiles::Seek(FileHandle file, std::int64_t position) {
-  LARGE_INTEGER distance = {};
-  distance.QuadPart = position;
-  return Noted(SetFilePointerEx(Handle(file), distance, nullptr, FILE_BEGIN));
-}
-
-std::optional<std::uint64_t> WindowsFiles::Size(FileHandle file) {
-  LARGE_INTEGER size = {};
-  if (!Noted(GetFileSizeEx(Handle(file), &size))) return {};
-  return static_cast<std::uint64_t>(size.QuadPart);
-}
-
-std::future<Flushed> WindowsFiles::Flush(FileHandle file) {
-  auto& flushing = flushing_[file];
-  if (!flushing) flushing = std::make_shared<Flushing>(Handle(file));
-  return flushing->Begin();
-}
-
-bool WindowsFiles::Keep(FileHandle file, const std::string&) {
-  // A file system that knows no mark refuses to take it back as well.
-  if (!SetGoing(Handle(file), false) && IsGoing(Handle(file))) return Noted(FALSE);
-  // Backup tools leave out temporary files.
-  FILE_BASIC_INFO lasting = {};
-  lasting.FileAttributes = FILE_ATTRIBUTE_ARCHIVE;
-  SetFileInformationByHandle(Handle(file), FileBasicInfo, &lasting, sizeof lasting);
-  return true;
-}
-
-// Through the handle: another program that has the file open cannot hinder it then. By the
-// semantics of POSIX, where they are known, what others read goes under their hands.
-bool WindowsFiles::Rename(FileHandle file, const std::string&, const std::string& to,
-                          IfTaken ifTaken) {
-  const std::wstring name = WidePath(to);
-  FILE_BASIC_INFO before = {}, made = {};
-  GetFileInformationByHandleEx(Handle(file), FileBasicInfo, &before, sizeof before);
-  const bool replaces = ifTaken == IfTaken::kReplace;
-  if (!(replaces &&
-        RenameBy(Handle(file), kRenameInfoEx, kReplaceIfExists | kPosixSemantics, name)) &&
-      !Noted(RenameBy(Handle(file), FileRenameInfo, replaces ? kReplaceIfExists : 0, name)))
-    return false;
-  // File systems hand the moment on at which what had the name was made.
-  made.CreationTime = before.CreationTime;
-  SetFileInformationByHandle(Handle(file), FileBasicInfo, &made, sizeof made);
-  return true;
-}
-
-bool WindowsFiles::Close(FileHandle file) {
-  flushing_.erase(file);
-  return Noted(CloseHandle(Handle(file)));
-}
-
-std::optional<FileIdentity> WindowsFiles::Identity(FileHandle file) {
-  if (GetFileType(Handle(file)) != FILE_TYPE_DISK) return {};
-  FILE_ID_INFO about = {};
-  if (GetFileInformationByHandleEx(Handle(file), FileIdInfo, &about, sizeof about)) {
-    const auto all = [&id = about.FileId.Identifier](BYTE value) {
-      return std::all_of(std::begin(id), std::end(id),
-                         [value](BYTE each) { return each == value; });
-    };
-    return all(0) || all(0xFF) ? IdentityByPath(Handle(file)) : IdentityBy('f', about);
+class WindowsFiles : public Files {
+ public:
+  FileHandle Open(const std::string& path, OpenMode mode) override {
+    const HANDLE opened = OpenToReadOrWrite(path, mode);
+    Noted(opened != INVALID_HANDLE_VALUE);
+    return NumberOf(opened);
   }
-  // Any other fault would have one file be known in two ways.
-  if (!MeansUnknown(GetLastError())) return {};
-  return IdentityByIndex(Handle(file));
+
+  // Not by the system's call for a free name, which takes no long folder and closes the file again.
+  TemporaryFile MakeTemporary(const std::string& folder, const std::string& prefix) override {
+    std::string path;
+    const HANDLE file = MakeUnique(folder, prefix, GENERIC_WRITE | DELETE | FILE_READ_ATTRIBUTES,
+                                   FILE_ATTRIBUTE_TEMPORARY, path);
+    if (!Noted(file != INVALID_HANDLE_VALUE)) return {};
+    // Marked, it cannot be opened again: the flush gets its handle before.
+    flushing_[NumberOf(file)] = std::make_shared<Flushing>(file);
+    SetGoing(file, true);
+    return {NumberOf(file), path};
+  }
+
+  bool Read(FileHandle file, void* buffer, std::uint32_t bytes, std::uint32_t& bytesRead) override {
+    DWORD count = 0;
+    const BOOL done = ReadFile(Handle(file), buffer, bytes, &count, nullptr);
+    bytesRead = count;
+    return Noted(done);
+  }
+
+  bool Write(FileHandle file, const void* buffer, std::uint32_t bytes,
+             std::uint32_t& bytesWritten) override {
+    DWORD count = 0;
+    const BOOL done = WriteFile(Handle(file), buffer, bytes, &count, nullptr);
+    bytesWritten = count;
+    return Noted(done);
+  }
+
+  bool Seek(FileHandle file, std::int64_t position) override {
+    LARGE_INTEGER distance = {};
+    distance.QuadPart = position;
+    return Noted(SetFilePointerEx(Handle(file), distance, nullptr, FILE_BEGIN));
+  }
+
+  std::optional<std::uint64_t> Size(FileHandle file) override {
+    LARGE_INTEGER size = {};
+    if (!Noted(GetFileSizeEx(Handle(file), &size))) return {};
+    return static_cast<std::uint64_t>(size.QuadPart);
+  }
+
+  std::future<Flushed> Flush(FileHandle file) override {
+    auto& flushing = flushing_[file];
+    if (!flushing) flushing = std::make_shared<Flushing>(Handle(file));
+    return flushing->Begin();
+  }
+
+  bool Keep(FileHandle file, const std::string&) override {
+    // A file system that knows no mark refuses to take it back as well.
+    if (!SetGoing(Handle(file), false) && IsGoing(Handle(file))) return Noted(FALSE);
+    // Backup tools leave out temporary files.
+    FILE_BASIC_INFO lasting = {};
+    lasting.FileAttributes = FILE_ATTRIBUTE_ARCHIVE;
+    SetFileInformationByHandle(Handle(file), FileBasicInfo, &lasting, sizeof lasting);
+    return true;
+  }
+
+  // Through the handle: another program that has the file open cannot hinder it then. By the
+  // semantics of POSIX, where they are known, what others read goes under their hands.
+  bool Rename(FileHandle file, const std::string&, const std::string& to,
+              IfTaken ifTaken) override {
+    const std::wstring name = WidePath(to);
+    FILE_BASIC_INFO before = {}, made = {};
+    GetFileInformationByHandleEx(Handle(file), FileBasicInfo, &before, sizeof before);
+    const bool replaces = ifTaken == IfTaken::kReplace;
+    if (!(replaces &&
+          RenameBy(Handle(file), kRenameInfoEx, kReplaceIfExists | kPosixSemantics, name)) &&
+        !Noted(RenameBy(Handle(file), FileRenameInfo, replaces ? kReplaceIfExists : 0, name)))
+      return false;
+    // File systems hand the moment on at which what had the name was made.
+    made.CreationTime = before.CreationTime;
+    SetFileInformationByHandle(Handle(file), FileBasicInfo, &made, sizeof made);
+    return true;
+  }
+
+  bool Close(FileHandle file) override {
+    flushing_.erase(file);
+    return Noted(CloseHandle(Handle(file)));
+  }
+
+  std::optional<FileIdentity> Identity(FileHandle file) override {
+    if (GetFileType(Handle(file)) != FILE_TYPE_DISK) return {};
+    FILE_ID_INFO about = {};
+    if (GetFileInformationByHandleEx(Handle(file), FileIdInfo, &about, sizeof about)) {
+      const auto all = [&id = about.FileId.Identifier](BYTE value) {
+        return std::all_of(std::begin(id), std::end(id),
+                           [value](BYTE each) { return each == value; });
+      };
+      return all(0) || all(0xFF) ? IdentityByPath(Handle(file)) : IdentityBy('f', about);
+    }
+    // Any other fault would have one file be known in two ways.
+    if (!MeansUnknown(GetLastError())) return {};
+    return IdentityByIndex(Handle(file));
+  }
+
+  Failure LastFailure() override { return lastFailure_; }
+
+ private:
+  /// Takes down the system's last error unless a call has succeeded, and hands its answer on.
+  bool Noted(BOOL done) {
+    if (!done) lastFailure_ = FailureOf(GetLastError());
+    return done;
+  }
+
+  std::map<FileHandle, std::shared_ptr<Flushing>> flushing_;
+  Failure lastFailure_;
+};
+
+}  // namespace
+
+std::unique_ptr<Files> MakeWindowsFiles() {
+  return std::make_unique<WindowsFiles>();
 }
 
 }  // namespace platform

@@ -20,7 +20,7 @@ void KeepToLibrariesOfTheSystem() {
 }
 
 WindowsPlatform::WindowsPlatform()
-    : bundle_{{files_, names_, drives_, dates_, clock_, {}}, registry_, desktop_, {}} {
+    : bundle_{{*files_, *names_, *dates_, clock_, {}}, *drives_, *registry_, *desktop_, {}} {
   SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   const std::string path = ProgramPath();
   const std::string file = LastFilePart(path);

@@ -1,13 +1,10 @@
 #pragma once
 
+#include <memory>
+
 #include "platform/platform.h"
 #include "platform/steady_clock.h"
-#include "platform/windows/windows_date_text.h"
-#include "platform/windows/windows_desktop.h"
-#include "platform/windows/windows_drives.h"
-#include "platform/windows/windows_file_names.h"
-#include "platform/windows/windows_files.h"
-#include "platform/windows/windows_registry.h"
+#include "platform/windows/factories.h"
 
 namespace platform {
 
@@ -27,12 +24,12 @@ class WindowsPlatform {
   Platform& bundle() { return bundle_; }
 
  private:
-  WindowsFiles files_;
-  WindowsFileNames names_;
-  WindowsRegistry registry_;
-  WindowsDesktop desktop_;
-  WindowsDrives drives_;
-  WindowsDateText dates_;
+  const std::unique_ptr<Files> files_ = MakeWindowsFiles();
+  const std::unique_ptr<FileNames> names_ = MakeWindowsFileNames();
+  const std::unique_ptr<Registry> registry_ = MakeWindowsRegistry();
+  const std::unique_ptr<Desktop> desktop_ = MakeWindowsDesktop();
+  const std::unique_ptr<Drives> drives_ = MakeWindowsDrives();
+  const std::unique_ptr<DateText> dates_ = MakeWindowsDateText();
   SteadyClock clock_;
   Platform bundle_;
 };

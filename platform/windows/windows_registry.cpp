@@ -1,4 +1,4 @@
-#include "platform/windows/windows_registry.h"
+#include "platform/windows/factories.h"
 
 #include <vector>
 
@@ -24,19 +24,26 @@ std::optional<RegistryValue> QueryValue(HKEY key, const std::wstring& name) {
   return RegistryValue{type, std::string(room, room + bytes)};
 }
 
+class WindowsRegistry : public Registry {
+ public:
+  std::optional<RegistryValue> Query(RegistryRoot root, const std::string& keyPath,
+                                     const std::string& valueName) override {
+    // The predefined handles are signed 32-bit numbers, widened.
+    const auto rootNumber = static_cast<INT_PTR>(static_cast<std::int32_t>(root));
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(reinterpret_cast<HKEY>(rootNumber), Wide(keyPath).c_str(), 0, KEY_QUERY_VALUE,
+                      &key) != ERROR_SUCCESS)
+      return {};
+    std::optional<RegistryValue> value = QueryValue(key, Wide(valueName));
+    RegCloseKey(key);
+    return value;
+  }
+};
+
 }  // namespace
 
-std::optional<RegistryValue> WindowsRegistry::Query(RegistryRoot root, const std::string& keyPath,
-                                                    const std::string& valueName) {
-  // The predefined handles are signed 32-bit numbers, widened.
-  const auto rootNumber = static_cast<INT_PTR>(static_cast<std::int32_t>(root));
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(reinterpret_cast<HKEY>(rootNumber), Wide(keyPath).c_str(), 0, KEY_QUERY_VALUE,
-                    &key) != ERROR_SUCCESS)
-    return {};
-  std::optional<RegistryValue> value = QueryValue(key, Wide(valueName));
-  RegCloseKey(key);
-  return value;
+std::unique_ptr<Registry> MakeWindowsRegistry() {
+  return std::make_unique<WindowsRegistry>();
 }
 
 }  // namespace platform

@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "platform/posix/posix_disk.h"
+#include "platform/posix/factories.h"
 #include "tests/platform/disk_contract.h"
 #include "tests/support/memory_disk.h"
 
@@ -36,7 +36,8 @@ struct PosixPlace {
     return mkdtemp(in.data()) ? in : "";
   }
 
-  PosixDisk disk;
+  const std::unique_ptr<platform::Files> files = platform::MakePosixFiles();
+  const std::unique_ptr<platform::FileNames> names = platform::MakePosixFileNames();
   std::string folder = NewFolder(std::filesystem::temp_directory_path());
   std::string elsewhere = NewFolder("/dev/shm");
 };
@@ -44,7 +45,8 @@ struct PosixPlace {
 DiskWorld PosixWorld() {
   const auto place = std::make_shared<PosixPlace>();
   const auto aged = [place](const std::string& path, long long by) { return Aged(path, by); };
-  return {place->disk, place->disk, nullptr, place->folder, place->elsewhere, aged, Protect, '/'};
+  return {*place->files,    *place->names, nullptr, place->folder,
+          place->elsewhere, aged,          Protect, '/'};
 }
 
 const auto kMemory = testing::Values(MemoryWorld("C:\\Folder"), MemoryWorld("E:\\"));

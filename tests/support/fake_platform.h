@@ -163,7 +163,7 @@ struct PlatformWith {
   FakeDates dates;
   FakeClock clock;
   platform::Platform system{
-      {disk, disk, disk, dates, clock, "C:\\Trimbrook"}, registry, desktop, "Trimbrook"};
+      {disk, disk, dates, clock, "C:\\Trimbrook"}, disk, registry, desktop, "Trimbrook"};
 };
 
 using FakePlatform = PlatformWith<MemoryDisk>;
