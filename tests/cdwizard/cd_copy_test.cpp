@@ -137,6 +137,11 @@ const struct {
        world.disk.Put("E:\\unknown", "old");
        world.disk.At("E:\\unknown")->hasIdentity = false;
      }},
+    {"a source that cannot be told apart",
+     [](World& world) {
+       world.disk.At(kSource)->hasIdentity = false;
+       world.disk.Put("E:\\known", "old");
+     }},
     {"a file that cannot be told apart",
      [](World& world) {
        world.disk.Put("E:\\unknown", "old");

@@ -4,6 +4,7 @@
 
 #include "platform/runtime_error.h"
 #include "sendkeys/clsSendKeys.h"
+#include "sendkeys/utf16_text.h"
 #include "tests/support/fake_platform.h"
 
 namespace {
@@ -24,7 +25,7 @@ std::string Keys(FakeDesktop& desktop) {
 constexpr std::pair<const char*, const char*> kScripts[] = {
     {"", ""},
     {"%(K)%(F)x+aA1", "+12 4B -12 +12 46 -12 58 10 41 41 31"},
-    {"~(+(ab)c)", "+11 +10 41 42 -10 43 -11"},
+    {"~(+(az)c)", "+11 +10 41 5A -10 43 -11"},
     {"~%%()", "11 12 12"},
     // Names, in any case, before characters; what is no name is typed by its first letter.
     {"{TAB}{tab}{Tab 2}{~}{BKSP}{F16}{F17}", "09 09 09 09 0D 08 7F 46"},
@@ -96,6 +97,20 @@ TEST(KeyCodes, ComeFromTheSystem) {
   EXPECT_EQ(keys.KeyCode("\xE2\x82\xAC"), 0xFF);
   desktop.versionWord = 0x80000004;
   EXPECT_EQ(keys.KeyCode("\xE2\x82\xAC"), 0xBF) << "a question mark's";
+}
+
+// The first and the last character of each length, and those beside the surrogates.
+TEST(Utf16Text, IsTheSameTextAsItsUtf8) {
+  constexpr std::pair<const char*, const char16_t*> kTexts[] = {
+      {"\x01\x7F", u"\x01\x7F"},
+      {"\xC2\x80\xDF\xBF", u"\u0080\u07FF"},
+      {"\xE0\xA0\x80\xED\x9F\xBF", u"\u0800\uD7FF"},
+      {"\xEE\x80\x80\xEF\xBF\xBF", u"\uE000\uFFFF"},
+      {"\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", u"\U00010000\U0010FFFF"}};
+  for (const auto& [utf8, utf16] : kTexts) {
+    EXPECT_EQ(Utf16Of(utf8), utf16);
+    EXPECT_EQ(Utf8Of(utf16), utf8);
+  }
 }
 
 }  // namespace
