@@ -27,6 +27,7 @@ void SaveAs(const Trimbrook& program, const std::string& target, const std::stri
 /// The main job from end to end, for `./run` on a machine without a display.
 TEST(Demonstration, MainJob) {
   const Trimbrook program;
+  SetCursorPos(0, 0);  // No tool tip gets into the pictures.
   BringToFront(program.main());
   Show("Started");
 
@@ -39,7 +40,10 @@ TEST(Demonstration, MainJob) {
   EXPECT_TRUE(HoldsBlocks(InWork("blocks.60D"), wavelet, 2, 3));
 
   program.At(IDC_frmTrimbrook_CheckCTRS).Click();
-  Show("Unfolded the custom time range");
+  program.TypeTime(IDC_frmTrimbrook_Text8, {"12", "1", "45"});
+  program.TypeTime(IDC_frmTrimbrook_Text11, {"12", "4", "0"});
+  program.At(IDC_frmTrimbrook_Command5).Click();
+  Show("Confirmed a custom time range");
   program.At(IDC_frmTrimbrook_CheckCTRS).Click();
   program.ChooseCameras({1, 3});
   Show("Chose cameras 1 and 3");

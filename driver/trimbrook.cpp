@@ -107,6 +107,15 @@ void Trimbrook::ChooseBlocks(int first, int last) const {
   while (Last() > last) slider2.Press(VK_LEFT);
 }
 
+void Trimbrook::TypeTime(int firstBox, const std::vector<std::string>& time) const {
+  constexpr int kBetweenBoxes = IDC_frmTrimbrook_Text9 - IDC_frmTrimbrook_Text8;
+  for (int box = firstBox; const std::string& field : time) {
+    Focus(box);
+    At(box).SetText(field);
+    box += kBetweenBoxes;
+  }
+}
+
 void Trimbrook::PressSaveToCd() const {
   PostMessageW(main_.handle(), WM_COMMAND, MAKEWPARAM(IDC_frmTrimbrook_Command7, BN_CLICKED), 0);
 }

@@ -54,6 +54,9 @@ class Trimbrook : public Program {
   void Prepare(const std::string& source, const std::string& target) const;
   /// Narrows the range by the sliders' keys.
   void ChooseBlocks(int first, int last) const;
+  /// Types hours, minutes and seconds into the fields of the custom range, of which the first is
+  /// given.
+  void TypeTime(int firstBox, const std::vector<std::string>& time) const;
   /// Presses the hidden "Save To CD".
   void PressSaveToCd() const;
   /// Answers a message box with the button of this id, and waits for what follows.

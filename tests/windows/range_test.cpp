@@ -36,13 +36,6 @@ class Range : public testing::Test {
     EXPECT_EQ(program_.Text(IDC_frmTrimbrook_Text5),
               std::string(kStarts[first - 1]) + "----" + kEnds[last - 1]);
   }
-  /// Types a time of day into three boxes, of which the first one is given.
-  void Type(int firstBox, const char* const (&time)[3]) {
-    for (int i = 0; i < 3; ++i) {
-      program_.Focus(firstBox + 3 * i);
-      program_.At(firstBox, 3 * i).SetText(time[i]);
-    }
-  }
   /// What stands in these boxes.
   std::vector<std::string> TimeFrom(int firstBox) {
     return program_.Texts({firstBox, firstBox + 3, firstBox + 6});
@@ -102,18 +95,18 @@ TEST_F(Range, TheCustomRangeUnfoldsTheWindowUpwards) {
 TEST_F(Range, ConfirmTakesWhatTheCustomRangeShows) {
   program_.OpenSource(path_);
   program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
-  Type(IDC_frmTrimbrook_Text8, {"99", "", "60"});
+  program_.TypeTime(IDC_frmTrimbrook_Text8, {"99", "", "60"});
   program_.Focus(IDC_frmTrimbrook_Text11);
   EXPECT_THAT(TimeFrom(IDC_frmTrimbrook_Text8), ElementsAre("23", "0", "59"));
-  Type(IDC_frmTrimbrook_Text8, {"15", "5", "32"});
-  Type(IDC_frmTrimbrook_Text11, {"15", "7", "0"});
+  program_.TypeTime(IDC_frmTrimbrook_Text8, {"15", "5", "32"});
+  program_.TypeTime(IDC_frmTrimbrook_Text11, {"15", "7", "0"});
   program_.At(IDC_frmTrimbrook_Command5).Click();
   EXPECT_FALSE(program_.ShowsDialog());
   ExpectBlocks(2, 2);
   program_.At(IDC_frmTrimbrook_Command6).Click();
   ExpectBlocks(1, 3);
 
-  Type(IDC_frmTrimbrook_Text11, {"16", "7", "5"});
+  program_.TypeTime(IDC_frmTrimbrook_Text11, {"16", "7", "5"});
   EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command5),
             Refusal("The End Time you selected falls outside the time range of the sorce file. "
                     "Please select a new time!"));
@@ -127,7 +120,7 @@ TEST_F(Range, ASaveAsksAboutTimesThatWereNotConfirmed) {
   const std::string target = InWork("typed.60D");
   program_.OpenSource(path_);
   program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
-  Type(IDC_frmTrimbrook_Text8, {"15", "5", "32"});
+  program_.TypeTime(IDC_frmTrimbrook_Text8, {"15", "5", "32"});
   EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3),
             Refusal("Please select the target file first!"));
   program_.ChooseTarget(target);
@@ -141,14 +134,14 @@ TEST_F(Range, ASaveAsksAboutTimesThatWereNotConfirmed) {
   EXPECT_FALSE(FileExists(target));
   ExpectBlocks(1, 3);
 
-  Type(IDC_frmTrimbrook_Text8, {"1", "5", "32"});
+  program_.TypeTime(IDC_frmTrimbrook_Text8, {"1", "5", "32"});
   answer(IDYES, false);
   EXPECT_EQ(program_.AnswerMessage(),
             Refusal("The Start Time you selected falls outside the time range of the sorce file. "
                     "Please select a new time!"));
   AwaitFocus(program_.At(IDC_frmTrimbrook_Calendar1));
 
-  Type(IDC_frmTrimbrook_Text11, {"15", "7", "0"});
+  program_.TypeTime(IDC_frmTrimbrook_Text11, {"15", "7", "0"});
   answer(IDNO, false);
   program_.AwaitDone();
   program_.LeaveSave();
@@ -158,7 +151,7 @@ TEST_F(Range, ASaveAsksAboutTimesThatWereNotConfirmed) {
   program_.LeaveSave();
   EXPECT_TRUE(HoldsBlocks(target, path_, 1, 2));
   program_.SaveAndLeave();
-  Type(IDC_frmTrimbrook_Text11, {"15", "6", "0"});
+  program_.TypeTime(IDC_frmTrimbrook_Text11, {"15", "6", "0"});
   program_.At(IDC_frmTrimbrook_CheckCTRS).Click();
   program_.SaveAndLeave();
 }
