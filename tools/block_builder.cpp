@@ -46,9 +46,8 @@ void BlockBuilder::Set(int place, std::uint32_t bits) {
 void BlockBuilder::List(const Image& image) {
   PutEntry(image);
   PutMasks(image);
-  const auto seconds = static_cast<std::uint32_t>(image.seconds);
-  earliest_ = imageCount_ == 0 ? seconds : std::min(earliest_, seconds);
-  latest_ = imageCount_ == 0 ? seconds : std::max(latest_, seconds);
+  earliest_ = imageCount_ == 0 ? image.Stamp() : std::min(earliest_, image.Stamp());
+  latest_ = imageCount_ == 0 ? image.Stamp() : std::max(latest_, image.Stamp());
   ++imageCount_;
 }
 
@@ -63,15 +62,15 @@ void BlockBuilder::Add(const Image& image) {
   dirty_ = used_;
 }
 
-void BlockBuilder::AddHole(const Image& image) {
+void BlockBuilder::AddHole(const Image& image, int sectors) {
   List(image);
-  used_ = layout_->trailer;
-  if (HasTail(image)) PutTail(image, used_);
+  used_ += sectors * kSectorBytes;
+  if (HasTail(image) && used_ == layout_->trailer) PutTail(image, used_);
 }
 
 void BlockBuilder::PutEntry(const Image& image) {
   const Layout& layout = *layout_;
-  std::uint8_t* entry = EntryAt(Trailer() + layout.list, imageCount_, layout.entryBytes);
+  std::uint8_t* entry = layout.Entry(Trailer(), imageCount_);
   const int sector = used_ / kSectorBytes + layout.firstSector;
   Put(entry + layout.entrySector, 2, static_cast<std::uint32_t>(sector));
   entry[layout.entryFlags] |= static_cast<std::uint8_t>(image.flags << 4);
@@ -80,9 +79,8 @@ void BlockBuilder::PutEntry(const Image& image) {
     entry[layout.entryParts] = static_cast<std::uint8_t>(image.sound.size() / kSectorBytes << 3 |
                                                          (image.text.empty() ? 0 : 1));
   if (layout.entryTime != kNone) {
-    const auto seconds = static_cast<std::uint32_t>(image.seconds);
-    const std::uint32_t start = times_ ? times_->first : imageCount_ == 0 ? seconds : earliest_;
-    Put(entry + layout.entryTime, 2, seconds - start);
+    const std::uint32_t first = imageCount_ == 0 ? image.Stamp() : earliest_;
+    Put(entry + layout.entryTime, 2, image.Stamp() - (times_ ? times_->first : first));
   }
 }
 
@@ -90,7 +88,7 @@ void BlockBuilder::PutMasks(const Image& image) {
   const Layout& layout = *layout_;
   const std::uint32_t bit = 1u << (image.camera % 16);
   Set(image.camera < 16 ? layout.cameraMask : layout.highCameraMask, bit);
-  if (!layout.fullMasks) return;
+  if (!layout.isOfToday) return;
   if (image.flags != 0) Set(kFlagMasks[static_cast<std::size_t>(image.flags) - 1], bit);
   if (!image.text.empty()) Set(kTextMask, bit);
 }
@@ -98,7 +96,7 @@ void BlockBuilder::PutMasks(const Image& image) {
 void BlockBuilder::PutTail(const Image& image, int end) {
   std::uint8_t* tail = block_.data() + end - kTailBytes;
   std::copy(kTailMark.begin(), kTailMark.end(), tail);
-  Put(tail + kTailTime, 4, static_cast<std::uint32_t>(image.seconds));
+  Put(tail + kTailTime, 4, image.Stamp());
   Copy(image.title, kTailTitleBytes, tail + kTailTitle);
 }
 
@@ -127,9 +125,9 @@ const Bytes& BlockBuilder::Finish() {
   if (layout.titleTable != kNone)
     for (int i = 0; i < kTitlesInTable; ++i)
       Copy(style_.titles[static_cast<std::size_t>(i)], kTitleBytes,
-           EntryAt(trailer + layout.titleTable, i, kTitleBytes));
+           trailer + layout.titleTable + std::ptrdiff_t{i} * kTitleBytes);
   const int sector = used_ / kSectorBytes + layout.firstSector;
-  Put(EntryAt(trailer + layout.list, imageCount_, layout.entryBytes) + layout.entrySector, 2,
+  Put(layout.Entry(trailer, imageCount_) + layout.entrySector, 2,
       static_cast<std::uint32_t>(sector));
   return block_;
 }

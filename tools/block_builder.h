@@ -11,20 +11,6 @@
 
 namespace tools {
 
-/// One image with all that belongs to it, as a recorder hands it to its disk.
-struct Image {
-  int camera = 0;            ///< From 0 on.
-  std::int32_t seconds = 0;  ///< Capture time stamp, of which the bits are taken as unsigned.
-  std::string bytes = "IMAGE";
-  std::string title{};  ///< At most 48 bytes.
-  std::string text{};   ///< At most 500 bytes.
-  std::string sound{};  ///< Whole sectors, at most 31.
-  int flags = 0;        ///< 0 to 3.
-  bool tail = true;     ///< Without one only in the block types where it is a choice.
-
-  bool operator==(const Image&) const = default;
-};
-
 /// How the blocks of a recording are written.
 struct BlockStyle {
   bool pal = false;
@@ -49,9 +35,9 @@ class BlockBuilder {
   bool Fits(const Image& image) const;
   /// Adds an image that fits.
   void Add(const Image& image);
-  /// Adds an image of zeros that ends where the trailer begins; `image.bytes` is not used. Of the
-  /// data area only the last sector is touched.
-  void AddHole(const Image& image);
+  /// Adds an image of zeros of so many free sectors; `image.bytes` is not used. Its tail is zero,
+  /// too, but where the trailer begins: of the data area no more than the last sector is touched.
+  void AddHole(const Image& image, int sectors);
   /// Sectors of the data area that are still free.
   int FreeSectors() const;
   int ImageCount() const { return imageCount_; }
@@ -59,7 +45,7 @@ class BlockBuilder {
   const Bytes& Finish();
 
  private:
-  bool HasTail(const Image& image) const { return layout_->alwaysTails || image.tail; }
+  bool HasTail(const Image& image) const { return layout_->isOfToday || image.tail; }
   int DataSectors(const Image& image) const;
   void List(const Image& image);
   void PutEntry(const Image& image);

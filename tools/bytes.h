@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tools {
@@ -21,21 +22,16 @@ inline std::uint32_t Get(const std::uint8_t* at, int width) {
   return value;
 }
 
-/// The signed value of 4 bytes, as text lengths are.
-inline std::int32_t GetSigned(const std::uint8_t* at) {
-  return static_cast<std::int32_t>(Get(at, 4));
-}
-
-/// The address `index` entries of `width` bytes on.
-template <typename Byte>
-Byte* EntryAt(Byte* at, int index, int width) {
-  return at + static_cast<std::ptrdiff_t>(index) * width;
-}
+/// An inclusive range of whole numbers.
+struct Range {
+  int first;
+  int last;
+};
 
 /// The FNV-1a hash of some bytes.
-inline std::uint64_t Hash(const std::uint8_t* at, std::size_t count) {
+inline std::uint64_t Hash(std::string_view bytes) {
   std::uint64_t hash = 0xCBF29CE484222325u;
-  for (std::size_t i = 0; i < count; ++i) hash = (hash ^ at[i]) * 0x100000001B3u;
+  for (const char byte : bytes) hash = (hash ^ static_cast<std::uint8_t>(byte)) * 0x100000001B3u;
   return hash;
 }
 
@@ -61,10 +57,10 @@ class Random {
     return text;
   }
 
-  /// A number from `least` to `most`, both inclusive.
-  int Between(int least, int most) {
-    const auto span = static_cast<std::uint64_t>(most) - static_cast<std::uint64_t>(least) + 1;
-    return static_cast<int>(static_cast<std::uint64_t>(least) + Next() % span);
+  /// A number of a range that begins at 0 or above.
+  int Between(Range range) {
+    const auto count = static_cast<std::uint64_t>(range.last - range.first + 1);
+    return range.first + static_cast<int>(Next() % count);
   }
 
  private:

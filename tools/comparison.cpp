@@ -5,14 +5,13 @@
 #include <stdexcept>
 
 #include "tools/block_builder.h"
-#include "tools/listing.h"
+#include "tools/console.h"
 
 namespace tools {
 namespace {
 
 /// What makes a part other than it should be.
-class Difference : public std::runtime_error {
- public:
+struct Difference : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
@@ -38,25 +37,12 @@ std::string FirstChange(const Bytes& wanted, const Bytes& found) {
 /// What is saved of an image: all bytes before its tail, of which a zero at the end is padding (one
 /// byte less keeps the image in as many sectors), and no sound of block type 0x20.
 Image Saved(const StoredBlock& block, const StoredImage& image) {
-  const bool padded = image.hasTail && *block.At(image.bytesEnd - 1) == 0;
-  std::string title = TitleOf(block, image);
-  if (title.empty()) title = "Camera " + std::to_string(image.camera + 1);
-  const bool silent = block.layout->type == 0x20;
-  return {.camera = image.camera,
-          .seconds = static_cast<std::int32_t>(image.seconds),
-          .bytes = {block.At(image.begin), block.At(image.bytesEnd - (padded ? 1 : 0))},
-          .title = title,
-          .text = image.text,
-          .sound = {block.At(silent ? image.end : image.soundBegin), block.At(image.end)},
-          .flags = image.flags};
-}
-
-/// Whether a tail holds more than the title that readers take of it.
-bool HasMoreThanTitle(const StoredBlock& block, const StoredImage& image) {
-  if (!image.hasTail) return false;
-  const std::uint8_t* title = block.At(image.bytesEnd) + kTailTitle;
-  return std::any_of(title + image.title.size(), title + kTailTitleBytes,
-                     [](std::uint8_t byte) { return byte != 0; });
+  Image saved = image;
+  if (saved.tail && saved.bytes.back() == 0) saved.bytes.pop_back();
+  if (saved.title.empty()) saved.title = "Camera " + std::to_string(image.camera + 1);
+  if (block.layout->type == 0x20) saved.sound.clear();
+  saved.tail = true;
+  return saved;
 }
 
 /// Builds the blocks of a rebuilt part once more, from the images of the source, and holds each
@@ -114,7 +100,7 @@ class Rebuilding {
       const StoredImage& image = block_.images[i];
       if (place >= image.end) continue;
       return block + "image " + std::to_string(image.index) + " (camera " +
-             std::to_string(image.camera + 1) + ", " + TimeText(image.seconds) + ", " +
+             std::to_string(image.camera + 1) + ", " + TimeText(image.Stamp()) + ", " +
              Quoted(image.title) + ") is not " + sources_[i] + " of the source: ";
     }
     return block + "its list is not that of its images: ";
@@ -173,13 +159,10 @@ class Search {
         });
     if (kept == block.images.end() || firstBlock_.images.empty()) return false;
     const StoredImage& wanted = firstBlock_.images.front();
-    return kept->camera == wanted.camera &&
-           static_cast<std::uint32_t>(kept->seconds) == wanted.seconds;
+    return kept->camera == wanted.camera && kept->seconds == wanted.seconds;
   }
 
-  bool IsOfCameras(const StoredImage& image) const {
-    return std::binary_search(cameras_.begin(), cameras_.end(), image.camera + 1);
-  }
+  bool IsOfCameras(const StoredImage& image) const { return cameras_.count(image.camera + 1) > 0; }
 
   /// Compares from a block of the source on. What agrees longest is what is told.
   bool Try(int first, void (Search::*compare)(int)) {
@@ -190,17 +173,11 @@ class Search {
     } catch (const Difference& difference) {
       found_.difference = difference.what();
     }
-    if (found_.difference.empty() || found_.images > mostImages_) {
-      mostImages_ = found_.images;
+    if (found_.difference.empty() || found_.contents.all.count > mostImages_) {
+      mostImages_ = found_.contents.all.count;
       best_ = found_;
     }
     return best_.difference.empty();
-  }
-
-  void Count(const StoredImage& image) {
-    ++found_.images;
-    found_.cameras.insert(image.camera + 1);
-    found_.times.Add(static_cast<std::uint32_t>(image.seconds));
   }
 
   void CompareBlocks(int first) {
@@ -213,10 +190,7 @@ class Search {
       Demand(change.empty(), "part's block " + std::to_string(i) + " is not block " +
                                  std::to_string(number) + " of the source: " + change);
       found_.blocks.last = number;
-      found_.damagedImages += block.damagedImages;
-      if (!block.trouble.empty()) ++found_.damagedBlocks;
-      for (const StoredImage& image : block.images)
-        if (image.trouble.empty()) Count(image);
+      found_.contents.Add(block);
     }
     Demand(!narrowing_.blocks || found_.blocks.last == range_.last,
            "the part ends with block " + std::to_string(found_.blocks.last) + " of the source");
@@ -229,8 +203,8 @@ class Search {
     for (int number = first; number <= range_.last && (!part.IsDone() || narrowing_.blocks);
          ++number) {
       const StoredBlock& block = source_.Read(number);
-      if (block.isKnown) ntsc = block.ntsc;
-      if (!block.trouble.empty()) ++found_.damagedBlocks;
+      if (block.layout != nullptr) ntsc = block.ntsc;
+      if (!block.trouble.empty()) ++found_.contents.damagedBlocks;
       for (const StoredImage& image : block.images)
         if (IsOfCameras(image)) CompareNext(block, image, part);
       found_.blocks.last = number;
@@ -240,26 +214,23 @@ class Search {
   }
 
   void CompareNext(const StoredBlock& block, const StoredImage& image, Rebuilding& part) {
-    if (!image.trouble.empty()) {
-      ++found_.damagedImages;
-      return;
-    }
+    if (!image.trouble.empty()) return found_.contents.Add(image);
     const Image saved = Saved(block, image);
     if (!room_.Fits(saved)) {
       ++found_.largeImages;
       return;
     }
     part.Add(saved, block.number, image.index);
-    Count(image);
-    if (image.soundBegin < image.end && saved.sound.empty()) ++found_.lostSounds;
-    if (HasMoreThanTitle(block, image)) ++found_.longTitles;
+    found_.contents.Add(image);
+    if (image.sound != saved.sound) ++found_.lostSounds;
+    if (image.tailTitle != ShownTitle(image.tailTitle)) ++found_.longTitles;
   }
 
   RecordingReader& source_;
   RecordingReader& part_;
   const Narrowing& narrowing_;
   Range range_;
-  std::vector<int> cameras_;
+  std::set<int> cameras_;
   BlockStyle style_;
   BlockBuilder room_{style_};  ///< An empty block, to ask what fits into one.
   StoredBlock firstBlock_;     ///< Of the part.
@@ -270,9 +241,26 @@ class Search {
 
 }  // namespace
 
-void Times::Add(std::int64_t seconds) {
-  first = std::min(first, seconds);
-  last = std::max(last, seconds);
+void Times::Add(std::int64_t stamp) {
+  first = std::min(first, stamp);
+  last = std::max(last, stamp);
+}
+
+void Contents::Add(const StoredImage& image) {
+  if (!image.trouble.empty()) {
+    ++damagedImages;
+    return;
+  }
+  for (Images* images : {&all, &cameras[image.camera + 1]}) {
+    ++images->count;
+    images->titles.insert(image.title);
+    images->times.Add(image.Stamp());
+  }
+}
+
+void Contents::Add(const StoredBlock& block) {
+  if (!block.trouble.empty()) ++damagedBlocks;
+  for (const StoredImage& image : block.images) Add(image);
 }
 
 Comparison Compare(const std::string& source, const std::string& part, const Narrowing& narrowing,
@@ -281,13 +269,8 @@ Comparison Compare(const std::string& source, const std::string& part, const Nar
   RecordingReader from(source, &progress);
   RecordingReader to(part, &progress);
   Comparison found = Search(from, to, narrowing).Run();
-  found.source = source;
-  found.part = part;
-  found.sourceSize = from.Size();
-  found.partSize = to.Size();
-  if (!withSums) return found;
-  found.sourceSum = from.Sum();
-  found.partSum = to.Sum();
+  found.source = from.Facts(withSums);
+  found.part = to.Facts(withSums);
   return found;
 }
 

@@ -1,11 +1,10 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
-#include <vector>
 
-#include "tools/numbers.h"
 #include "tools/recording_reader.h"
 
 namespace tools {
@@ -16,30 +15,44 @@ struct Times {
   std::int64_t last = INT64_MIN;
 
   bool IsEmpty() const { return first > last; }
-  void Add(std::int64_t seconds);
+  void Add(std::int64_t stamp);
+};
+
+/// Images that can be read.
+struct Images {
+  std::int64_t count = 0;
+  std::set<std::string> titles;  ///< All that they show.
+  Times times;
+};
+
+/// What some blocks or images of a recording hold.
+struct Contents {
+  Images all;
+  std::map<int, Images> cameras;  ///< The same by camera, from 1 on.
+  std::int64_t damagedImages = 0;
+  int damagedBlocks = 0;
+
+  void Add(const StoredImage& image);
+  /// Adds a block and its images.
+  void Add(const StoredBlock& block);
 };
 
 /// Where a part is looked for, and what it is to hold; what is left open is found.
 struct Narrowing {
-  std::optional<Range> blocks;              ///< Of the source.
-  std::optional<std::vector<int>> cameras;  ///< From 1 on; the part was rebuilt from their images.
+  std::optional<Range> blocks;           ///< Of the source.
+  std::optional<std::set<int>> cameras;  ///< From 1 on; the part was rebuilt from their images.
 };
 
 /// What a comparison of a part with its source has found.
 struct Comparison {
-  std::string source, part;  ///< Paths.
-  std::int64_t sourceSize = 0, partSize = 0;
-  std::string sourceSum, partSum;  ///< SHA-256; empty when it was not asked for.
-  std::string difference;          ///< Empty when the part is just what the source holds there.
+  FileFacts source, part;
+  std::string difference;  ///< Empty when the part is just what the source holds there.
   // All that follows is about a part without a difference.
   bool rebuilt = false;   ///< From images; otherwise of whole blocks.
   Range blocks = {0, 0};  ///< Of the source.
-  std::set<int> cameras;  ///< From 1 on.
-  std::int64_t images = 0;
-  Times times;
-  // What the source holds there and the part does not or, of whole blocks, does as well.
-  std::int64_t damagedImages = 0;
-  int damagedBlocks = 0;
+  /// Of the source. What is damaged in it a part of whole blocks holds as well, and a rebuilt one
+  /// not.
+  Contents contents;
   // What a rebuilt part does not hold either.
   std::int64_t largeImages = 0;  ///< They do not fit into a new block.
   std::int64_t lostSounds = 0;   ///< Of blocks of type 0x20.

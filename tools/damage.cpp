@@ -9,23 +9,24 @@ namespace {
 /// Calls `change` with the start of each image's text sector and the end of each image's tail.
 void ForEachTail(Victim& victim, const std::function<void(std::uint8_t*)>& change) {
   const Layout& layout = victim.layout;
-  for (int i = 0; i < victim.ImageCount(); ++i) {
-    const std::uint8_t* entry = victim.Entry(i);
-    const std::uint8_t parts = layout.entryParts == kNone ? 0 : entry[layout.entryParts];
-    const auto next = Get(victim.Entry(i + 1) + layout.entrySector, 2);
-    const int sectors = (parts >> 3) + (parts & 3) + layout.firstSector;
-    // The end entry of a full block holds 4096, of which the high nibble is no flag.
-    const bool isEnd = i + 1 == victim.ImageCount();
-    const int end = (static_cast<int>(isEnd ? next : next & 0xFFF) - sectors) * kSectorBytes;
+  const int count = victim.ImageCount();
+  for (int i = 0; i < count; ++i) {
+    const int parts = layout.entryParts == kNone ? 0 : victim.Entry(i)[layout.entryParts];
+    const int end = layout.PlaceOf(victim.Trailer(), i + 1, count) -
+                    ((parts >> 3) + (parts & 3)) * kSectorBytes;
     if (end >= kSectorBytes && end < layout.trailer) change(victim.block + end);
   }
 }
 
-void SetTextLengths(Victim& victim, std::uint32_t length) {
+/// The same for those that have a text.
+void ForEachText(Victim& victim, const std::function<void(std::uint8_t*)>& change) {
   ForEachTail(victim, [&](std::uint8_t* sector) {
-    if (std::equal(kTextMark.begin(), kTextMark.end(), sector))
-      Put(sector + kTextLength, 4, length);
+    if (std::equal(kTextMark.begin(), kTextMark.end(), sector)) change(sector);
   });
+}
+
+void SetTextLengths(Victim& victim, std::uint32_t length) {
+  ForEachText(victim, [&](std::uint8_t* sector) { Put(sector + kTextLength, 4, length); });
 }
 
 void ReverseSectors(Victim& victim) {
@@ -49,10 +50,10 @@ void SetCount(Victim& victim, std::uint32_t count) {
   Put(victim.Trailer() + victim.layout.imageCount, 2, count);
 }
 
-void FlipBytes(Victim& victim, int from, int count, int flips) {
-  for (int i = 0; i < flips; ++i)
-    victim.block[from + victim.random.Between(0, count - 1)] ^=
-        static_cast<std::uint8_t>(victim.random.Between(1, 255));
+void FlipBytes(Victim& victim, int from, int count) {
+  for (int i = 0; i < 16; ++i)
+    victim.block[from + victim.random.Between({0, count - 1})] ^=
+        static_cast<std::uint8_t>(victim.random.Between({1, 255}));
 }
 
 void FillTrailer(Victim& victim, const std::function<std::uint8_t()>& next) {
@@ -77,16 +78,15 @@ const std::vector<DamageKind>& DamageKinds() {
       {"sectors-high", "all images start at sector 4095", [](Victim& v) { SetSectors(v, 0x0FFF); }},
       {"stamps-negative", "block times of 2^32 - 1", [](Victim& v) { SetStamps(v, 0xFFFFFFFF); }},
       {"type-unknown", "block type 0x7F", [](Victim& v) { v.Trailer()[kType] = 0x7F; }},
-      {"trailer-zero", "trailer of zeros",
-       [](Victim& v) { FillTrailer(v, [] { return std::uint8_t{0}; }); }},
+      {"trailer-zero", "trailer of zeros", [](Victim& v) { FillTrailer(v, [] { return 0; }); }},
       {"trailer-noise", "trailer of random bytes",
        [](Victim& v) {
          FillTrailer(v, [&] { return static_cast<std::uint8_t>(v.random.Next()); });
        }},
       {"trailer-flips", "16 random bytes of the trailer changed",
-       [](Victim& v) { FlipBytes(v, v.layout.trailer, v.layout.trailerBytes, 16); }},
+       [](Victim& v) { FlipBytes(v, v.layout.trailer, v.layout.trailerBytes); }},
       {"data-flips", "16 random bytes of the data area changed",
-       [](Victim& v) { FlipBytes(v, 0, v.layout.trailer, 16); }},
+       [](Victim& v) { FlipBytes(v, 0, v.layout.trailer); }},
       {"tails-zero", "image tails of zeros",
        [](Victim& v) {
          ForEachTail(v,
@@ -95,11 +95,7 @@ const std::vector<DamageKind>& DamageKinds() {
       {"text-huge", "text lengths of 2^31 - 1", [](Victim& v) { SetTextLengths(v, 0x7FFFFFFF); }},
       {"text-negative", "text lengths of -1", [](Victim& v) { SetTextLengths(v, 0xFFFFFFFF); }},
       {"text-unmarked", "text sectors without their marker",
-       [](Victim& v) {
-         ForEachTail(v, [](std::uint8_t* sector) {
-           if (std::equal(kTextMark.begin(), kTextMark.end(), sector)) sector[3] ^= 0xFF;
-         });
-       }},
+       [](Victim& v) { ForEachText(v, [](std::uint8_t* sector) { sector[3] ^= 0xFF; }); }},
   };
   return kinds;
 }

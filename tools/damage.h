@@ -16,9 +16,7 @@ struct Victim {
   Random& random;
 
   std::uint8_t* Trailer() { return block + layout.trailer; }
-  std::uint8_t* Entry(int index) {
-    return EntryAt(Trailer() + layout.list, index, layout.entryBytes);
-  }
+  std::uint8_t* Entry(int index) { return layout.Entry(Trailer(), index); }
   /// The count that the trailer holds, at most what it has room for.
   int ImageCount();
 };

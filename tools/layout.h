@@ -2,6 +2,9 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
+
+#include "tools/bytes.h"
 
 /// The recording format as the tools know it. Stated anew on purpose and not taken from capture/:
 /// the tools judge what the program writes, so a slip in one statement shows against the other.
@@ -9,6 +12,8 @@ namespace tools {
 
 inline constexpr std::int64_t kBlockBytes = 2097152;
 inline constexpr int kSectorBytes = 512;
+/// Sector numbers have 12 bits.
+inline constexpr int kSectorNumbers = 4096;
 
 /// The last bytes of an image's last sector.
 inline constexpr int kTailBytes = 56;
@@ -69,8 +74,26 @@ struct Layout {
   int entrySector = 0;           ///< 16 bits, of which the lower 12 count.
   int entryParts = 2;            ///< Sound sectors in bits 7 to 3, text bits in bits 1 and 0.
   int entryCamera = 3;           ///< Camera from 0 on.
-  bool alwaysTails = true;       ///< Each image carries a tail; in other types it may.
-  bool fullMasks = true;         ///< Flags and text masks stand in the trailer.
+  /// Each image has a tail, which is a choice in the older types, and the trailer has masks of
+  /// flags and texts.
+  bool isOfToday = true;
+
+  /// The entry of image `index`, from 0 on; the end entry lies behind the last one.
+  template <typename Byte>
+  Byte* Entry(Byte* trailerBegin, int index) const {
+    return trailerBegin + list + std::ptrdiff_t{index} * entryBytes;
+  }
+  /// The sector that an entry names, all of its 16 bits.
+  int SectorOf(const std::uint8_t* entry) const {
+    return static_cast<int>(Get(entry + entrySector, 2));
+  }
+  /// Where in its block image `index` of `count` begins or, for `count`, where the last one ends.
+  int PlaceOf(const std::uint8_t* trailerBegin, int index, int count) const {
+    const int sector = SectorOf(Entry(trailerBegin, index));
+    // A full block's end has one bit too many for the field.
+    const bool isWhole = entryParts == kNone || (index == count && sector == kSectorNumbers);
+    return ((isWhole ? sector : sector % kSectorNumbers) - firstSector) * kSectorBytes;
+  }
 };
 
 /// Types 0x00 and 0x10 differ in nothing else.
@@ -87,8 +110,7 @@ constexpr Layout Oldest(const char* name, std::uint8_t type) {
           .entrySector = 2,
           .entryParts = kNone,
           .entryCamera = 4,
-          .alwaysTails = false,
-          .fullMasks = false};
+          .isOfToday = false};
 }
 
 inline constexpr std::array<Layout, 5> kLayouts = {{
@@ -109,8 +131,7 @@ inline constexpr std::array<Layout, 5> kLayouts = {{
      .entrySector = 2,
      .entryParts = 4,
      .entryCamera = 5,
-     .alwaysTails = false,
-     .fullMasks = false},
+     .isOfToday = false},
     {},
     {.name = "60",
      .type = 0x60,
@@ -132,5 +153,20 @@ constexpr const Layout* FindLayout(std::uint8_t type, bool is20D) {
 constexpr const Layout& FormOf(bool is20D) {
   return *FindLayout(is20D ? 0x60 : 0x30, is20D);
 }
+
+/// One image with all that belongs to it, as a recorder hands it to its disk.
+struct Image {
+  int camera = 0;            ///< From 0 on.
+  std::int32_t seconds = 0;  ///< Capture time stamp, of which the bits are taken as unsigned.
+  std::string bytes = "IMAGE";
+  std::string title{};  ///< At most 48 bytes.
+  std::string text{};   ///< At most 500 bytes.
+  std::string sound{};  ///< Whole sectors, at most 31.
+  int flags = 0;        ///< 0 to 3.
+  bool tail = true;     ///< Without one only in the block types where it is a choice.
+
+  std::uint32_t Stamp() const { return static_cast<std::uint32_t>(seconds); }
+  bool operator==(const Image&) const = default;
+};
 
 }  // namespace tools

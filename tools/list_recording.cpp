@@ -6,20 +6,19 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cinttypes>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
 
 #include "tools/comparison.h"
-#include "tools/listing.h"
+#include "tools/console.h"
 #include "tools/report.h"
 #include "tools/system.h"
 
 namespace tools {
 namespace {
-
-constexpr int kMostBlocks = 4 << 20;
 
 /// How the program ends.
 enum ExitCode { kWhole = 0, kDamaged = 1, kNotUsable = 2 };
@@ -49,8 +48,6 @@ constexpr char kExamples[] =
 
 void AddOptions(CLI::App& app, Request& request) {
   app.add_option("FILE", request.files, "recordings")->required()->option_text(" ");
-  app.set_help_flag("--help", "this text");
-  app.set_version_flag("--version", "list_recording " TRIMBROOK_VERSION, "the version");
   CLI::Option* compare = app.add_flag(
       "--compare", request.compare,
       "of two files, a recording and a part saved of it: find the part's place in the recording, "
@@ -59,15 +56,10 @@ void AddOptions(CLI::App& app, Request& request) {
        {app.add_flag("--list-blocks", request.listBlocks, "list the blocks, without a report"),
         app.add_flag("--list-images", request.listImages, "list the images, too")})
     list->excludes(compare);
-  const auto addText = [&](const char* name, const char* wanted, const char* help, auto set) {
-    app.add_option_function<std::string>(name, set, help)->option_text(wanted);
-  };
-  addText("--blocks", "A-B", "list these blocks only; compare with these of the recording",
-          [&](const std::string& text) {
-            request.narrowing.blocks = ParseRange(text, 1, kMostBlocks);
-          });
-  addText("--cameras", "LIST", "list these cameras only; the part is of these, as 1,3,5-8",
-          [&](const std::string& text) { request.narrowing.cameras = ParseNumbers(text, 1, 32); });
+  AddText(app, "--blocks", "A-B", "list these blocks only; compare with these of the recording",
+          [&](const auto& text) { request.narrowing.blocks = ParseRange(text, 1, kMostBlocks); });
+  AddText(app, "--cameras", "LIST", "list these cameras only; the part is of these, as 1,3,5-8",
+          [&](const auto& text) { request.narrowing.cameras = ParseNumbers(text, 1, 32); });
   app.add_flag("--json", request.json, "one line of JSON for programs, a file or comparison");
   app.add_flag("--no-sha256", request.noSum, "without the files' SHA-256, which reads all of them");
   app.add_option("--output", request.output, "write to this file, which must not exist")
@@ -81,6 +73,41 @@ ExitCode ReportOn(const std::string& path, const Request& request, std::ostream&
   return report.IsWhole() ? kWhole : kDamaged;
 }
 
+std::string HashText(const std::string& bytes) {
+  if (bytes.empty()) return "-";
+  char text[24];
+  std::snprintf(text, sizeof text, "%016" PRIx64, Hash(bytes));
+  return text;
+}
+
+/// One line about a block.
+std::string DescribeBlock(const StoredBlock& block) {
+  const std::string name = "block " + std::to_string(block.number);
+  std::string damage = block.trouble;
+  if (block.damagedImages > 0)
+    damage += (damage.empty() ? "" : ", ") + Counted(block.damagedImages, "image");
+  if (!damage.empty()) damage = " DAMAGED: " + damage;
+  if (block.layout == nullptr) return name + damage;
+  return name + " type=" + block.layout->name + " images=" + std::to_string(block.listedCount) +
+         " start=" + TimeText(block.start) + " end=" + TimeText(block.end) +
+         " sequence=" + std::to_string(Get(block.Trailer() + kSequence, 4)) +
+         (block.ntsc ? " NTSC" : " PAL") +
+         (block.trailer < block.layout->trailer ? " compact" : "") + damage;
+}
+
+/// One line about an image. Its hash leaves out zeros at the end, which may be padding.
+std::string DescribeImage(const StoredBlock& block, const StoredImage& image) {
+  const std::string name = std::to_string(block.number) + "." + std::to_string(image.index) +
+                           " camera=" + std::to_string(image.camera + 1);
+  if (!image.trouble.empty()) return name + " DAMAGED: " + image.trouble;
+  return name + " time=" + TimeText(image.Stamp()) + " title=" + Quoted(image.title) +
+         " flags=" + std::to_string(image.flags) + " text=" + Quoted(image.text) +
+         " sound=" + std::to_string(image.sound.size() / kSectorBytes) +
+         " size=" + std::to_string(image.bytes.size()) +
+         " hash=" + HashText(image.bytes.substr(0, image.bytes.find_last_not_of('\0') + 1)) +
+         " soundhash=" + HashText(image.sound);
+}
+
 ExitCode List(const std::string& path, const Request& request, std::ostream& out) {
   RecordingReader reader(path);
   const Range range = request.narrowing.blocks.value_or(Range{1, reader.BlockCount()});
@@ -92,7 +119,7 @@ ExitCode List(const std::string& path, const Request& request, std::ostream& out
     out << DescribeBlock(block) << '\n';
     if (!request.listImages) continue;
     for (const StoredImage& image : block.images)
-      if (!cameras || std::binary_search(cameras->begin(), cameras->end(), image.camera + 1))
+      if (!cameras || cameras->count(image.camera + 1) > 0)
         out << DescribeImage(block, image) << '\n';
   }
   if (range.last >= reader.BlockCount()) listed.rest = reader.Rest();
@@ -107,7 +134,7 @@ ExitCode CompareTwo(const Request& request, std::ostream& out) {
     const Comparison other =
         Compare(request.files[1], request.files[0], request.narrowing, !request.noSum);
     // A part is the smaller one, but for small images that a new block gives more room.
-    if (other.difference.empty() || other.partSize < found.partSize) found = other;
+    if (other.difference.empty() || other.part.size < found.part.size) found = other;
   }
   out << (request.json ? Json(found) : Text(found));
   return found.difference.empty() ? kWhole : kDamaged;
@@ -131,51 +158,26 @@ ExitCode ForEachFile(const Request& request, std::ostream& out) {
   return worst;
 }
 
-/// Makes a file that there was not: another might be the recording.
-void MakeNew(const std::string& path) {
-  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0666);
-  if (file < 0) throw std::runtime_error(path + " exists or cannot be made; nothing was done");
-  close(file);
-}
-
 ExitCode Answer(const Request& request, std::ostream& out) {
   const ExitCode code = request.compare ? CompareTwo(request, out) : ForEachFile(request, out);
   if (!out.flush()) throw std::runtime_error("the report cannot be written");
   return code;
 }
 
-/// Leaves no file when there is nothing to be written into it.
+/// Makes the file, which was not there before: another might be the recording. Leaves none when
+/// there is nothing to be written into it.
 ExitCode AnswerIntoFile(const Request& request) {
-  MakeNew(request.output);
+  const char* path = request.output.c_str();
+  const int made = open(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
+  if (made < 0)
+    throw std::runtime_error(request.output + " exists or cannot be made; nothing was done");
+  close(made);
   try {
-    std::ofstream file(request.output);
+    std::ofstream file(path);
     return Answer(request, file);
   } catch (...) {
-    std::remove(request.output.c_str());
+    std::remove(path);
     throw;
-  }
-}
-
-int Run(int argc, char** argv, bool isAlone) {
-  Request request;
-  CLI::App app("Tells what recordings hold, and whether they are whole.", "list_recording");
-  AddOptions(app, request);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& end) {
-    return app.exit(end) == 0 ? 0 : kNotUsable;
-  }
-  // Two files that were dropped onto the program.
-  if (isAlone && request.files.size() == 2) request.compare = request.eitherWay = true;
-  return request.output.empty() ? Answer(request, std::cout) : AnswerIntoFile(request);
-}
-
-int Guarded(int argc, char** argv, bool isAlone) {
-  try {
-    return Run(argc, argv, isAlone);
-  } catch (const std::exception& failure) {
-    std::cerr << "list_recording: " << failure.what() << " (--help tells more)\n";
-    return kNotUsable;
   }
 }
 
@@ -185,7 +187,15 @@ int Guarded(int argc, char** argv, bool isAlone) {
 int main(int argc, char** argv) {
   const auto utf8 = tools::Utf8OnConsole();
   const bool isAlone = tools::IsAloneOnConsole();
-  const int code = tools::Guarded(argc, argv, isAlone);
+  CLI::App app("Tells what recordings hold, and whether they are whole.", "list_recording");
+  tools::Request request;
+  tools::AddOptions(app, request);
+  const int code = tools::RunTool(app, argc, argv, [&] {
+    // Two files that were dropped onto the program.
+    if (isAlone && request.files.size() == 2) request.compare = request.eitherWay = true;
+    return request.output.empty() ? tools::Answer(request, std::cout)
+                                  : tools::AnswerIntoFile(request);
+  });
   if (isAlone) {
     std::cout << "\nPress Enter to close this window." << std::flush;
     std::cin.get();

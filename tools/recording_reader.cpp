@@ -1,134 +1,131 @@
 #include "tools/recording_reader.h"
 
 #include <algorithm>
+#include <iostream>
 #include <stdexcept>
 
 namespace tools {
 namespace {
 
-constexpr int kSectorNumbers = 4096;
+constexpr int kBarWidth = 50;
 
 /// At most `most` bytes, up to the first zero.
 std::string GetText(const std::uint8_t* at, int most) {
   return {at, std::find(at, at + most, std::uint8_t{0})};
 }
 
-std::string Trimmed(const std::string& text) {
+std::string WithoutBlanks(const std::string& text) {
   const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string::npos) return "";
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-/// Takes a block's trailer apart.
-class BlockParser {
- public:
-  explicit BlockParser(StoredBlock& block) : block_(block), layout_(*block.layout) {}
+std::string ParseText(const std::uint8_t* sector) {
+  if (!std::equal(kTextMark.begin(), kTextMark.end(), sector)) return "";
+  const auto length = static_cast<std::int32_t>(Get(sector + kTextLength, 4));
+  return {sector + kTextStart, sector + kTextStart + std::clamp(length, 0, kTextBytes)};
+}
 
-  void Parse() {
-    const std::uint8_t* trailer = block_.Trailer();
-    block_.start = Get(trailer + kStart, 4);
-    block_.end = Get(trailer + kEnd, 4);
-    block_.ntsc = (trailer[layout_.videoByte] & layout_.videoBit) != 0;
-    block_.listedCount = static_cast<int>(Get(trailer + layout_.imageCount, 2));
-    if (layout_.titleTable != kNone)
-      for (int i = 0; i < kTitlesInTable; ++i)
-        block_.titles.push_back(
-            GetText(EntryAt(trailer + layout_.titleTable, i, kTitleBytes), kTitleBytes));
-    if (block_.listedCount == 0) block_.trouble = "lists no image";
-    if (block_.listedCount > layout_.mostImages)
-      block_.trouble = "lists more images than it has room for";
-    count_ = std::min(block_.listedCount, layout_.mostImages);
-    for (int i = 0; i < count_; ++i) {
-      block_.images.push_back(ParseImage(i));
-      if (!block_.images.back().trouble.empty()) ++block_.damagedImages;
-    }
+/// The time of image `i`, from 0 on, as far as its block knows it.
+std::int64_t ListedTime(const StoredBlock& block, int i) {
+  const Layout& layout = *block.layout;
+  if (layout.entryTime != kNone)
+    return block.start + Get(layout.Entry(block.Trailer(), i) + layout.entryTime, 2);
+  const auto last = static_cast<std::int64_t>(block.images.size()) - 1;
+  return block.start + (block.end - block.start) * i / std::max<std::int64_t>(last, 1);
+}
+
+/// The title in the block's table, if it has one.
+std::string ListedTitle(const StoredBlock& block, int camera) {
+  if (block.layout->titleTable == kNone) return "";
+  const std::uint8_t* table = block.Trailer() + block.layout->titleTable;
+  return GetText(table + std::ptrdiff_t{camera} * kTitleBytes, kTitleBytes);
+}
+
+/// Fills in an image's bytes, which end at `end`, and what its tail tells or, without one, the
+/// block.
+void ParseBytes(const StoredBlock& block, int end, StoredImage& image) {
+  const std::uint8_t* tail = block.At(end - kTailBytes);
+  image.tail = block.layout->isOfToday || std::equal(kTailMark.begin(), kTailMark.end(), tail);
+  image.bytes = {block.At(image.begin), image.tail ? tail : block.At(end)};
+  std::int64_t stamp = ListedTime(block, image.index - 1);
+  if (image.tail) {
+    stamp = Get(tail + kTailTime, 4);
+    image.tailTitle = {tail + kTailTitle, block.At(end)};
+    image.tailTitle.erase(image.tailTitle.find_last_not_of('\0') + 1);
   }
+  image.seconds = static_cast<std::int32_t>(stamp);
+  image.title = WithoutBlanks(ShownTitle(image.tailTitle));
+  if (image.title.empty()) image.title = WithoutBlanks(ListedTitle(block, image.camera));
+}
 
- private:
-  const std::uint8_t* Entry(int i) const {
-    return EntryAt(block_.Trailer() + layout_.list, i, layout_.entryBytes);
-  }
-
-  /// Where in the data area image `i` begins, or where the last one ends.
-  int PlaceOf(int i) const {
-    int sector = static_cast<int>(Get(Entry(i) + layout_.entrySector, 2));
-    // A full block's end has one bit too many for the field.
-    const bool isFullEnd = sector == kSectorNumbers && i == count_;
-    if (layout_.entryParts != kNone && !isFullEnd) sector %= kSectorNumbers;
-    return (sector - layout_.firstSector) * kSectorBytes;
-  }
-
-  StoredImage ParseImage(int i) const {
-    const std::uint8_t* entry = Entry(i);
-    const int parts = layout_.entryParts == kNone ? 0 : entry[layout_.entryParts];
-    StoredImage image;
-    image.index = i + 1;
-    image.camera = entry[layout_.entryCamera] & (layout_.cameras == 32 ? 0xFF : 0x0F);
-    image.flags = entry[layout_.entryFlags] >> 4 & 3;
-    image.textSectors = parts & 3;
-    image.begin = PlaceOf(i);
-    image.end = PlaceOf(i + 1);
-    image.soundBegin = image.end - (parts >> 3) * kSectorBytes;
-    image.bytesEnd = image.soundBegin - image.textSectors * kSectorBytes;
-    image.seconds = ListedTime(i);
-    image.trouble = TroubleOf(image);
-    if (image.trouble.empty()) ParseParts(image);
-    return image;
-  }
-
-  std::int64_t ListedTime(int i) const {
-    if (layout_.entryTime != kNone) return block_.start + Get(Entry(i) + layout_.entryTime, 2);
-    return block_.start + (block_.end - block_.start) * i / std::max(count_ - 1, 1);
-  }
-
-  std::string TroubleOf(const StoredImage& image) const {
-    if (image.begin < 0) return "begins before its block";
-    if (image.begin >= image.bytesEnd) return "has an empty extent";
-    return image.end > block_.trailer ? "reaches beyond its block's data" : "";
-  }
-
-  void ParseParts(StoredImage& image) const {
-    if (image.textSectors > 0) image.text = ParseText(block_.At(image.bytesEnd));
-    const std::uint8_t* tail = block_.At(image.bytesEnd - kTailBytes);
-    image.hasTail = layout_.alwaysTails || std::equal(kTailMark.begin(), kTailMark.end(), tail);
-    if (!image.hasTail) return;
-    image.seconds = Get(tail + kTailTime, 4);
-    image.title = GetText(tail + kTailTitle, kTitleBytes);
-    image.bytesEnd -= kTailBytes;
-  }
-
-  static std::string ParseText(const std::uint8_t* sector) {
-    if (!std::equal(kTextMark.begin(), kTextMark.end(), sector)) return "";
-    const int length = std::clamp(GetSigned(sector + kTextLength), 0, kTextBytes);
-    return {sector + kTextStart, sector + kTextStart + length};
-  }
-
-  StoredBlock& block_;
-  const Layout& layout_;
-  int count_ = 0;
-};
+/// Image `i`, from 0 on, of a block whose trailer is known.
+StoredImage ParseImage(const StoredBlock& block, int i) {
+  const Layout& layout = *block.layout;
+  const auto count = static_cast<int>(block.images.size());
+  const std::uint8_t* entry = layout.Entry(block.Trailer(), i);
+  const int parts = layout.entryParts == kNone ? 0 : entry[layout.entryParts];
+  StoredImage image;
+  image.index = i + 1;
+  image.camera = entry[layout.entryCamera] & (layout.cameras == 32 ? 0xFF : 0x0F);
+  image.flags = entry[layout.entryFlags] >> 4 & 3;
+  image.begin = layout.PlaceOf(block.Trailer(), i, count);
+  image.end = layout.PlaceOf(block.Trailer(), i + 1, count);
+  const int sound = image.end - (parts >> 3) * kSectorBytes;
+  const int text = sound - (parts & 3) * kSectorBytes;
+  if (image.end > block.trailer) image.trouble = "reaches beyond its block's data";
+  if (image.begin >= text) image.trouble = "has an empty extent";
+  if (image.begin < 0) image.trouble = "begins before its block";
+  if (!image.trouble.empty()) return image;
+  ParseBytes(block, text, image);
+  if (text < sound) image.text = ParseText(block.At(text));
+  image.sound = {block.At(sound), block.At(image.end)};
+  return image;
+}
 
 }  // namespace
 
-void ParseBlock(StoredBlock& block, bool is20D) {
-  const Layout* layout = FindLayout(block.Trailer()[kType], is20D);
-  block.isKnown = layout != nullptr;
-  block.layout = block.isKnown ? layout : &FormOf(is20D);
-  if (block.isKnown)
-    BlockParser(block).Parse();
-  else
-    block.trouble = "is of no type that such a recording has";
+std::string ShownTitle(const std::string& tailTitle) {
+  return tailTitle.substr(0, std::min<std::size_t>(tailTitle.find('\0'), kTitleBytes));
 }
 
-std::string TitleOf(const StoredBlock& block, const StoredImage& image) {
-  std::string title = Trimmed(image.title);
-  if (!title.empty() || block.titles.empty()) return title;
-  return Trimmed(block.titles[static_cast<std::size_t>(image.camera)]);
+void ParseBlock(StoredBlock& block, bool is20D) {
+  const std::uint8_t* trailer = block.Trailer();
+  block.layout = FindLayout(trailer[kType], is20D);
+  block.trouble = block.layout == nullptr ? "is of no type that such a recording has" : "";
+  if (block.layout == nullptr) return;
+  const Layout& layout = *block.layout;
+  block.start = Get(trailer + kStart, 4);
+  block.end = Get(trailer + kEnd, 4);
+  block.ntsc = (trailer[layout.videoByte] & layout.videoBit) != 0;
+  block.listedCount = static_cast<int>(Get(trailer + layout.imageCount, 2));
+  if (block.listedCount == 0) block.trouble = "lists no image";
+  if (block.listedCount > layout.mostImages)
+    block.trouble = "lists more images than it has room for";
+  block.images.resize(static_cast<std::size_t>(std::min(block.listedCount, layout.mostImages)));
+  for (StoredImage& image : block.images) {
+    image = ParseImage(block, static_cast<int>(&image - block.images.data()));
+    if (!image.trouble.empty()) ++block.damagedImages;
+  }
 }
 
 bool IsNameOf20D(const std::string& path) {
   const std::size_t length = path.size();
   return length >= 3 && path.compare(length - 3, 2, "20") == 0 && (path.back() | 0x20) == 'd';
+}
+
+Progress::~Progress() {
+  if (shown_ > 0) std::cerr << '\r' << std::string(kBarWidth + 8, ' ') << '\r' << std::flush;
+}
+
+void Progress::Advance(std::int64_t bytes) {
+  done_ += bytes;
+  const int percent = static_cast<int>(std::min<std::int64_t>(done_ * 100 / total_, 100));
+  if (percent == shown_ || !IsWatched()) return;
+  shown_ = percent;
+  const int filled = percent * kBarWidth / 100;
+  std::cerr << "\r[" << std::string(filled, '#') << std::string(kBarWidth - filled, ' ') << "] "
+            << percent << '%' << std::flush;
 }
 
 RecordingReader::RecordingReader(const std::string& path, Progress* progress)
@@ -155,9 +152,8 @@ bool RecordingReader::EndsInTrailer() {
   if (layout == nullptr) return false;
   const auto count = static_cast<int>(Get(trailer.data() + layout->imageCount, 2));
   if (count == 0 || count > layout->mostImages) return false;
-  const int end = layout->list + count * layout->entryBytes + layout->entrySector;
-  const std::int64_t sectors = static_cast<int>(Get(trailer.data() + end, 2)) - layout->firstSector;
-  return sectors * kSectorBytes == data;
+  const int end = layout->SectorOf(layout->Entry(trailer.data(), count)) - layout->firstSector;
+  return std::int64_t{end} * kSectorBytes == data;
 }
 
 void RecordingReader::ReadBytes(std::int64_t position, std::int64_t count, Bytes& bytes) {
@@ -177,41 +173,36 @@ int RecordingReader::TrailerOf(int number) const {
 }
 
 const StoredBlock& RecordingReader::Read(int number) {
-  Bytes bytes = std::move(block_.bytes);
-  block_ = StoredBlock();
-  block_.number = number;
-  block_.trailer = TrailerOf(number);
-  block_.compact = block_.trailer < form_.trailer;
-  ReadBytes((number - 1) * kBlockBytes, block_.trailer + form_.trailerBytes, bytes);
-  block_.bytes = std::move(bytes);
+  block_ = {.number = number, .bytes = std::move(block_.bytes), .trailer = TrailerOf(number)};
+  ReadBytes((number - 1) * kBlockBytes, block_.trailer + form_.trailerBytes, block_.bytes);
   ParseBlock(block_, form_.is20D);
   return block_;
 }
 
-std::vector<int> RecordingReader::MaskedCameras() {
-  std::uint32_t mask = 0;
+std::set<int> RecordingReader::MaskedCameras() {
+  std::set<int> cameras;
   Bytes trailer;
   for (int number = 1; number <= blockCount_; ++number) {
     ReadBytes((number - 1) * kBlockBytes + TrailerOf(number), form_.trailerBytes, trailer);
     const Layout* layout = FindLayout(trailer[kType], form_.is20D);
     if (layout == nullptr) continue;
-    mask |= Get(trailer.data() + layout->cameraMask, 2);
+    std::uint32_t mask = Get(trailer.data() + layout->cameraMask, 2);
     if (layout->highCameraMask != kNone)
       mask |= Get(trailer.data() + layout->highCameraMask, 2) << 16;
+    for (int camera = 1; mask != 0; ++camera, mask >>= 1)
+      if ((mask & 1) != 0) cameras.insert(camera);
   }
-  std::vector<int> cameras;
-  for (int camera = 1; camera <= 32; ++camera)
-    if ((mask >> (camera - 1) & 1) != 0) cameras.push_back(camera);
   return cameras;
 }
 
-std::string RecordingReader::Sum() {
+FileFacts RecordingReader::Facts(bool withSum) {
+  FileFacts facts = {.path = path_, .size = size_};
+  if (!withSum) return facts;
   Bytes bytes;
   while (summed_ < size_) ReadBytes(summed_, std::min(size_ - summed_, kBlockBytes), bytes);
-  std::string digits;
   for (const std::uint8_t byte : sum_.Finish())
-    for (const int digit : {byte >> 4, byte & 15}) digits += "0123456789abcdef"[digit];
-  return digits;
+    for (const int digit : {byte >> 4, byte & 15}) facts.sum += "0123456789abcdef"[digit];
+  return facts;
 }
 
 }  // namespace tools

@@ -4,7 +4,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "tools/listing.h"
+#include "tools/console.h"
 
 namespace tools {
 namespace {
@@ -34,10 +34,52 @@ std::string Utf8(const std::string& bytes) {
   return text;
 }
 
+void AddFile(ordered_json& json, const FileFacts& file) {
+  json["file"] = file.path;
+  json["size"] = file.size;
+  if (!file.sum.empty()) json["sha256"] = file.sum;
+}
+
 void AddTimes(ordered_json& json, const Times& times) {
   if (times.IsEmpty()) return;
   json["first"] = TimeText(times.first);
   json["last"] = TimeText(times.last);
+}
+
+/// How much there is of something that should not be there, or is not kept.
+struct Count {
+  const char* field;  ///< For programs.
+  std::int64_t count;
+  std::string thing;  ///< In the singular.
+  const char* more = "";
+};
+
+void AddCounts(ordered_json& json, const std::vector<Count>& counts) {
+  for (const Count& each : counts) json[each.field] = each.count;
+}
+
+/// As "69 damaged images and 1 damaged block"; empty when there is nothing.
+std::string CountsText(const std::vector<Count>& counts) {
+  std::vector<std::string> texts;
+  for (const Count& each : counts)
+    if (each.count > 0) texts.push_back(Counted(each.count, each.thing) + each.more);
+  return Joined(texts);
+}
+
+std::vector<Count> DamageOf(const Report& report) {
+  return {{"damagedImages", report.contents.damagedImages, "damaged image"},
+          {"damagedBlocks", report.contents.damagedBlocks, "damaged block"},
+          {"rest", report.rest, "byte", " behind the last block"}};
+}
+
+/// What the source holds there and a rebuilt part does not; one of whole blocks has no more than
+/// the first two, and has them.
+std::vector<Count> LossesOf(const Comparison& found) {
+  return {{"damagedImages", found.contents.damagedImages, "damaged image"},
+          {"damagedBlocks", found.contents.damagedBlocks, "damaged block"},
+          {"largeImages", found.largeImages, "image", " too large for a new block"},
+          {"lostSounds", found.lostSounds, "sound", " of older blocks"},
+          {"longTitles", found.longTitles, "left-over", " of other titles behind a title"}};
 }
 
 /// One line, in ASCII; what is no UTF-8 in a path is replaced.
@@ -45,23 +87,14 @@ std::string Line(const ordered_json& json) {
   return json.dump(-1, ' ', true, ordered_json::error_handler_t::replace) + "\n";
 }
 
-std::string FileLine(const std::string& path, std::int64_t size, const std::string& sum) {
-  return path + ": " + std::to_string(size) + " bytes" + (sum.empty() ? "" : ", SHA-256 " + sum) +
-         "\n";
+std::string FileLine(const FileFacts& file) {
+  const std::string sum = file.sum.empty() ? "" : ", SHA-256 " + file.sum;
+  return file.path + ": " + Counted(file.size, "byte") + sum + "\n";
 }
 
-/// What damage there is, as "69 damaged images".
-std::vector<std::string> DamageTexts(std::int64_t images, int blocks) {
-  std::vector<std::string> texts;
-  if (images > 0) texts.push_back(Counted(images, "damaged image"));
-  if (blocks > 0) texts.push_back(Counted(blocks, "damaged block"));
-  return texts;
-}
-
-std::string CamerasText(const std::set<int>& cameras) {
+std::string CamerasText(const std::map<int, Images>& cameras) {
   std::vector<std::string> numbers;
-  numbers.reserve(cameras.size());
-  for (const int camera : cameras) numbers.push_back(std::to_string(camera));
+  for (const auto& [number, images] : cameras) numbers.push_back(std::to_string(number));
   return (cameras.size() == 1 ? "camera " : "cameras ") + Joined(numbers);
 }
 
@@ -72,134 +105,102 @@ std::string BlocksText(const Range& blocks) {
 
 /// What a part without a difference holds, as a sentence that stands for itself.
 std::string Sentence(const Comparison& found) {
-  const std::string times = found.times.IsEmpty() ? "" : " from " + TimesText(found.times);
-  const std::string images = Counted(found.images, "image") + ", byte for byte, none missing, " +
-                             "none changed, none added.\n";
-  if (found.rebuilt)
-    return found.part + " holds all images of " + CamerasText(found.cameras) + " that " +
-           found.source + " holds in " + BlocksText(found.blocks) + "," + times + ": " + images;
-  return found.part + " holds " + BlocksText(found.blocks) + " of " + found.source +
-         " unchanged, with all images of " + CamerasText(found.cameras) + times + ": " + images;
-}
-
-/// What the source holds there and the part does not.
-std::string LossText(const Comparison& found) {
-  std::vector<std::string> losses = DamageTexts(found.damagedImages, found.damagedBlocks);
-  if (!found.rebuilt)
-    return losses.empty() ? "" : "In it, as in the source: " + Joined(losses) + ".\n";
-  const auto add = [&](std::int64_t count, const std::string& thing, const char* why) {
-    if (count > 0) losses.push_back(Counted(count, thing) + why);
-  };
-  add(found.largeImages, "image", " too large for a new block");
-  add(found.lostSounds, "sound", " of older blocks");
-  add(found.longTitles, "left-over", " of other titles behind a title");
-  return losses.empty() ? "" : "Not in it: " + Joined(losses) + ".\n";
+  const std::string images = " images of " + CamerasText(found.contents.cameras);
+  const std::string times =
+      found.contents.cameras.empty() ? "" : " from " + TimesText(found.contents.all.times);
+  const std::string whole = " holds " + BlocksText(found.blocks) + " of " + found.source.path +
+                            " unchanged, with all" + images + times;
+  const std::string rebuilt = " holds all" + images + " that " + found.source.path + " holds in " +
+                              BlocksText(found.blocks) + "," + times;
+  return found.part.path + (found.rebuilt ? rebuilt : whole) + ": " +
+         Counted(found.contents.all.count, "image") +
+         ", byte for byte, none missing, none changed, none added.\n";
 }
 
 }  // namespace
 
 void Report::Add(const StoredBlock& block) {
   ++blocks;
-  damagedImages += block.damagedImages;
-  if (!block.trouble.empty()) ++damagedBlocks;
-  if (!block.isKnown) return;
-  types.insert(block.layout->name);
-  if (block.trouble.empty()) {
-    if (times.IsEmpty()) times.first = block.start;
-    times.last = block.end;
-  }
-  images += static_cast<std::int64_t>(block.images.size());
-  for (const StoredImage& image : block.images) {
-    if (!image.trouble.empty()) continue;
-    Camera& camera = cameras[image.camera + 1];
-    camera.titles.insert(TitleOf(block, image));
-    camera.times.Add(image.seconds);
-    ++camera.images;
-  }
+  contents.Add(block);
+  if (block.layout != nullptr) types.insert(block.layout->name);
+  if (!block.trouble.empty()) return;
+  if (times.IsEmpty()) times.first = block.start;
+  times.last = block.end;
 }
 
 std::string Report::Verdict() const {
-  std::vector<std::string> damage = DamageTexts(damagedImages, damagedBlocks);
-  if (rest > 0) damage.push_back(Counted(rest, "byte") + " behind the last block");
-  return damage.empty() ? "whole" : "damaged: " + Joined(damage);
+  const std::string damage = CountsText(DamageOf(*this));
+  return damage.empty() ? "whole" : "damaged: " + damage;
 }
 
 Report Examine(const std::string& path, bool withSum) {
   Progress progress;
   RecordingReader reader(path, &progress);
   Report report;
-  report.file = path;
   report.is20D = reader.Is20D();
-  report.size = reader.Size();
   report.rest = reader.Rest();
   for (int number = 1; number <= reader.BlockCount(); ++number) report.Add(reader.Read(number));
   if (report.types.empty())
     throw std::runtime_error(path + " is no recording: no block is of a type that one has");
-  if (withSum) report.sum = reader.Sum();
+  report.file = reader.Facts(withSum);
   return report;
 }
 
 std::string Text(const Report& report) {
   std::ostringstream text;
-  text << FileLine(report.file, report.size, report.sum) << "Kind: "
+  text << FileLine(report.file) << "Kind: "
        << (report.is20D ? "JPEG2000 image sequence (.20D)" : "wavelet image sequence (.60D)")
        << ", block type " << Joined({report.types.begin(), report.types.end()})
        << "\nBlocks: " << report.blocks
        << "\nTime: " << (report.times.IsEmpty() ? "none" : TimesText(report.times))
-       << "\nImages: " << report.images << "\n";
-  for (const auto& [number, camera] : report.cameras) {
+       << "\nImages: " << report.contents.all.count + report.contents.damagedImages << "\n";
+  for (const auto& [number, images] : report.contents.cameras) {
     std::vector<std::string> titles;
-    for (const std::string& title : camera.titles) titles.push_back(Quoted(title));
-    text << "Camera " << number << ": " << Joined(titles) << ", " << Counted(camera.images, "image")
-         << ", " << TimesText(camera.times) << "\n";
+    for (const std::string& title : images.titles) titles.push_back(Quoted(title));
+    text << "Camera " << number << ": " << Joined(titles) << ", " << Counted(images.count, "image")
+         << ", " << TimesText(images.times) << "\n";
   }
   text << report.Verdict() << "\n";
   return text.str();
 }
 
 std::string Json(const Report& report) {
-  ordered_json json = {{"file", report.file},
-                       {"size", report.size},
-                       {"kind", report.is20D ? "20D" : "60D"},
-                       {"types", report.types},
-                       {"blocks", report.blocks}};
+  ordered_json json;
+  AddFile(json, report.file);
+  json["kind"] = report.is20D ? "20D" : "60D";
+  json["types"] = report.types;
+  json["blocks"] = report.blocks;
   AddTimes(json, report.times);
-  json["images"] = report.images;
+  json["images"] = report.contents.all.count + report.contents.damagedImages;
   json["cameras"] = ordered_json::array();
-  for (const auto& [number, camera] : report.cameras) {
-    ordered_json one = {{"camera", number}, {"titles", ordered_json::array()}};
-    for (const std::string& title : camera.titles) one["titles"].push_back(Utf8(title));
-    one["images"] = camera.images;
-    AddTimes(one, camera.times);
-    json["cameras"].push_back(one);
+  for (const auto& [number, images] : report.contents.cameras) {
+    ordered_json& one = json["cameras"].emplace_back(ordered_json{{"camera", number}});
+    for (const std::string& title : images.titles) one["titles"].push_back(Utf8(title));
+    one["images"] = images.count;
+    AddTimes(one, images.times);
   }
-  json["damagedImages"] = report.damagedImages;
-  json["damagedBlocks"] = report.damagedBlocks;
-  json["rest"] = report.rest;
-  if (!report.sum.empty()) json["sha256"] = report.sum;
+  AddCounts(json, DamageOf(report));
   json["verdict"] = report.Verdict();
   return Line(json);
 }
 
 std::string Text(const Comparison& found) {
-  const std::string files = FileLine(found.source, found.sourceSize, found.sourceSum) +
-                            FileLine(found.part, found.partSize, found.partSum);
+  const std::string files = FileLine(found.source) + FileLine(found.part);
   if (!found.difference.empty()) return files + "different: " + found.difference + "\n";
+  std::string losses = CountsText(LossesOf(found));
+  if (!losses.empty())
+    losses = (found.rebuilt ? "Not in it: " : "In it, as in the source: ") + losses + ".\n";
   const int blocks = found.blocks.last - found.blocks.first + 1;
-  return files + Sentence(found) + LossText(found) +
-         "same: " + (found.rebuilt ? Counted(found.images, "image") : Counted(blocks, "block")) +
-         "\n";
+  const std::string what =
+      found.rebuilt ? Counted(found.contents.all.count, "image") : Counted(blocks, "block");
+  return files + Sentence(found) + losses + "same: " + what + "\n";
 }
 
 std::string Json(const Comparison& found) {
-  const auto file = [](const std::string& path, std::int64_t size, const std::string& sum) {
-    ordered_json json = {{"file", path}, {"size", size}};
-    if (!sum.empty()) json["sha256"] = sum;
-    return json;
-  };
-  ordered_json json = {{"source", file(found.source, found.sourceSize, found.sourceSum)},
-                       {"part", file(found.part, found.partSize, found.partSum)},
-                       {"same", found.difference.empty()}};
+  ordered_json json;
+  AddFile(json["source"], found.source);
+  AddFile(json["part"], found.part);
+  json["same"] = found.difference.empty();
   if (!found.difference.empty()) {
     json["difference"] = Utf8(found.difference);
     return Line(json);
@@ -207,14 +208,10 @@ std::string Json(const Comparison& found) {
   json["rebuilt"] = found.rebuilt;
   json["firstBlock"] = found.blocks.first;
   json["lastBlock"] = found.blocks.last;
-  json["cameras"] = found.cameras;
-  json["images"] = found.images;
-  AddTimes(json, found.times);
-  json["damagedImages"] = found.damagedImages;
-  json["damagedBlocks"] = found.damagedBlocks;
-  json["largeImages"] = found.largeImages;
-  json["lostSounds"] = found.lostSounds;
-  json["longTitles"] = found.longTitles;
+  for (const auto& [number, images] : found.contents.cameras) json["cameras"].push_back(number);
+  json["images"] = found.contents.all.count;
+  AddTimes(json, found.contents.all.times);
+  AddCounts(json, LossesOf(found));
   return Line(json);
 }
 

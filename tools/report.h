@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <set>
 #include <string>
 
@@ -11,23 +10,12 @@ namespace tools {
 
 /// What a recording holds, and in which state it is.
 struct Report {
-  struct Camera {
-    std::set<std::string> titles;  ///< All that its images show.
-    std::int64_t images = 0;       ///< Those that can be read.
-    Times times;
-  };
-
-  std::string file;
+  FileFacts file;
   bool is20D = false;
-  std::int64_t size = 0;
-  std::string sum;  ///< SHA-256; empty when it was not asked for.
   int blocks = 0;
-  std::set<std::string> types;    ///< Of the blocks.
-  Times times;                    ///< From the first good block's start to the last one's end.
-  std::map<int, Camera> cameras;  ///< By number, from 1 on.
-  std::int64_t images = 0;        ///< All that are listed, damaged ones too.
-  std::int64_t damagedImages = 0;
-  int damagedBlocks = 0;
+  std::set<std::string> types;  ///< Of the blocks.
+  Times times;                  ///< From the first good block's start to the last one's end.
+  Contents contents;
   std::int64_t rest = 0;  ///< Bytes behind the last block.
 
   /// Adds a block to what has been seen.

@@ -12,17 +12,13 @@ namespace tools {
 class Sha256 {
  public:
   Sha256();
-  ~Sha256();
-  Sha256(const Sha256&) = delete;
-  Sha256& operator=(const Sha256&) = delete;
 
   void Add(const std::uint8_t* bytes, std::size_t count);
   /// The sum of all that was added; to be asked once.
   std::array<std::uint8_t, 32> Finish();
 
  private:
-  struct State;
-  std::unique_ptr<State> state_;
+  std::shared_ptr<void> state_;  ///< What the system or the library keeps.
 };
 
 /// Whether a person looks on: standard error is a terminal.

@@ -44,7 +44,7 @@ tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, st
   image.seconds = layout.entryTime != tools::kNone ? start + data.ConsumeIntegralInRange(0, 65535)
                                                    : data.ConsumeIntegral<std::int32_t>();
   image.flags = data.ConsumeIntegralInRange(0, 3);
-  image.tail = layout.alwaysTails || data.ConsumeBool();
+  image.tail = layout.isOfToday || data.ConsumeBool();
   if (image.tail)
     image.title = std::string(data.PickValueInArray({1, 5, 16}), data.PickValueInArray({'A', 'B'}));
   else if (layout.titleTable != tools::kNone)
@@ -198,6 +198,8 @@ struct Run {
     world.dates.style = static_cast<FakeDates::Style>(data.ConsumeIntegralInRange(0, 2));
     if (data.ConsumeBool()) disk.Put(kTarget, "old");
     if (data.ConsumeBool()) recording.Shorten();
+    // Of images that overlap each other a save makes a file of any size.
+    disk.largest = {{"C:", 12 * kBlock}};
     size = recording.bytes.size();
     disk.Put(kSource, std::move(recording.bytes));
   }

@@ -5,21 +5,11 @@
 
 namespace {
 
-std::string WithoutZeros(const std::uint8_t* begin, const std::uint8_t* end) {
-  while (end > begin && end[-1] == 0) --end;
-  return {begin, end};
-}
-
-tools::Image CopyOf(const tools::StoredBlock& block, const tools::StoredImage& image) {
-  const std::uint8_t* tail = block.At(image.bytesEnd);
-  const std::uint8_t* title = tail + tools::kTailTitle;
-  return {image.camera,
-          static_cast<std::int32_t>(image.seconds),
-          WithoutZeros(block.At(image.begin), tail),
-          WithoutZeros(title, title + tools::kTailTitleBytes),
-          image.text,
-          {block.At(image.soundBegin), block.At(image.end)},
-          image.flags};
+tools::Image CopyOf(const tools::StoredImage& image) {
+  tools::Image copy = image;
+  copy.bytes.erase(copy.bytes.find_last_not_of('\0') + 1);
+  copy.title = image.tailTitle;
+  return copy;
 }
 
 }  // namespace
@@ -59,9 +49,8 @@ std::string Shortened(const std::string& recording, int type) {
   const std::size_t last = recording.size() - kBlock;
   const auto* trailer = BytesOf(recording).data() + last + layout.trailer;
   const int count = static_cast<int>(tools::Get(trailer + layout.imageCount, 2));
-  const int end = layout.list + count * layout.entryBytes + layout.entrySector;
-  const auto sectors = tools::Get(trailer + end, 2) - static_cast<unsigned>(layout.firstSector);
-  return recording.substr(0, last + sectors * tools::kSectorBytes) +
+  const auto end = static_cast<std::size_t>(layout.PlaceOf(trailer, count, count));
+  return recording.substr(0, last + end) +
          recording.substr(last + static_cast<std::size_t>(layout.trailer));
 }
 
@@ -76,12 +65,12 @@ std::vector<tools::StoredBlock> BlocksOf(std::string_view recording, bool is20D)
     block.trailer = static_cast<int>(bytes.size()) - layout.trailerBytes;
     Demand(block.trailer >= 0, "trailer");
     tools::ParseBlock(block, is20D);
-    Demand(block.isKnown && block.layout == &layout, "block type");
+    Demand(block.layout == &layout, "block type");
     Demand(block.listedCount <= layout.mostImages, "image count");
     for (const tools::StoredImage& image : block.images) {
       Demand(image.trouble.empty(), image.trouble);
-      Demand(std::equal(tools::kTailMark.begin(), tools::kTailMark.end(), block.At(image.bytesEnd)),
-             "tail");
+      const auto* tail = block.bytes.data() + image.begin + image.bytes.size();
+      Demand(std::equal(tools::kTailMark.begin(), tools::kTailMark.end(), tail), "tail");
     }
   }
   return blocks;
@@ -90,6 +79,6 @@ std::vector<tools::StoredBlock> BlocksOf(std::string_view recording, bool is20D)
 std::vector<tools::Image> ImagesOf(std::string_view recording, bool is20D) {
   std::vector<tools::Image> images;
   for (const tools::StoredBlock& block : BlocksOf(recording, is20D))
-    for (const tools::StoredImage& image : block.images) images.push_back(CopyOf(block, image));
+    for (const tools::StoredImage& image : block.images) images.push_back(CopyOf(image));
   return images;
 }

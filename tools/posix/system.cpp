@@ -9,23 +9,17 @@
 
 namespace tools {
 
-struct Sha256::State {
-  SHA256_CTX context;
-};
-
-Sha256::Sha256() : state_(std::make_unique<State>()) {
-  SHA256_Init(&state_->context);
+Sha256::Sha256() : state_(std::make_shared<SHA256_CTX>()) {
+  SHA256_Init(static_cast<SHA256_CTX*>(state_.get()));
 }
 
-Sha256::~Sha256() = default;
-
 void Sha256::Add(const std::uint8_t* bytes, std::size_t count) {
-  SHA256_Update(&state_->context, bytes, count);
+  SHA256_Update(static_cast<SHA256_CTX*>(state_.get()), bytes, count);
 }
 
 std::array<std::uint8_t, 32> Sha256::Finish() {
   std::array<std::uint8_t, 32> sum;
-  SHA256_Final(sum.data(), &state_->context);
+  SHA256_Final(sum.data(), static_cast<SHA256_CTX*>(state_.get()));
   return sum;
 }
 

@@ -16,28 +16,24 @@ void Demand(NTSTATUS status) {
 
 }  // namespace
 
-struct Sha256::State {
+Sha256::Sha256() {
   BCRYPT_ALG_HANDLE algorithm = nullptr;
   BCRYPT_HASH_HANDLE hash = nullptr;
-};
-
-Sha256::Sha256() : state_(std::make_unique<State>()) {
-  Demand(BCryptOpenAlgorithmProvider(&state_->algorithm, BCRYPT_SHA256_ALGORITHM, nullptr, 0));
-  Demand(BCryptCreateHash(state_->algorithm, &state_->hash, nullptr, 0, nullptr, 0, 0));
-}
-
-Sha256::~Sha256() {
-  BCryptDestroyHash(state_->hash);
-  BCryptCloseAlgorithmProvider(state_->algorithm, 0);
+  Demand(BCryptOpenAlgorithmProvider(&algorithm, BCRYPT_SHA256_ALGORITHM, nullptr, 0));
+  Demand(BCryptCreateHash(algorithm, &hash, nullptr, 0, nullptr, 0, 0));
+  state_ = std::shared_ptr<void>(hash, [algorithm](void* made) {
+    BCryptDestroyHash(made);
+    BCryptCloseAlgorithmProvider(algorithm, 0);
+  });
 }
 
 void Sha256::Add(const std::uint8_t* bytes, std::size_t count) {
-  Demand(BCryptHashData(state_->hash, const_cast<PUCHAR>(bytes), static_cast<ULONG>(count), 0));
+  Demand(BCryptHashData(state_.get(), const_cast<PUCHAR>(bytes), static_cast<ULONG>(count), 0));
 }
 
 std::array<std::uint8_t, 32> Sha256::Finish() {
   std::array<std::uint8_t, 32> sum;
-  Demand(BCryptFinishHash(state_->hash, sum.data(), static_cast<ULONG>(sum.size()), 0));
+  Demand(BCryptFinishHash(state_.get(), sum.data(), static_cast<ULONG>(sum.size()), 0));
   return sum;
 }
 
