@@ -2,15 +2,11 @@
 # Recordings far beyond every 32-bit limit, and blocks with as few and as many images as there can
 # be: scans them, saves parts around the limits and at the far end, and has the independent reader
 # compare the result. Prints one line a save.
-# Usage: big_recordings.sh MAKE_RECORDING LIST_RECORDING TRIM_RECORDING
 # With ATTACK_SECONDS set also a recording of 1 TiB, which takes 2 GiB of the disk and a minute.
 set -euo pipefail
-make=$1
-list=$2
-trim=$3
+# shellcheck source=tests/tools/commands.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../tests/tools/commands.sh"
 saves=0
-# shellcheck source=tests/tools/workspace.sh
-. "$(dirname "${BASH_SOURCE[0]}")/../tests/tools/workspace.sh"
 
 # Saves blocks of a source and compares. No cameras stand for all of them.
 attack() {

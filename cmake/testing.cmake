@@ -15,3 +15,9 @@ function(trimbrook_test name)
   target_link_libraries(${name} PRIVATE gmock_main)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES)
 endfunction()
+
+# A test of the commands, by a script of this folder.
+function(command_test name script)
+  add_test(NAME ${name} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/${script}
+    $<TARGET_FILE:make_recording> $<TARGET_FILE:list_recording> $<TARGET_FILE:trim_recording>)
+endfunction()

@@ -1,13 +1,9 @@
 #!/usr/bin/env bash
 # Makes recordings of every state, has them reported and listed, and shows that a comparison finds a
 # part's place and notices each thing that can be wrong in it.
-# Usage: tools_test.sh MAKE_RECORDING LIST_RECORDING TRIM_RECORDING
 set -euo pipefail
-make=$1
-list=$2
-trim=$3
-# shellcheck source=tests/tools/workspace.sh
-. "$(dirname "${BASH_SOURCE[0]}")/workspace.sh"
+# shellcheck source=tests/tools/commands.sh
+. "$(dirname "${BASH_SOURCE[0]}")/commands.sh"
 
 # Saves some cameras of blocks of a recording.
 save() {

@@ -1,13 +1,9 @@
 #!/usr/bin/env bash
 # The reader that is handed out for Windows says what the native one says, of a file whose path is
 # beyond ASCII and whose end is beyond 4 GiB.
-# Usage: windows_reader_test.sh MAKE_RECORDING LIST_RECORDING TOP
 set -euo pipefail
-make=$1
-list=$2
-top=$3
-# shellcheck source=tests/tools/workspace.sh
-. "$(dirname "${BASH_SOURCE[0]}")/workspace.sh"
+# shellcheck source=tests/tools/commands.sh
+. "$(dirname "${BASH_SOURCE[0]}")/commands.sh"
 
 mkdir Prüfung
 file=Prüfung/監視.60D

@@ -1,13 +1,9 @@
 #!/usr/bin/env bash
 # Saves parts of recordings with the command: they are the parts that were asked for, what cannot be
 # is refused before anything is written, and the exit code tells how it went.
-# Usage: command_test.sh MAKE_RECORDING LIST_RECORDING TRIM_RECORDING
 set -euo pipefail
-make=$1
-list=$2
-trim=$3
-# shellcheck source=tests/tools/workspace.sh
-. "$(dirname "${BASH_SOURCE[0]}")/../tools/workspace.sh"
+# shellcheck source=tests/tools/commands.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../tools/commands.sh"
 
 # Runs the command, and wants this exit code and one line with these words.
 expect() {

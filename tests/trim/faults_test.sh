@@ -1,12 +1,9 @@
 #!/usr/bin/env bash
 # Whatever ends a save, under the target's name lies the old file or the whole new one, and nothing
 # else is left; and "saved" means on the medium. Calls that fail are strace's work.
-# Usage: faults_test.sh MAKE_RECORDING LIST_RECORDING TRIM_RECORDING
 set -euo pipefail
-make=$1
-trim=$3
-# shellcheck source=tests/tools/workspace.sh
-. "$(dirname "${BASH_SOURCE[0]}")/../tools/workspace.sh"
+# shellcheck source=tests/tools/commands.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../tools/commands.sh"
 
 # Starts the command in the background. Shells let such jobs ignore SIGINT.
 start() {

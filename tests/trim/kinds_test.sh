@@ -1,13 +1,9 @@
 #!/usr/bin/env bash
 # Saves parts of recordings of every kind, whole blocks and chosen cameras, and has the independent
 # reader compare what came out with the source.
-# Usage: kinds_test.sh MAKE_RECORDING LIST_RECORDING TRIM_RECORDING
 set -euo pipefail
-make=$1
-list=$2
-trim=$3
-# shellcheck source=tests/tools/workspace.sh
-. "$(dirname "${BASH_SOURCE[0]}")/../tools/workspace.sh"
+# shellcheck source=tests/tools/commands.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../tools/commands.sh"
 
 # Saves blocks of a source, some cameras of them or all.
 check_save() {

@@ -1,13 +1,10 @@
 #!/usr/bin/env bash
 # Runs the examples of docs/many-recordings.md that can be run here, as they stand there, on a folder
 # of recordings.
-# Usage: page_test.sh MAKE_RECORDING LIST_RECORDING TRIM_RECORDING TOP
 set -euo pipefail
-make=$1
-tools=($2 $3)
-page=$4/docs/many-recordings.md
-# shellcheck source=tests/tools/workspace.sh
-. "$(dirname "${BASH_SOURCE[0]}")/../tools/workspace.sh"
+# shellcheck source=tests/tools/commands.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../tools/commands.sh"
+page=$top/docs/many-recordings.md
 
 # What the page has of a language, block by block; each block ends with an empty line.
 examples() {
@@ -40,8 +37,8 @@ expect_results() {
 }
 
 mkdir bin
-ln -s "${tools[0]}" bin/list_recording
-ln -s "${tools[1]}" bin/trim_recording
+ln -s "$list" bin/list_recording
+ln -s "$trim" bin/trim_recording
 make_sbatch
 export PATH=$PWD/bin:$PATH
 make_recordings

@@ -1,13 +1,9 @@
 #!/usr/bin/env bash
 # The command for Windows saves what the native one saves, and says the same, of files whose paths
 # are beyond ASCII, long, relative, or written with slashes.
-# Usage: windows_test.sh MAKE_RECORDING LIST_RECORDING TRIM_RECORDING TOP
 set -euo pipefail
-make=$1
-trim=$3
-top=$4
-# shellcheck source=tests/tools/workspace.sh
-. "$(dirname "${BASH_SOURCE[0]}")/../tools/workspace.sh"
+# shellcheck source=tests/tools/commands.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../tools/commands.sh"
 
 "$make" --cameras 1-3 --text-every 2 --sound-every 3 監視.60D >/dev/null
 "$make" --cameras 1-3 --damage sectors-reversed@2 damaged.60D >/dev/null
