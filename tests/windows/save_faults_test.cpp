@@ -115,6 +115,21 @@ TEST_P(SaveFaults, WhatCannotBeReplacedStays) {
   ExpectFailure(testing::StartsWith(WriteError("")));
 }
 
+TEST_P(SaveFaults, ATargetThatIsReadMeanwhileIsReplacedWhenItIsLetGo) {
+  const std::string target = InWork("read.60D");
+  Resize(target, 7);
+  Prepare(kLong, target);
+  auto pause = program_.CatchSave();
+  std::ifstream reader(target, std::ios::binary);
+  pause.reset();
+  const Window words = program_.AwaitShown("frmSaveFile").Control(IDC_frmSaveFile_Label2);
+  Await("patience", [&] { return words.Text() == "The file name is in use. Trying again ..."; });
+  reader.close();
+  program_.AwaitDone();
+  program_.LeaveSave();
+  ExpectLongSaved(GetParam(), target);
+}
+
 TEST_P(SaveFaults, ASourceThatGoesOrGrowsInTheMidstIsSavedAsItWas) {
   const std::string source = InWork("changing.60D");
   const std::string target = InWork("unchanged.60D");
