@@ -1,7 +1,6 @@
 #include "capture/clsCreate60D.h"
 
 #include "capture/mdlFileProcessing.h"
-#include "platform/runtime_error.h"
 
 namespace {
 
@@ -34,18 +33,14 @@ double clsCreate60D::GetCurrentFileSize() const {
   return static_cast<double>(file_.size());
 }
 
-bool clsCreate60D::CanHold(const mdlCreate60DFile::NewImage& image) const {
-  return block_.CanHold(image);
-}
-
-void clsCreate60D::AddDataTo60DFile(const mdlCreate60DFile::NewImage& image) {
-  if (!FileIsReady()) return;
-  if (!CanHold(image)) throw RuntimeError::Overflow("clsCreate60D");
+bool clsCreate60D::AddDataTo60DFile(const mdlCreate60DFile::NewImage& image) {
+  if (!FileIsReady() || !block_.CanHold(image)) return false;
   if (!block_.HasRoomFor(image)) {
     WriteBlock(variant_->trailerOffset);
     block_.Begin(*variant_);
   }
   block_.Add(image);
+  return true;
 }
 
 void clsCreate60D::WriteBlock(std::int32_t trailerOffset) {

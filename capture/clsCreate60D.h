@@ -17,11 +17,9 @@ class clsCreate60D {
   clsCreate60D(const clsCreate60D&) = delete;
   clsCreate60D& operator=(const clsCreate60D&) = delete;
 
-  /// Adds one image. A value that its field cannot hold, or an image that no block can, raises an
-  /// overflow and changes nothing. Does nothing when the writer is not ready.
-  void AddDataTo60DFile(const mdlCreate60DFile::NewImage& image);
-  /// Whether an image can be added: its fields can hold its values, and a block the image.
-  bool CanHold(const mdlCreate60DFile::NewImage& image) const;
+  /// Adds one image. False, and nothing is changed, when the writer is not ready, a field cannot
+  /// hold its value, or no block the image.
+  bool AddDataTo60DFile(const mdlCreate60DFile::NewImage& image);
   /// Writes the last block and finishes the file, which can take a while: see `NewFile`. False when
   /// the file has not come to be.
   bool Close60dFile();

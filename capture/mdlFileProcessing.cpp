@@ -41,42 +41,47 @@ void SizeMasks(std::int32_t count, bool hasAlt) {
   lngCamMaskAlt.Redimension(hasAlt ? static_cast<std::size_t>(count) : 0);
 }
 
-/// Reads `count` blocks by `read(i)`, i from 1, which tells whether that went well.
+/// Reads `count` blocks by `read(i)`, i from 1, as long as that is done.
 template <typename ReadBlock>
-ReadEnd ReadBlocks(std::int32_t count, Pacer* pacer, ReadBlock read) {
+ReadAnswer ReadBlocks(std::int32_t count, Pacer* pacer, ReadBlock read) {
   for (std::int32_t i = 1; i <= count; ++i) {
-    if (!read(i)) return ReadEnd::kFailed;
-    if (pacer && !pacer->GoOn(i, count)) return ReadEnd::kStopped;
+    const ReadAnswer answer = read(i);
+    if (answer.end != ReadEnd::kDone) return answer;
+    if (pacer && !pacer->GoOn(i, count)) return {ReadEnd::kStopped};
   }
-  return ReadEnd::kDone;
+  return {};
 }
 
 /// Reads the stamps and the type of a block (from 1) into the index.
-bool IndexBlock(SourceFile& source, std::int32_t block) {
+ReadAnswer IndexBlock(SourceFile& source, std::int32_t block) {
   using namespace format::trailer;
   constexpr int lngRecordOffset = kStart;
   std::array<std::uint8_t, kBlockType - lngRecordOffset + 1> bytRecord = {};
-  if (!source.ReadTrailer(block, lngRecordOffset, bytRecord)) return false;
+  if (!source.ReadTrailer(block, lngRecordOffset, bytRecord))
+    return {ReadEnd::kFailed, source.Reason()};
   lngBlockStart[block] = ReadBigEndian(bytRecord, kStart - lngRecordOffset, 4);
   lngBlockEnd[block] = ReadBigEndian(bytRecord, kEnd - lngRecordOffset, 4);
   dtBlockStart[block] = DateOfSeconds(lngBlockStart[block]);
   dtBlockEnd[block] = DateOfSeconds(lngBlockEnd[block]);
   bytBlockStatus = bytRecord.back();
   if (SourceType()) lngCameraCount = std::max(lngCameraCount, SourceType()->cameras);
-  return true;
+  return {};
 }
 
 /// Reads the masks of a block (from 1) into element `k` of the result.
-bool ReadMasks(SourceFile& source, std::int32_t block, std::int32_t k) {
+ReadAnswer ReadMasks(SourceFile& source, std::int32_t block, std::int32_t k) {
   constexpr int lngRecordOffset = format::trailer::kBlockType;
   std::array<std::uint8_t, format::types::k20.cameraMask + 2 - lngRecordOffset> bytRecord = {};
-  if (!source.ReadTrailer(block, lngRecordOffset, bytRecord)) return false;
+  if (!source.ReadTrailer(block, lngRecordOffset, bytRecord))
+    return {ReadEnd::kFailed, source.Reason()};
   const format::BlockType* type = format::BlockTypeOf(bln20D, bytRecord.front());
-  if (!type) return true;  // A damaged block has no camera.
+  if (!type) return {};  // A damaged block has no camera.
+  if (type->cameras > lngCameraCount)
+    return {ReadEnd::kFailed, {platform::Failure::Kind::kChanged}};
   lngCamMask[k] = ReadBigEndian(bytRecord, type->cameraMask - lngRecordOffset, 2);
   if (type->cameraMaskAlt != format::kAbsent)
     lngCamMaskAlt[k] = ReadBigEndian(bytRecord, type->cameraMaskAlt - lngRecordOffset, 2);
-  return true;
+  return {};
 }
 
 }  // namespace
@@ -90,12 +95,12 @@ ReadAnswer ScanSourceFile(platform::Files& files, const std::string& path, Pacer
   SourceFile source(files, path);
   if (!source.IsOpen()) return {ReadEnd::kFailed, source.Reason()};
   SizeIndex(source.BlockCount());
-  const ReadEnd end = ReadBlocks(lngBlockCount, pacer,
+  ReadAnswer answer = ReadBlocks(lngBlockCount, pacer,
                                  [&](std::int32_t block) { return IndexBlock(source, block); });
-  if (end == ReadEnd::kDone)
+  if (answer.end == ReadEnd::kDone)
     return {lngBlockCount > 0 && SourceType() ? ReadEnd::kDone : ReadEnd::kNotValid};
   SizeIndex(0);
-  return {end, source.Reason()};
+  return answer;
 }
 
 ReadAnswer CheckAvailability(platform::Files& files, const std::string& path,
@@ -107,10 +112,10 @@ ReadAnswer CheckAvailability(platform::Files& files, const std::string& path,
   SourceFile source(files, path);
   if (!source.IsOpen()) return {ReadEnd::kFailed, source.Reason()};
   SizeMasks(count, lngCameraCount > format::kCameras);
-  const ReadEnd end = ReadBlocks(
+  ReadAnswer answer = ReadBlocks(
       count, pacer, [&](std::int32_t k) { return ReadMasks(source, firstBlock + k - 1, k); });
-  if (end != ReadEnd::kDone) SizeMasks(0, false);
-  return {end, source.Reason()};
+  if (answer.end != ReadEnd::kDone) SizeMasks(0, false);
+  return answer;
 }
 
 }  // namespace mdlFileProcessing

@@ -9,7 +9,6 @@
 #include "forms/dialogs.h"
 #include "mainwindow/file_kind.h"
 #include "mainwindow/frmTrimbrook.h"
-#include "platform/paths.h"
 #include "save/camera_choice.h"
 #include "save/frmSaveFile.h"
 #include "save/save_messages.h"
@@ -80,7 +79,7 @@ bool frmTrimbrook::AcceptRoom() {
   ShowFreeSpace();  // It may have changed since the target was chosen.
   switch (RoomFor({.sizeMB = SizeEstimateMB(),
                    .freeMB = std::atoll(Text7.Text().c_str()),
-                   .largestFile = system_.names.LargestFile(platform::FolderOf(TargetPath()))},
+                   .largestFile = system_.names.LargestFile(system_.names.FolderOf(TargetPath()))},
                   GetCameraSelection())) {
     case Room::kEnough:
       return true;

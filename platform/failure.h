@@ -16,6 +16,7 @@ struct Failure {
     kTaken,          ///< A file has this name already.
     kUnseen,         ///< The file is hidden, or one of the system's.
     kFolder,         ///< A folder has this name.
+    kChanged,        ///< The file is not what it was before.
     kIsSource,       ///< The file is the one that is read, under whatever name.
     kNoAnswer,       ///< The disk does not answer.
     kOther,          ///< What `text` says.

@@ -24,6 +24,9 @@ class FileNames {
   /// hidden or one of the system's (nobody's old target), that is protected, or that others have
   /// open without letting it go. A link may be replaced whatever it leads to, unless to a folder.
   virtual Standing LookAt(const std::string& path) = 0;
+  /// The folder of a file's path, by the separators that paths have here: without the last, but for
+  /// a root; "." for a path that names none.
+  virtual std::string FolderOf(const std::string& path) = 0;
   /// Deletes a file.
   virtual bool Remove(const std::string& path) = 0;
   /// Gives the file `to` the times at which `from` was made and last written. For after `to` was

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// Taking paths apart and putting them together. Windows' separator is the backslash; a slash,
-/// which it takes as well and other systems know alone, ends a folder's name too.
+/// Taking paths of Windows apart and putting them together. Its separator is the backslash; a
+/// slash, which it takes as well, ends a folder's name too.
 namespace platform {
 
 /// The folder of a file's path: without its last separator, but for a drive's root ("E:\\"); "."

@@ -23,6 +23,12 @@ bool MayBeKept(const SaveJob& job, const IndexedImage& image) {
   return job.IsChosen(image.camera) && !image.IsDamaged();
 }
 
+/// Whether any block takes the image. What fills a block of the source to its end may take a sector
+/// more in a new one, for its tail.
+bool IsSureToFit(const IndexedImage& image, const format::Variant& variant) {
+  return image.End() - image.Begin() + format::kSectorSize <= variant.trailerOffset;
+}
+
 /// The least that a new file of the images which may be kept takes: a block holds so many of them,
 /// and so many bytes, and all but the last are whole.
 std::int64_t LeastBytes(const SaveJob& job, const CameraIndex& index) {
@@ -31,7 +37,7 @@ std::int64_t LeastBytes(const SaveJob& job, const CameraIndex& index) {
   std::int64_t bytes = 0;
   for (std::int32_t b = 1; b <= index.blocks.UpperBound(); ++b)
     for (const IndexedImage& image : index.blocks[b].images) {
-      if (!MayBeKept(job, image)) continue;
+      if (!MayBeKept(job, image) || !IsSureToFit(image, variant)) continue;
       ++images;
       bytes += image.Text() - image.Begin();
     }
@@ -67,7 +73,7 @@ class Rebuild {
 
   SaveResult SaveAll() {
     result_.end = AddBlocks();
-    if (result_.end == SaveEnd::kSaved && !writer_.FileIsReady()) result_.end = SaveEnd::kNoImages;
+    if (result_.end == SaveEnd::kSaved && result_.images == 0) result_.end = SaveEnd::kNoImages;
     if (result_.end != SaveEnd::kSaved) return result_;
     writer_.Close60dFile();
     result_.end = EndOfFile();
@@ -125,13 +131,8 @@ class Rebuild {
 
   /// Adds an image; one that no block takes is lost. False when the new file cannot be made.
   bool Add(const mdlCreate60DFile::NewImage& image) {
-    if (!writer_.CanHold(image)) {
-      ++result_.lostImages;
-      return true;
-    }
     if (!writer_.FileIsReady() && !Begin()) return false;
-    writer_.AddDataTo60DFile(image);
-    ++result_.images;
+    ++(writer_.AddDataTo60DFile(image) ? result_.images : result_.lostImages);
     return true;
   }
 

@@ -24,6 +24,8 @@ const char* SentenceOf(platform::Failure::Kind kind) {
       return "A hidden or system file has this name.";
     case Kind::kFolder:
       return "A folder has this name.";
+    case Kind::kChanged:
+      return "The recording has changed since it was opened.";
     case Kind::kIsSource:
       return "The target is the recording itself.";
     case Kind::kNoAnswer:

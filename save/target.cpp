@@ -43,7 +43,7 @@ SaveResult AskForTarget(platform::Core& system, const SourceFile& source, const 
 }
 
 SaveEnd RoomForNew(platform::Core& system, const SaveJob& job, std::int64_t bytes) {
-  const std::string folder = platform::FolderOf(job.targetPath);
+  const std::string folder = system.names.FolderOf(job.targetPath);
   const auto size = static_cast<std::uint64_t>(bytes);
   if (size > system.names.LargestFile(folder)) return SaveEnd::kTooLarge;
   if (job.place == NewFile::Place::kOwnName) return SaveEnd::kSaved;

@@ -5,11 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/paths.h"
 #include "platform/scoped_flag.h"
 
 using platform::FileHandle;
-using platform::FolderOf;
 using platform::OpenMode;
 
 namespace {
@@ -84,7 +82,7 @@ bool NewFile::Create(const std::string& target) {
 }
 
 bool NewFile::CreateTemporary() {
-  const std::string folder = FolderOf(target_);
+  const std::string folder = system_.names.FolderOf(target_);
   return (system_.names.OnSameVolume(system_.programFolder, folder) &&
           OpenTemporary(system_.programFolder)) ||
          OpenTemporary(folder) || Stopped(Stop::kNotWritten, system_.files.LastFailure());
@@ -111,7 +109,8 @@ bool NewFile::WriteAt(std::int64_t position, const void* bytes, std::uint32_t co
     from += piece;
     count -= piece;
   }
-  if (stop_ == Stop::kNotWritten && end > system_.names.LargestFile(FolderOf(target_)))
+  if (stop_ == Stop::kNotWritten &&
+      end > system_.names.LargestFile(system_.names.FolderOf(target_)))
     stop_ = Stop::kTooLarge;
   size_ = std::max(size_, position_);
   return stop_ == Stop::kNone;
@@ -191,7 +190,8 @@ bool NewFile::Renamed() {
 
 /// Hands the name to the medium; whatever comes of that, and whoever cancels, the file stays.
 bool NewFile::KeepName() {
-  const bool hasMoved = FolderOf(std::exchange(strTempFile, {})) != FolderOf(target_);
+  const bool hasMoved =
+      system_.names.FolderOf(std::exchange(strTempFile, {})) != system_.names.FolderOf(target_);
   // Renamed, it would keep the permissions of the program's folder.
   if (hasMoved) system_.names.InheritPermissions(target_);
   BeginFlush();

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 
-#include "platform/paths.h"
 #include "platform/runtime_error.h"
 
 std::string strBurnExeName;
@@ -42,7 +41,7 @@ std::string AppPathOf(platform::Registry& registry, const std::string& executabl
 }
 
 double GetDiskFreeMB(platform::FileNames& names, const std::string& strPath) {
-  const std::uint64_t bytes = names.FreeBytes(platform::FolderOf(strPath));
+  const std::uint64_t bytes = names.FreeBytes(names.FolderOf(strPath));
   const auto lngLow = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes));
   const auto lngHigh = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes >> 32));
   dblDiskFreeMB = LargeIntToDouble(lngLow, lngHigh) / kBytesInMegabyte;

@@ -4,7 +4,6 @@
 #include <exception>
 #include <new>
 
-#include "platform/paths.h"
 #include "platform/runtime_error.h"
 #include "trim/command_line.h"
 #include "trim/system.h"
@@ -16,7 +15,7 @@ namespace {
 int Run(int argc, char** argv) {
   const auto request = ReadCommandLine(argc, argv);
   if (!request) return 0;
-  System system(platform::FolderOf(request->target));
+  System system(request->target);
   system.KeepAwake();
   const Saved saved = Trim(system, *request);
   std::printf("%s\n", saved.report.c_str());

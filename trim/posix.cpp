@@ -50,7 +50,8 @@ void StartHelper(int lifeline) {
 }  // namespace
 
 struct System::Parts {
-  explicit Parts(const std::string& folder) : core{*files, *names, dates, clock, folder} {}
+  explicit Parts(const std::string& target)
+      : core{*files, *names, dates, clock, names->FolderOf(target)} {}
 
   const std::unique_ptr<platform::Files> files = platform::MakePosixFiles();
   const std::unique_ptr<platform::FileNames> names = platform::MakePosixFileNames();
@@ -60,7 +61,7 @@ struct System::Parts {
   int lifeline = -1;
 };
 
-System::System(const std::string& folder) : parts_(std::make_unique<Parts>(folder)) {
+System::System(const std::string& target) : parts_(std::make_unique<Parts>(target)) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) Watch(signal);
   // What reads the output may be gone; the save goes on.
   std::signal(SIGPIPE, SIG_IGN);

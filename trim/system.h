@@ -12,8 +12,8 @@ class System {
  public:
   /// From now on a wish to end the program is noticed (Ctrl+C, an end from outside, a closed
   /// console) instead of followed, unless whoever started it wants such wishes ignored. What is
-  /// being made lies in `folder`.
-  explicit System(const std::string& folder);
+  /// being made lies in the folder of `target`.
+  explicit System(const std::string& target);
   ~System();
   System(const System&) = delete;
   System& operator=(const System&) = delete;

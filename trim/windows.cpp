@@ -21,9 +21,9 @@ BOOL WINAPI Cancel(DWORD event) {
 }  // namespace
 
 struct System::Parts {
-  explicit Parts(const std::string& folder)
+  explicit Parts(const std::string& target)
       : core{windows.bundle().files, windows.bundle().names, dates, windows.bundle().clock,
-             folder} {}
+             windows.bundle().names.FolderOf(target)} {}
 
   platform::WindowsPlatform windows;
   IsoDateText dates;
@@ -31,7 +31,7 @@ struct System::Parts {
   UINT codePage = GetConsoleOutputCP();
 };
 
-System::System(const std::string& folder) : parts_(std::make_unique<Parts>(folder)) {
+System::System(const std::string& target) : parts_(std::make_unique<Parts>(target)) {
   SetConsoleCtrlHandler(Cancel, TRUE);
   SetConsoleOutputCP(CP_UTF8);
 }

@@ -7,7 +7,6 @@
 
 #include "capture/clsCreate60D.h"
 #include "capture/mdlFileProcessing.h"
-#include "platform/runtime_error.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recordings.h"
 
@@ -60,18 +59,13 @@ bool IsFit(const tools::Layout& layout, const tools::Image& image) {
 
 /// Whether the writer has taken the image.
 bool Add(clsCreate60D& writer, const tools::Image& image) {
-  try {
-    writer.AddDataTo60DFile({.bytes = BytesOf(image.bytes),
-                             .flags = image.flags,
-                             .title = image.title,
-                             .text = image.text,
-                             .seconds = image.seconds,
-                             .camera = image.camera,
-                             .sound = BytesOf(image.sound)});
-    return true;
-  } catch (const RuntimeError&) {
-    return false;
-  }
+  return writer.AddDataTo60DFile({.bytes = BytesOf(image.bytes),
+                                  .flags = image.flags,
+                                  .title = image.title,
+                                  .text = image.text,
+                                  .seconds = image.seconds,
+                                  .camera = image.camera,
+                                  .sound = BytesOf(image.sound)});
 }
 
 }  // namespace

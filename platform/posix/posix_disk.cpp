@@ -306,6 +306,8 @@ class PosixFileNames : public FileNames {
     return {.isTaken = true};
   }
 
+  std::string FolderOf(const std::string& path) override { return platform::FolderOf(path); }
+
   bool Remove(const std::string& path) override {
     struct stat status = {};
     if (lstat(path.c_str(), &status) != 0 || IsHeld(path)) return false;

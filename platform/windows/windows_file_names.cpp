@@ -65,6 +65,8 @@ class WindowsFileNames : public FileNames {
     return {.isTaken = true};
   }
 
+  std::string FolderOf(const std::string& path) override { return platform::FolderOf(path); }
+
   // Looked at afterwards: Wine reports success in a folder that refuses the deletion.
   bool Remove(const std::string& path) override {
     return DeleteFileW(WidePath(path).c_str()) && !Exists(path);

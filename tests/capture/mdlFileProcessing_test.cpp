@@ -172,6 +172,9 @@ TEST_F(Source, HasTheCamerasOfTheRange) {
     CheckAvailability(disk, "r", 2, 1);
     EXPECT_EQ(lngCamMask.UpperBound(), 0);
   }
+  EXPECT_EQ(Scan(without), ReadEnd::kDone);
+  disk.Put("r", with20);
+  EXPECT_EQ(CheckAvailability(disk, "r", 1, 3).why.kind, platform::Failure::Kind::kChanged);
 }
 
 TEST_F(Source, IsClosedAndToldOfWhateverCallFails) {

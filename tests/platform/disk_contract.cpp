@@ -154,6 +154,13 @@ TEST_P(DiskContract, WorksOnFilesByName) {
   EXPECT_EQ(files.LastFailure().kind, Failure::Kind::kMissing);
 }
 
+TEST_P(DiskContract, TakesPathsApartAtItsOwnSeparators) {
+  EXPECT_EQ(names.FolderOf(Path("file")), world.folder);
+  EXPECT_EQ(names.FolderOf("a/b"), "a");
+  EXPECT_EQ(names.FolderOf("/b"), "/");
+  EXPECT_EQ(names.FolderOf("a\\b"), world.separator == '\\' ? "a" : ".");
+}
+
 TEST_P(DiskContract, TellsVolumesApart) {
   const std::string path = Make(Path("file"));
   EXPECT_TRUE(names.OnSameVolume(world.folder, path));

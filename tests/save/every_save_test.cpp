@@ -61,6 +61,8 @@ TEST(EverySaveAsks, ForRoomBeforeItWritesAnything) {
   // Three blocks of the 246 images that one holds, and none is full.
   const std::string many = Recording(0x30, {small, small, small});
   const std::string large = RecordingOf(2);
+  const BlockPlan noTail = {.images = {{.bytes = Picture(4094 * 512), .tail = false}}};
+  const std::string lost = Recording(0x10, {noTail, {.images = {{.bytes = Picture(100)}}}});
   const struct {
     const std::string& recording;
     std::uint32_t cameras;
@@ -70,7 +72,8 @@ TEST(EverySaveAsks, ForRoomBeforeItWritesAnything) {
                 {large, 0b01, 2, 100000, kBlock + 1200128 + 1024},
                 {large, 0b01, 2, 2 * 1200128 + 1023, kBlock + 1200128 + 1024},
                 {large, 0b10, 2, 2 * 512 + 1023, 100000},
-                {many, 1, 3, 2 * kBlock + 512 + 1023, 3 * kBlock}};
+                {many, 1, 3, 2 * kBlock + 512 + 1023, 3 * kBlock},
+                {lost, 1, 2, 512 + 1023, 512 + 1024}};
   for (const auto& c : kCases)
     for (const bool isOfDisk : {true, false}) {
       SaveWorld save(c.recording);

@@ -16,6 +16,7 @@
 #include "platform/drives.h"
 #include "platform/file_names.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "tests/support/fault.h"
 
 /// A whole disk in memory, for tests and fuzzers: drives, folders and files by Windows paths,
@@ -240,6 +241,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     if (Fails("look")) return {.hindrance = fault.reason};
     return StandingAt(path);
   }
+  std::string FolderOf(const std::string& path) override { return platform::FolderOf(path); }
   bool Remove(const std::string& path) override { return !Fails("remove") && Delete(path); }
 
   bool CopyTimes(const std::string& from, const std::string& to) override {

@@ -78,6 +78,11 @@ some_cameras_are_rebuilt_and_losses_told() {
   expect 0 "images of camera 5," back.60D clip.60D --replace --cameras 5
 }
 
+names_may_have_any_byte() {
+  "$trim" day.60D 'back\slash.60D' >/dev/null
+  cmp day.60D 'back\slash.60D'
+}
+
 what_was_rebuilt_is_a_recording_again() {
   "$trim" day.60D two.60D --cameras 1,3 >/dev/null
   "$trim" two.60D copy.60D >/dev/null
@@ -145,6 +150,7 @@ the_bar_is_for_terminals() {
 make_sources
 whole_blocks_are_those_that_the_times_fall_into
 some_cameras_are_rebuilt_and_losses_told
+names_may_have_any_byte
 what_was_rebuilt_is_a_recording_again
 what_cannot_be_is_refused
 the_bar_is_for_terminals
