@@ -45,7 +45,7 @@ void SizeMasks(std::int32_t count, bool hasAlt) {
 template <typename ReadBlock>
 ReadAnswer ReadBlocks(std::int32_t count, Pacer* pacer, ReadBlock read) {
   for (std::int32_t i = 1; i <= count; ++i) {
-    const ReadAnswer answer = read(i);
+    ReadAnswer answer = read(i);
     if (answer.end != ReadEnd::kDone) return answer;
     if (pacer && !pacer->GoOn(i, count)) return {ReadEnd::kStopped};
   }

@@ -142,14 +142,29 @@ TEST_F(Wizard, WritesBlocksThroughDirectCdAndIsNotClosedMeanwhile) {
   EXPECT_EQ(Read(InWork("DirectCD.log")).find("Alt"), std::string::npos) << "gets no keys";
 }
 
+/// Whether Drag-to-Disc notes the keys for formatting within a moment, Alt with K, F and O. One may
+/// be lost while the window in front changes.
+bool HasGotKeys() {
+  constexpr int kPolls = 1'000;
+  const std::regex keys("Alt\\+[KFO]\r\nAlt\\+[FO]\r\n");
+  for (int polls = 0; polls < kPolls; ++polls, Sleep(2))
+    if (std::regex_search(Read(InWork("DrgToDsc.log")), keys)) return true;
+  return false;
+}
+
 // The buttons of consecutive pages stand in the same place, and a question opens under the key.
-TEST_F(Wizard, APressTurnsOnePage) {
+TEST_F(Wizard, APressTurnsOnePageAndCamerasAreWrittenThroughDragToDisc) {
   constexpr DWORD kUntilKeysRepeat = 1'000;  // The display's 660 ms, and some repeats.
   Register(kDirectCd);
   Register(kDragToDisc);
+  const char player[] = "C:\\player\\";
+  RegSetKeyValueA(HKEY_CURRENT_USER, "strOrrisdeckSpecial", "OrrisdeckPath", REG_SZ, player,
+                  sizeof player);
   program_.PressSaveToCd();
   EXPECT_EQ(program_.AnswerMessage(), Refusal(kNoSource));
   program_.OpenSource(Recording("day.60D"));
+  program_.ChooseCameras({2});
+  program_.ChooseTarget(InWork("from main window.60D"));
   OpenWizard();
   BringToFront(*window_);
   DoubleClickOn(PageButton(kStart));
@@ -178,32 +193,9 @@ TEST_F(Wizard, APressTurnsOnePage) {
   TapKey(VK_RETURN, start + 1);
   Sleep(GetDoubleClickTime());
   EXPECT_FALSE(program_.ShowsDialog());
-}
 
-/// Whether Drag-to-Disc notes the keys for formatting within a moment, Alt with K, F and O. One may
-/// be lost while the window in front changes.
-bool HasGotKeys() {
-  constexpr int kPolls = 1'000;
-  const std::regex keys("Alt\\+[KFO]\r\nAlt\\+[FO]\r\n");
-  for (int polls = 0; polls < kPolls; ++polls, Sleep(2))
-    if (std::regex_search(Read(InWork("DrgToDsc.log")), keys)) return true;
-  return false;
-}
-
-TEST_F(Wizard, WritesCamerasThroughDragToDiscAndAsksAboutAPlayerThatIsNotThere) {
-  Register(kDirectCd);
-  Register(kDragToDisc);
-  const char player[] = "C:\\player\\";
-  RegSetKeyValueA(HKEY_CURRENT_USER, "strOrrisdeckSpecial", "OrrisdeckPath", REG_SZ, player,
-                  sizeof player);
   const Program dragToDisc(InWork("DrgToDsc.exe"));
   AwaitBurner(kDragToDisc);
-  program_.OpenSource(Recording("day.60D"));
-  program_.ChooseCameras({2});
-  program_.ChooseTarget(InWork("from main window.60D"));
-  OpenWizard();
-  Press(kStart);
-  AwaitPage(Page::kDrive);
   // The box that has just closed may take the front back for a moment, and with it some keys.
   for (int attempts = 0;; Press(kToDrive), AwaitPage(Page::kDrive)) {
     ASSERT_LT(attempts++, 10) << Read(InWork("DrgToDsc.log"));
