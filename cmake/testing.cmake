@@ -1,3 +1,7 @@
+# Optimised, the tests would take up to three times as long to build, and hardly less to run: what
+# they test is optimised.
+add_compile_options(-O0)
+
 # GoogleTest from its sources, since the tests are built for two systems.
 set(INSTALL_GTEST OFF)
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
@@ -9,9 +13,6 @@ include(GoogleTest)
 # One test program of a room, its cases known to ctest one by one.
 function(trimbrook_test name)
   add_executable(${name} ${ARGN})
-  # Optimised, the tests would take three times as long to build, and hardly less to run: what they
-  # test is optimised.
-  target_compile_options(${name} PRIVATE -O0)
   target_link_libraries(${name} PRIVATE gmock_main)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES)
 endfunction()
