@@ -59,8 +59,8 @@ class Random {
 
   /// A number of a range that begins at 0 or above.
   int Between(Range range) {
-    const auto count = static_cast<std::uint64_t>(range.last - range.first + 1);
-    return range.first + static_cast<int>(Next() % count);
+    const int count = range.last - range.first + 1;
+    return range.first + static_cast<int>(Next() % static_cast<std::uint64_t>(count));
   }
 
  private:

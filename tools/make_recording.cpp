@@ -123,7 +123,8 @@ class Recorder {
   /// An image of the camera whose turn it is, of the present time, without contents.
   Image BareImage() const {
     Image image;
-    image.camera = *std::next(wishes_.cameras.begin(), imageCount_ % wishes_.cameras.size()) - 1;
+    const auto turn = static_cast<std::ptrdiff_t>(imageCount_ % wishes_.cameras.size());
+    image.camera = *std::next(wishes_.cameras.begin(), turn) - 1;
     image.seconds = static_cast<std::int32_t>(wishes_.start +
                                               std::llround(std::floor(imageCount_ * wishes_.step)));
     image.title = wishes_.TitleOf(image.camera);

@@ -94,6 +94,7 @@ std::string FileLine(const FileFacts& file) {
 
 std::string CamerasText(const std::map<int, Images>& cameras) {
   std::vector<std::string> numbers;
+  numbers.reserve(cameras.size());
   for (const auto& [number, images] : cameras) numbers.push_back(std::to_string(number));
   return (cameras.size() == 1 ? "camera " : "cameras ") + Joined(numbers);
 }
