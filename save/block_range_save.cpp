@@ -47,8 +47,7 @@ SaveResult SaveBlockRange(platform::Core& system, SaveProgress& progress, const 
 
   NewFile file(
       system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken);
-  if (const SaveResult asked = AskForTarget(system, source, job, file);
-      asked.end != SaveEnd::kSaved)
+  if (SaveResult asked = AskForTarget(system, source, job, file); asked.end != SaveEnd::kSaved)
     return asked;
   const std::int64_t bytes =
       std::int64_t{job.BlockCount() - 1} * format::kBlockSize + source.LengthOf(job.lastBlock);

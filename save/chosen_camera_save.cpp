@@ -162,8 +162,7 @@ SaveResult SaveChosenCameras(platform::Core& system, SaveProgress& progress, con
   if (!source.IsOpen()) return EndOfReading(source);
   NewFile file(
       system, job.place, [&progress] { return progress.GoOn(); }, job.ifTaken);
-  if (const SaveResult asked = AskForTarget(system, source, job, file);
-      asked.end != SaveEnd::kSaved)
+  if (SaveResult asked = AskForTarget(system, source, job, file); asked.end != SaveEnd::kSaved)
     return asked;
   const CameraIndex index =
       IndexBlockRange(system, progress, source, job.firstBlock, job.lastBlock);

@@ -126,7 +126,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
                                         const std::string& prefix) override {
     if (Fails("temporary file") || !IsFolder(folder)) return {};
     const std::string path =
-        Trimmed(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
+        platform::WithoutEnd(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
     Put(path, "");
     At(path)->temporary = true;
     return {Opened(At(path), true), path};
@@ -282,7 +282,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   }
 
   bool MakeFolder(const std::string& path) override {
-    return !Fails("make folder") && HasRoomFor(path) && folders_.insert(Trimmed(path)).second;
+    return !Fails("make folder") && HasRoomFor(path) &&
+           folders_.insert(platform::WithoutEnd(path)).second;
   }
 
   bool RemoveFolder(const std::string& path) override {
@@ -296,7 +297,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   bool RemoveFilesIn(const std::string& folder) override {
     if (Fails("remove files") || !IsFolder(folder)) return false;
     for (const std::string& file : FilesBelow(folder))
-      if (IsSamePath(ParentOf(file), Trimmed(folder)) && !Delete(file)) return false;
+      if (IsSamePath(ParentOf(file), platform::WithoutEnd(folder)) && !Delete(file)) return false;
     return true;
   }
 
@@ -308,12 +309,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   }
 
  private:
-  static std::string Trimmed(std::string folder) {
-    while (!folder.empty() && folder.back() == '\\') folder.pop_back();
-    return folder;
-  }
   static std::string ParentOf(const std::string& path) {
-    const std::size_t slash = Trimmed(path).rfind('\\');
+    const std::size_t slash = platform::WithoutEnd(path).rfind('\\');
     return slash == std::string::npos ? "" : path.substr(0, slash);
   }
   static std::string DriveOf(const std::string& path) { return path.substr(0, path.find(':') + 1); }
@@ -321,7 +318,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     return strcasecmp(left.c_str(), right.c_str()) == 0;
   }
   static bool IsIn(const std::string& folder, const std::string& path) {
-    const std::string below = Trimmed(folder) + "\\";
+    const std::string below = platform::WithoutEnd(folder) + "\\";
     return IsSamePath(path.substr(0, below.size()), below);
   }
 
@@ -374,7 +371,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     return fault.Strikes(operation, Fault::Kind::kShortTransfer) ? bytes / 2 : bytes;
   }
   bool IsFolder(const std::string& path) const {
-    const std::string folder = Trimmed(path);
+    const std::string folder = platform::WithoutEnd(path);
     return folder.empty() || folder == DriveOf(folder) || folders_.contains(folder);
   }
 
@@ -407,7 +404,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   }
   /// The volume of a path: that of its drive or of the folder, mounted, in which it lies.
   std::string VolumeOf(const std::string& path) const {
-    for (std::string folder = Trimmed(path); !folder.empty(); folder = ParentOf(folder))
+    for (std::string folder = platform::WithoutEnd(path); !folder.empty();
+         folder = ParentOf(folder))
       if (const auto mount = mounts.find(folder); mount != mounts.end()) return mount->second;
     return DriveOf(path);
   }
