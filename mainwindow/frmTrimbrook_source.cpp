@@ -84,7 +84,7 @@ bool frmTrimbrook::ReadSource(const std::string& path) {
   const auto read = [&] {
     Reading reading = StartReading(2);
     Pacer scan = reading.NextPass();
-    const ReadAnswer scanned = ScanSourceFile(system_.files, path, &scan);
+    ReadAnswer scanned = ScanSourceFile(system_.files, path, &scan);
     if (scanned.end != ReadEnd::kDone) return scanned;
     Pacer check = reading.NextPass();
     return mdlFileProcessing::CheckAvailability(system_.files, path, 1, lngBlockCount, &check);
