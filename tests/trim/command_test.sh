@@ -28,6 +28,7 @@ make_sources() {
   "$make" "${options[@]}" --blocks 5 --cameras 1-4 day.60D >/dev/null
   "$make" "${options[@]}" --blocks 2 --type 20 --cameras 1,3,17,18 32.60D >/dev/null
   "$make" "${options[@]}" --blocks 3 --cameras 1-4 --damage sectors-reversed@2 damaged.60D >/dev/null
+  "$make" "${options[@]}" --blocks 3 --cameras 1-4 --damage type-unknown@2 lost.60D >/dev/null
   "$make" "${options[@]}" --blocks 2 day.20D >/dev/null
   # The clock is set back after the second block, and a camera is there at the end only.
   head -c 4194304 day.60D >back.60D
@@ -75,6 +76,8 @@ some_cameras_are_rebuilt_and_losses_told() {
   expect 3 "The recording is damaged: 15 images could not be kept." damaged.60D clip.60D --replace \
     --cameras 2
   "$list" --compare damaged.60D clip.60D >printed || fail "$(cat printed)"
+  expect 3 "The recording is damaged: 1 block could not be kept." lost.60D clip.60D --replace \
+    --cameras 2
   expect 0 "images of camera 5," back.60D clip.60D --replace --cameras 5
 }
 
