@@ -8,9 +8,8 @@ namespace {
 constexpr FlushPace::Duration kWanted = std::chrono::milliseconds(100);
 constexpr double kMostGrowth = 2;
 constexpr double kSmallestSlice = 64 * 1024;
-// Bounds the one long wait when a disk falls to a tenth of its speed, its own memory being full:
-// the system may let the next write wait behind a flush.
-constexpr double kLargestSlice = 32 * 1024 * 1024;
+// Bounds the one long wait when a stick falls to a tenth of its speed, its own memory being full.
+constexpr double kLargestSlice = 64 * 1024 * 1024;
 
 }  // namespace
 

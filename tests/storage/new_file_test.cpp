@@ -14,7 +14,7 @@ TEST(FlushPace, WritesWhatTheMediumTakesInATenthOfASecond) {
     const char* medium;
     double bytesPerSecond;
     std::uint32_t slice;  // What it settles at.
-  } kCases[] = {{"a disk in memory", 1e12, 32u << 20}, {"a fast disk", 2e8, 16u << 20},
+  } kCases[] = {{"a disk in memory", 1e12, 64u << 20}, {"a fast disk", 4e8, 32u << 20},
                 {"a hard disk", 1e8, 8u << 20},        {"a stick", 1e7, 512u << 10},
                 {"a worn stick", 2e6, 128u << 10},     {"a floppy disk", 2e4, 64u << 10}};
   for (const auto& c : kCases) {
