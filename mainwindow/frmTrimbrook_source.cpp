@@ -67,11 +67,8 @@ void frmTrimbrook::OpenSource(const std::string& path) {
 /// Whether the file ends as a recording does; says so when it does not.
 bool frmTrimbrook::MeasureSource(const std::string& path) {
   const SourceFile source(system_.files, path);
-  if (!source.IsOpen())
-    ShowMessage(MessageOfReading(source.Reason()), forms::Tone::kError);
-  else if (!source.IsRecording())
-    ShowMessage(save_text::kNotValid);
-  return source.IsOpen() && source.IsRecording();
+  if (!source.IsOpen()) return AcceptReading({ReadEnd::kFailed, source.Reason()});
+  return AcceptReading({source.IsRecording() ? ReadEnd::kDone : ReadEnd::kNotValid});
 }
 
 Reading frmTrimbrook::StartReading(int passes) {

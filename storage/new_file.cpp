@@ -46,7 +46,6 @@ void NewFile::RemoveUnfinished() {
 
 bool NewFile::AskFor(const std::string& target) {
   target_ = target;
-  isAsked_ = true;
   platform::Standing standing;
   DoneWithin(kMoment, [&] {
     standing = system_.names.LookAt(target);
@@ -72,7 +71,7 @@ bool NewFile::DoneWithin(std::chrono::seconds patience, const std::function<bool
 }
 
 bool NewFile::Create(const std::string& target) {
-  if (!isAsked_ && !AskFor(target)) return false;
+  if (target_.empty() && !AskFor(target)) return false;
   if (place_ == Place::kTemporary) return CreateTemporary();
   hTargetFile = system_.files.Open(target, OpenMode::kWriteNew);
   if (!IsOpen()) return Stopped(Stop::kNotWritten, system_.files.LastFailure());

@@ -102,8 +102,7 @@ class NewFile {
   GoOn goOn_;
   IfTaken ifTaken_;
   platform::IfTaken onto_ = platform::IfTaken::kRefuse;  ///< In the step in which it is named.
-  std::string target_;
-  bool isAsked_ = false;  ///< For the name.
+  std::string target_;                                   ///< Empty until it is asked for.
   std::string
       strTempFile;  ///< Where the file lies until it has its name; empty when it is no more.
   platform::FileHandle hTargetFile = platform::FileHandle::kInvalid;
