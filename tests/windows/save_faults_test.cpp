@@ -89,25 +89,20 @@ TEST_P(SaveFaults, ADiskThatGetsFullIsTold) {
   DeleteFileA("F:\\filler");
 }
 
-TEST_P(SaveFaults, WhatCannotBeReplacedStays) {
+TEST_P(SaveFaults, TheSourceIsNoTargetUnderWhateverName) {
   CreateHardLinkA(InWork("hard link.60D").c_str(), source_.c_str(), nullptr);
-  const std::string readOnly = InWork("read-only.60D");
-  const std::string open = InWork("playing.60D");
-  SetFileAttributesA(readOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
-  for (const std::string& target : {readOnly, open}) Resize(target, 7);
-  SetFileAttributesA(readOnly.c_str(), FILE_ATTRIBUTE_READONLY);
-  const std::ifstream player(open, std::ios::binary);
-  for (const std::string& target : {source_, InWork("SOURCE.60d"), InWork("hard link.60D"),
-                                    InWork("link.60D"), readOnly, open}) {
+  const std::string before = Read(source_);
+  for (const std::string& target :
+       {source_, InWork("SOURCE.60d"), InWork("hard link.60D"), InWork("link.60D")}) {
     SCOPED_TRACE(target);
-    const std::string before = Read(target);
     Prepare(source_, target);
     program_.StartSave();
-    ExpectFailure(WriteError(target == readOnly ? "The file is write-protected."
-                             : target == open   ? "The file is in use by another program."
-                                                : "The target is the recording itself."));
+    ExpectFailure(WriteError("The target is the recording itself."));
     EXPECT_TRUE(Read(target) == before);
   }
+}
+
+TEST_P(SaveFaults, AReadOnlyDiskIsTold) {
   if (!FileExists("G:\\")) GTEST_SKIP() << "no read-only disk: mounting one takes root";
   Prepare(source_, "G:\\saved.60D");
   program_.StartSave();
