@@ -34,17 +34,6 @@ std::string FirstChange(const Bytes& wanted, const Bytes& found) {
   return text;
 }
 
-/// What is saved of an image: all bytes before its tail, of which a zero at the end is padding (one
-/// byte less keeps the image in as many sectors), and no sound of block type 0x20.
-Image Saved(const StoredBlock& block, const StoredImage& image) {
-  Image saved = image;
-  if (saved.tail && saved.bytes.back() == 0) saved.bytes.pop_back();
-  if (saved.title.empty()) saved.title = "Camera " + std::to_string(image.camera + 1);
-  if (block.layout->type == 0x20) saved.sound.clear();
-  saved.tail = true;
-  return saved;
-}
-
 /// Builds the blocks of a rebuilt part once more, from the images of the source, and holds each
 /// against the part's when it has as many images.
 class Rebuilding {
@@ -240,6 +229,15 @@ class Search {
 };
 
 }  // namespace
+
+Image Saved(const StoredBlock& block, const StoredImage& image) {
+  Image saved = image;
+  if (saved.tail && saved.bytes.back() == 0) saved.bytes.pop_back();
+  if (saved.title.empty()) saved.title = "Camera " + std::to_string(image.camera + 1);
+  if (block.layout->type == 0x20) saved.sound.clear();
+  saved.tail = true;
+  return saved;
+}
 
 void Times::Add(std::int64_t stamp) {
   first = std::min(first, stamp);

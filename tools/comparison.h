@@ -59,6 +59,10 @@ struct Comparison {
   std::int64_t longTitles = 0;   ///< Images with further bytes behind the title.
 };
 
+/// What is saved of an image: all bytes before its tail, of which a zero at the end is padding (one
+/// byte less keeps the image in as many sectors), and no sound of block type 0x20.
+Image Saved(const StoredBlock& block, const StoredImage& image);
+
 /// Finds the place of a part in its source and holds all of it against that. A part of whole blocks
 /// has them byte for byte. One that was rebuilt from images has all of its cameras' images in a run
 /// of blocks, in order, with their bytes, times, titles, texts, flags and sound, in blocks whose

@@ -9,6 +9,7 @@
 #include "tests/save/fake_progress.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recordings.h"
+#include "tools/comparison.h"
 #include "tools/damage.h"
 
 using tools::kSectorBytes;
@@ -20,11 +21,10 @@ constexpr char kSource[] = "C:\\Recordings\\source.60D";
 constexpr char kTarget[] = "C:\\Recordings\\target.60D";
 
 constexpr int kMostBlocks = 3;
-constexpr char kTableTitle[] = "Table";
 
 tools::BlockBuilder& Builder() {
   static tools::BlockStyle style = {.tight = true};
-  style.titles.fill(kTableTitle);
+  style.titles.fill("Table");
   static tools::BlockBuilder builder(style);
   return builder;
 }
@@ -47,10 +47,6 @@ tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, st
   image.tail = layout.isOfToday || data.ConsumeBool();
   if (image.tail)
     image.title = std::string(data.PickValueInArray({1, 5, 16}), data.PickValueInArray({'A', 'B'}));
-  else if (layout.titleTable != tools::kNone)
-    image.title = kTableTitle;
-  else
-    image.title = "Camera " + std::to_string(image.camera + 1);
   int parts = 0;  // Sectors of text and sound.
   if (layout.entryParts != tools::kNone) {
     image.text = std::string(data.PickValueInArray({0, 0, 0, 1, tools::kTextBytes}), 't');
@@ -76,13 +72,6 @@ tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, st
 /// reader gets deep into it, then damaged at some places, or at none.
 class HostileRecording {
  public:
-  /// An image as the recording holds it. Without a tail its title is what a reader makes of it.
-  struct Given {
-    int block;  ///< From 1 on.
-    const tools::Layout* layout;
-    tools::Image image;
-  };
-
   HostileRecording(FuzzedDataProvider& data, std::string&& room)
       : is20D(data.ConsumeIntegralInRange(0, 3) == 0), bytes(std::move(room)) {
     bytes.clear();
@@ -103,9 +92,8 @@ class HostileRecording {
   }
 
   bool is20D;
-  bool isSound;               ///< Its images are what `images` says.
-  bool endsWell = true;       ///< The last block has a type of its kind.
-  std::vector<Given> images;  ///< Of all blocks whose type is known, in order.
+  bool isSound;          ///< Nothing is damaged, but for blocks of no type.
+  bool endsWell = true;  ///< The last block has a type of its kind.
   std::string bytes;
 
  private:
@@ -123,10 +111,9 @@ class HostileRecording {
     int count = data.ConsumeIntegralInRange(0, 7);
     if (count == 7) count = data.ConsumeIntegralInRange(0, layout.mostImages);
     for (; builder.ImageCount() < count && data.remaining_bytes() > 0;) {
-      tools::Image image = NextImage(data, layout, start, images.size(), mayBeLarge);
+      const tools::Image image = NextImage(data, layout, start, images_++, mayBeLarge);
       if (!builder.Fits(image)) break;
       builder.Add(image);
-      if (endsWell) images.push_back({Blocks(), &layout, std::move(image)});
     }
     lastData_ = static_cast<std::size_t>(layout.trailer - builder.FreeSectors() * kSectorBytes);
     const tools::Bytes& block = builder.Finish();
@@ -164,29 +151,21 @@ class HostileRecording {
 
   std::vector<const tools::Layout*> layouts_;  ///< Of the blocks.
   std::size_t lastData_ = 0;                   ///< Bytes of the last block's images.
+  std::size_t images_ = 0;
 };
 
-bool IsChosen(std::uint32_t cameras, int camera) {
-  return camera < 16 && (cameras >> camera & 1) != 0;
-}
-
-/// Whether a new block holds the image. One that fills its own down to the byte before its tail, or
-/// without a tail, needs a sector more there.
-bool FitsNewBlock(const tools::Layout& layout, const tools::Image& image) {
-  const std::size_t sectors =
-      (image.bytes.size() + kTailBytes) / kSectorBytes + 1 + (image.text.empty() ? 0 : 1);
-  const std::size_t sound = layout.type == 0x20 ? 0 : image.sound.size();
-  return sectors * kSectorBytes + sound <= static_cast<std::size_t>(layout.trailer);
-}
-
-/// The image as a save keeps it. `stored` answers what the recording does not say.
-tools::Image KeptOf(const tools::Layout& layout, tools::Image image, const tools::Image& stored) {
-  const bool isType20 = layout.type == 0x20;
-  if (isType20) image.sound.clear();
-  // Blocks without tails and times in their list have none for an image.
-  if (!image.tail && !isType20) image.seconds = stored.seconds;
-  image.tail = true;
-  return image;
+/// The image as a save keeps it, in the tools' eyes; nothing when it is damaged or no block takes
+/// it.
+std::optional<tools::Image> KeptOf(const tools::StoredBlock& block,
+                                   const tools::StoredImage& image) {
+  static const tools::BlockStyle style;
+  static tools::BlockBuilder room(style);
+  room.Begin(tools::FormOf(block.layout->is20D), 1);
+  if (!image.trouble.empty()) return {};
+  tools::Image kept = tools::Saved(block, image);
+  if (!room.Fits(kept)) return {};
+  kept.bytes.erase(kept.bytes.find_last_not_of('\0') + 1);
+  return kept;
 }
 
 /// One run: what is asked of the program, and what it must not do.
@@ -221,7 +200,7 @@ struct Run {
     if (result.end != SaveEnd::kSaved)
       Demand(disk.Bytes(kTarget).value_or("old") == "old", "no half file is left");
     else
-      job.mode == SaveJob::Mode::kWholeBlocks ? DemandBlocks() : DemandImages();
+      job.mode == SaveJob::Mode::kWholeBlocks ? DemandBlocks() : DemandImages(result);
   }
 
   void DemandBlocks() const {
@@ -235,21 +214,24 @@ struct Run {
     Demand(disk.View(kSource).substr(begin, length) == target, "blocks are unchanged");
   }
 
-  void DemandImages() const {
+  /// What is damaged is judged, too, unless a part of the last block is gone.
+  void DemandImages(const SaveResult& result) const {
+    if (!recording.isSound && size % kBlock != 0) return;
     const auto stored = ImagesOf(disk.View(kTarget), recording.is20D);
-    for (const tools::Image& image : stored)
-      Demand(IsChosen(job.cameras, image.camera), "only chosen cameras are kept");
-    if (!recording.isSound) return;
     auto next = stored.begin();
-    for (const auto& [block, layout, image] : recording.images) {
-      if (block < job.firstBlock || block > job.lastBlock || !IsChosen(job.cameras, image.camera) ||
-          !FitsNewBlock(*layout, image))
-        continue;
-      Demand(next != stored.end(), "every chosen image is kept");
-      Demand(*next == KeptOf(*layout, image, *next), "an image is kept as it was");
-      ++next;
+    std::int64_t lost = 0;
+    for (int number = job.firstBlock; number <= job.lastBlock; ++number) {
+      const auto bytes = disk.View(kSource).substr((number - 1) * kBlock, kBlock);
+      const tools::StoredBlock block = BlockOf(bytes, recording.is20D);
+      for (const tools::StoredImage& image : block.images) {
+        if (image.camera >= 16 || (job.cameras >> image.camera & 1) == 0) continue;
+        const auto kept = KeptOf(block, image);
+        Demand(!kept || (next != stored.end() && *next++ == kept), "an image is kept as it was");
+        lost += kept ? 0 : 1;
+      }
     }
     Demand(next == stored.end(), "no other image is kept");
+    Demand(result.lostImages == lost, "what is lost is counted");
   }
 
   void DemandNothingLeft() const {

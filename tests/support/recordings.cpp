@@ -54,17 +54,21 @@ std::string Shortened(const std::string& recording, int type) {
          recording.substr(last + static_cast<std::size_t>(layout.trailer));
 }
 
+tools::StoredBlock BlockOf(std::string_view bytes, bool is20D) {
+  tools::StoredBlock block;
+  block.bytes.assign(BytesOf(bytes).begin(), BytesOf(bytes).end());
+  block.trailer = static_cast<int>(bytes.size()) - tools::FormOf(is20D).trailerBytes;
+  tools::ParseBlock(block, is20D);
+  return block;
+}
+
 std::vector<tools::StoredBlock> BlocksOf(std::string_view recording, bool is20D) {
   std::vector<tools::StoredBlock> blocks;
   for (std::size_t start = 0; start < recording.size(); start += tools::kBlockBytes) {
     const std::string_view bytes = recording.substr(start, tools::kBlockBytes);
     const tools::Layout& layout = tools::FormOf(is20D);
-    tools::StoredBlock& block = blocks.emplace_back();
-    const auto* begin = reinterpret_cast<const std::uint8_t*>(bytes.data());
-    block.bytes.assign(begin, begin + bytes.size());
-    block.trailer = static_cast<int>(bytes.size()) - layout.trailerBytes;
-    Demand(block.trailer >= 0, "trailer");
-    tools::ParseBlock(block, is20D);
+    Demand(std::ssize(bytes) >= layout.trailerBytes, "trailer");
+    const tools::StoredBlock& block = blocks.emplace_back(BlockOf(bytes, is20D));
     Demand(block.layout == &layout, "block type");
     Demand(block.listedCount <= layout.mostImages, "image count");
     for (const tools::StoredImage& image : block.images) {
