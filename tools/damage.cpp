@@ -12,8 +12,8 @@ void ForEachTail(Victim& victim, const std::function<void(std::uint8_t*)>& chang
   const int count = victim.ImageCount();
   for (int i = 0; i < count; ++i) {
     const int parts = layout.entryParts == kNone ? 0 : victim.Entry(i)[layout.entryParts];
-    const int end = layout.PlaceOf(victim.Trailer(), i + 1, count) -
-                    ((parts >> 3) + (parts & 3)) * kSectorBytes;
+    const int end =
+        layout.PlaceOf(victim.Trailer(), i + 1) - ((parts >> 3) + (parts & 3)) * kSectorBytes;
     if (end >= kSectorBytes && end < layout.trailer) change(victim.block + end);
   }
 }

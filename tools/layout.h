@@ -87,11 +87,11 @@ struct Layout {
   int SectorOf(const std::uint8_t* entry) const {
     return static_cast<int>(Get(entry + entrySector, 2));
   }
-  /// Where in its block image `index` of `count` begins or, for `count`, where the last one ends.
-  int PlaceOf(const std::uint8_t* trailerBegin, int index, int count) const {
+  /// Where in its block image `index` begins or, for their count, where the last one ends.
+  int PlaceOf(const std::uint8_t* trailerBegin, int index) const {
     const int sector = SectorOf(Entry(trailerBegin, index));
-    // A full block's end has one bit too many for the field.
-    const bool isWhole = entryParts == kNone || (index == count && sector == kSectorNumbers);
+    // A full block's end has one bit too many for the field, also where a damaged count hides it.
+    const bool isWhole = entryParts == kNone || sector == kSectorNumbers;
     return ((isWhole ? sector : sector % kSectorNumbers) - firstSector) * kSectorBytes;
   }
 };

@@ -62,15 +62,14 @@ void ParseBytes(const StoredBlock& block, int end, StoredImage& image) {
 /// Image `i`, from 0 on, of a block whose trailer is known.
 StoredImage ParseImage(const StoredBlock& block, int i) {
   const Layout& layout = *block.layout;
-  const auto count = static_cast<int>(block.images.size());
   const std::uint8_t* entry = layout.Entry(block.Trailer(), i);
   const int parts = layout.entryParts == kNone ? 0 : entry[layout.entryParts];
   StoredImage image;
   image.index = i + 1;
   image.camera = entry[layout.entryCamera] & (layout.cameras == 32 ? 0xFF : 0x0F);
   image.flags = entry[layout.entryFlags] >> 4 & 3;
-  image.begin = layout.PlaceOf(block.Trailer(), i, count);
-  image.end = layout.PlaceOf(block.Trailer(), i + 1, count);
+  image.begin = layout.PlaceOf(block.Trailer(), i);
+  image.end = layout.PlaceOf(block.Trailer(), i + 1);
   const int sound = image.end - (parts >> 3) * kSectorBytes;
   const int text = sound - (parts & 3) * kSectorBytes;
   if (image.end > block.trailer) image.trouble = "reaches beyond its block's data";

@@ -38,7 +38,7 @@ std::string Noise(std::size_t start, int count) {
 }
 
 tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, std::int32_t start,
-                       std::size_t number, bool& mayBeLarge) {
+                       std::size_t number, int& large) {
   tools::Image image;
   image.camera = data.ConsumeIntegralInRange(0, layout.cameras - 1);
   image.seconds = layout.entryTime != tools::kNone ? start + data.ConsumeIntegralInRange(0, 65535)
@@ -55,10 +55,11 @@ tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, st
     parts = (image.text.empty() ? 0 : 1) + sound;
   }
   int sectors = data.ConsumeIntegralInRange(1, 4);
-  // Up to the trailer, or of any size. One in a recording tells all, and takes the time of hundreds
-  // of small ones; bytes that are not there, which read as 0, make none.
-  if (mayBeLarge && data.ConsumeIntegralInRange(0, 15) == 15) {
-    mayBeLarge = false;
+  // Up to the trailer, or of any size. Two in a recording, which need not fit one new block, tell
+  // all, and take the time of hundreds of small ones; bytes that are not there, which read as 0,
+  // make none.
+  if (large > 0 && data.ConsumeIntegralInRange(0, 15) == 15) {
+    --large;
     const int all = std::max(1, Builder().FreeSectors() - parts);
     sectors = image.tail && data.ConsumeBool() ? all : data.ConsumeIntegralInRange(1, 2000);
   }
@@ -76,8 +77,8 @@ class HostileRecording {
       : is20D(data.ConsumeIntegralInRange(0, 3) == 0), bytes(std::move(room)) {
     bytes.clear();
     const int count = data.ConsumeIntegralInRange(1, kMostBlocks);
-    bool mayBeLarge = data.ConsumeIntegralInRange(0, 7) == 7;
-    while (Blocks() < count) AddBlock(data, mayBeLarge);
+    int large = data.ConsumeIntegralInRange(0, 7) == 7 ? 2 : 0;
+    while (Blocks() < count) AddBlock(data, large);
     isSound = data.ConsumeBool();
     if (!isSound) Damage(data);
   }
@@ -97,7 +98,7 @@ class HostileRecording {
   std::string bytes;
 
  private:
-  void AddBlock(FuzzedDataProvider& data, bool& mayBeLarge) {
+  void AddBlock(FuzzedDataProvider& data, int& large) {
     const int type = is20D ? 0x60 : data.PickValueInArray({0x30, 0x20, 0x10, 0x00});
     const tools::Layout& layout = LayoutOf(type);
     layouts_.push_back(&layout);
@@ -111,7 +112,7 @@ class HostileRecording {
     int count = data.ConsumeIntegralInRange(0, 7);
     if (count == 7) count = data.ConsumeIntegralInRange(0, layout.mostImages);
     for (; builder.ImageCount() < count && data.remaining_bytes() > 0;) {
-      const tools::Image image = NextImage(data, layout, start, images_++, mayBeLarge);
+      const tools::Image image = NextImage(data, layout, start, images_++, large);
       if (!builder.Fits(image)) break;
       builder.Add(image);
     }

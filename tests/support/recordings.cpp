@@ -49,7 +49,7 @@ std::string Shortened(const std::string& recording, int type) {
   const std::size_t last = recording.size() - kBlock;
   const auto* trailer = BytesOf(recording).data() + last + layout.trailer;
   const int count = static_cast<int>(tools::Get(trailer + layout.imageCount, 2));
-  const auto end = static_cast<std::size_t>(layout.PlaceOf(trailer, count, count));
+  const auto end = static_cast<std::size_t>(layout.PlaceOf(trailer, count));
   return recording.substr(0, last + end) +
          recording.substr(last + static_cast<std::size_t>(layout.trailer));
 }
