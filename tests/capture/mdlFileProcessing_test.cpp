@@ -5,10 +5,8 @@
 
 #include <algorithm>
 
-#include "capture/fields.h"
 #include "capture/format.h"
 #include "capture/source_file.h"
-#include "platform/runtime_error.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recordings.h"
 
@@ -221,24 +219,6 @@ TEST_F(Source, IsReadWithABreathFiftyTimesASecondUntilItIsStopped) {
     EXPECT_EQ(read(scan, 8), ReadEnd::kStopped);
     EXPECT_THAT(breaths, ElementsAre(4, 8));
     EXPECT_EQ((scan ? lngBlockStart : lngCamMask).UpperBound(), 0);
-  }
-}
-
-TEST(Fields, StoreWhatFitsAndNothingElse) {
-  std::string bytes;
-  const auto stored = [&](int length, std::int64_t value) {
-    bytes = "....";
-    PutBigEndian(reinterpret_cast<std::uint8_t*>(bytes.data()), length, value);
-    return bytes;
-  };
-  EXPECT_EQ(stored(1, 255), "\xFF...");
-  EXPECT_EQ(stored(3, 0xABCDEF), "\xAB\xCD\xEF.");
-  for (const std::int64_t value : {-2LL, 0xFFFFFFFELL})
-    EXPECT_EQ(stored(4, value), "\xFF\xFF\xFF\xFE");
-  for (const auto& [length, value] :
-       {std::pair(1, 256LL), {1, -1}, {2, 0x10000}, {4, 1LL << 32}, {4, INT32_MIN - 1LL}}) {
-    EXPECT_THROW(stored(length, value), RuntimeError) << value;
-    EXPECT_EQ(bytes, "....") << value;
   }
 }
 

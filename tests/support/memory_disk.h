@@ -70,7 +70,12 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   int reads = 0;
 
   /// Puts a file there, its folders included.
-  void Put(const std::string& path, std::string bytes) { NewFile(path) = std::move(bytes); }
+  void Put(const std::string& path, std::string bytes) {
+    for (std::string folder = ParentOf(path); !folder.empty(); folder = ParentOf(folder))
+      folders_.insert(folder);
+    files[path] = std::make_shared<File>(
+        File{.bytes = std::move(bytes), .permissions = ParentOf(path), .volume = VolumeOf(path)});
+  }
   /// Gives a file another name, as a hard link does.
   void Link(const std::string& from, const std::string& to) { files[to] = At(from); }
   /// The file of this path; null when there is none.
@@ -93,12 +98,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   /// What a loss of power does: what was written since the last flush is gone, and so is the name
   /// that a file has got since.
   void LoseUnflushed() {
-    if (renamed_) {
-      files[renamed_->from] = files.at(renamed_->to);
-      files[renamed_->to] = renamed_->replaced;
-      if (!renamed_->replaced) files.erase(renamed_->to);
-      renamed_.reset();
-    }
+    if (beforeRename_) files = *std::exchange(beforeRename_, std::nullopt);
     for (const auto& [path, file] : files) {
       file->bytes.resize(file->bytes.size() - file->unflushed);
       file->unflushed = 0;
@@ -136,15 +136,13 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     bytesRead = 0;
     Handle* handle = Of(file);
     if (Fails("read") || !handle || handle->file->isWritten) return false;
-    bytes = Moved("read", bytes);
-    ++reads;
-    const std::string& content = handle->file->bytes;
-    if (handle->position >= content.size()) return true;
-    const std::uint64_t left = content.size() - handle->position;
-    bytesRead = static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes, left));
-    if (bytesRead > 0) std::memcpy(buffer, content.data() + handle->position, bytesRead);
+    const std::string_view content = handle->file->bytes;
+    const std::size_t start = std::min<std::size_t>(handle->position, content.size());
+    bytesRead = static_cast<std::uint32_t>(
+        content.copy(static_cast<char*>(buffer), Moved("read", bytes), start));
     handle->position += bytesRead;
     totalRead += bytesRead;
+    ++reads;
     return true;
   }
 
@@ -187,7 +185,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     const bool flushed = handle && Keeps("flush", *handle->file);
     if (flushed) {
       handle->file->unflushed = 0;
-      renamed_.reset();
+      beforeRename_.reset();
     }
     std::promise<platform::Flushed> answer;
     answer.set_value({.done = flushed, .why = flushed ? Failure() : fault.reason});
@@ -212,7 +210,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     if (!IsSamePath(handle->file->volume, VolumeOf(to))) return false;
     if (refusedRenames-- > 0) return false;
     if (!std::exchange(handle->letsGo, true)) --handle->file->handles;
-    renamed_ = {from, to, At(to)};
+    beforeRename_ = files;
     files.erase(from);
     files[to] = handle->file;
     return true;
@@ -328,12 +326,6 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     bool letsGo = false;  ///< The file may be replaced.
   };
 
-  /// The last name that a file has got, while that is not flushed.
-  struct Renamed {
-    std::string from, to;
-    std::shared_ptr<File> replaced;
-  };
-
   FileHandle Opened(const std::shared_ptr<File>& file, bool writes) {
     file->isWritten = writes;
     ++file->handles;
@@ -345,16 +337,14 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     return FileHandle::kInvalid;
   }
   platform::Standing StandingAt(const std::string& path) const {
-    const auto hindered = [](bool isTaken, Failure::Kind why) {
-      return platform::Standing{isTaken, Failure{why}};
-    };
-    if (path.empty() || !IsFolder(ParentOf(path))) return hindered(false, Failure::Kind::kMissing);
-    if (IsFolder(path)) return hindered(true, Failure::Kind::kFolder);
+    using Kind = Failure::Kind;
+    if (path.empty() || !IsFolder(ParentOf(path))) return {false, Failure{Kind::kMissing}};
+    if (IsFolder(path)) return {true, Failure{Kind::kFolder}};
     const auto file = At(path);
     if (!file) return {};
-    if (file->hidden) return hindered(true, Failure::Kind::kUnseen);
-    if (file->readOnly) return hindered(true, Failure::Kind::kFileProtected);
-    if (file->handles > 0) return hindered(true, Failure::Kind::kInUse);
+    if (file->hidden) return {true, Failure{Kind::kUnseen}};
+    if (file->readOnly) return {true, Failure{Kind::kFileProtected}};
+    if (file->handles > 0) return {true, Failure{Kind::kInUse}};
     return {.isTaken = true};
   }
 
@@ -380,15 +370,6 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     if (!file || file->handles > 0) return false;
     files.erase(path);
     return true;
-  }
-  /// Makes an empty file, its folders included, and answers its bytes.
-  std::string& NewFile(const std::string& path) {
-    for (std::string folder = ParentOf(path); !folder.empty(); folder = ParentOf(folder))
-      folders_.insert(folder);
-    auto& file = files[path] = std::make_shared<File>();
-    file->permissions = ParentOf(path);
-    file->volume = VolumeOf(path);
-    return file->bytes;
   }
 
   Handle* Of(FileHandle file) {
@@ -419,7 +400,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   std::map<std::intptr_t, Handle> handles_;
   std::intptr_t nextHandle_ = 0;  // A handle of 0 is as good as any other.
   int temporaryNames_ = 0;
-  std::optional<Renamed> renamed_;
+  std::optional<decltype(files)> beforeRename_;  ///< While the name is not flushed.
   Failure lastFailure_;
   long long time_ = 0;
 };
