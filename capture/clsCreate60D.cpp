@@ -34,7 +34,7 @@ double clsCreate60D::GetCurrentFileSize() const {
 }
 
 bool clsCreate60D::AddDataTo60DFile(const mdlCreate60DFile::NewImage& image) {
-  if (!FileIsReady() || !block_.CanHold(image)) return false;
+  if (!FileIsReady() || !CanHold(image)) return false;
   if (!block_.HasRoomFor(image)) {
     WriteBlock(variant_->trailerOffset);
     block_.Begin(*variant_);

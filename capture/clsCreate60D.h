@@ -17,8 +17,10 @@ class clsCreate60D {
   clsCreate60D(const clsCreate60D&) = delete;
   clsCreate60D& operator=(const clsCreate60D&) = delete;
 
-  /// Adds one image. False, and nothing is changed, when the writer is not ready, a field cannot
-  /// hold its value, or no block the image.
+  /// Whether a block takes the image, and its fields hold their values.
+  bool CanHold(const mdlCreate60DFile::NewImage& image) const { return block_.CanHold(image); }
+  /// Adds one image. False, and nothing is changed, when the writer is not ready or cannot hold
+  /// it.
   bool AddDataTo60DFile(const mdlCreate60DFile::NewImage& image);
   /// Writes the last block and finishes the file, which can take a while: see `NewFile`. False when
   /// the file has not come to be.

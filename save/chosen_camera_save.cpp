@@ -129,9 +129,10 @@ class Rebuild {
     return EndOfFile();
   }
 
-  /// Adds an image; one that no block takes is lost. False when the new file cannot be made.
+  /// Adds an image; one that no block takes is lost, and no reason to begin a file: that may cut
+  /// what has its name. False when the new file cannot be made.
   bool Add(const mdlCreate60DFile::NewImage& image) {
-    if (!writer_.FileIsReady() && !Begin()) return false;
+    if (!writer_.FileIsReady() && writer_.CanHold(image) && !Begin()) return false;
     ++(writer_.AddDataTo60DFile(image) ? result_.images : result_.lostImages);
     return true;
   }
