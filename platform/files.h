@@ -81,7 +81,7 @@ class Files {
   virtual bool Close(FileHandle file) = 0;
   /// The file's identity; none for what is no disk file (a device).
   virtual std::optional<FileIdentity> Identity(FileHandle file) = 0;
-  /// Why the last call that has failed did so; a flush tells by itself.
+  /// Why the calling thread's last call that has failed did so; a flush tells by itself.
   virtual Failure LastFailure() = 0;
 };
 

@@ -1,13 +1,14 @@
 #pragma once
 
 /// Sets a flag while it lives.
+template <typename Flag = bool>
 class ScopedFlag {
  public:
-  explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
+  explicit ScopedFlag(Flag& flag) : flag_(flag) { flag_ = true; }
   ~ScopedFlag() { flag_ = false; }
   ScopedFlag(const ScopedFlag&) = delete;
   ScopedFlag& operator=(const ScopedFlag&) = delete;
 
  private:
-  bool& flag_;
+  Flag& flag_;
 };

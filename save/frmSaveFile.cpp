@@ -67,7 +67,12 @@ void frmSaveFile::Timer1_Timer() {
 SaveResult frmSaveFile::SaveAsChosen() {
   const ScopedFlag saving(blnSaving);
   const forms::SystemHold hold(window());
-  return RunSave(system_, *this, mainWindow_.ChosenJob());
+  save_.emplace(system_, mainWindow_.ChosenJob());
+  while (save_->Show(*this))
+    if (!GoOn()) save_->Cancel();
+  const SaveResult result = save_->Result();
+  save_.reset();
+  return result;
 }
 
 /// The save's files are closed and what is half done is removed: a box may stay up for hours, and
@@ -93,9 +98,8 @@ void frmSaveFile::OnUnload() {
   Timer1.SetEnabled(false);
 }
 
-/// A save that runs has let this message in, but may not come to its next step any more.
 void frmSaveFile::OnEndSession() {
-  NewFile::RemoveUnfinished();
+  if (save_) save_->End();
   Unload();
 }
 

@@ -11,6 +11,7 @@
 #include "platform/platform.h"
 #include "resources/layout.h"
 #include "resources/resource.h"
+#include "save/background_save.h"
 #include "save/main_window_view.h"
 #include "save/operations.h"
 #include "save/save_progress.h"
@@ -56,6 +57,7 @@ class frmSaveFile : public forms::Form, private SaveProgress {
   TimeLeft::Time toldAt_{};   ///< When the time that is left was told last.
   TimeLeft timeLeft_;
   std::optional<forms::TaskbarProgress> taskbar_;
+  std::optional<BackgroundSave> save_;  ///< While it runs.
 
   forms::Timer Timer1{*this, IDC_frmSaveFile_Timer1};
   forms::Frame Frame1{*this, IDC_frmSaveFile_Frame1};

@@ -1,6 +1,7 @@
 #include "storage/new_file.h"
 
 #include <algorithm>
+#include <atomic>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -21,7 +22,7 @@ constexpr std::chrono::milliseconds kPause{50};
 /// How often messages run while a flush is awaited.
 constexpr std::chrono::milliseconds kBetweenMessages{10};
 
-bool someWaitsForName = false;
+std::atomic<bool> someWaitsForName = false;
 
 std::vector<NewFile*>& Unfinished() {
   static std::vector<NewFile*> files;
@@ -59,7 +60,7 @@ bool NewFile::AskFor(const std::string& target) {
 }
 
 bool NewFile::DoneWithin(std::chrono::seconds patience, const std::function<bool()>& done) {
-  std::optional<ScopedFlag> waiting;
+  std::optional<ScopedFlag<std::atomic<bool>>> waiting;
   const auto begun = system_.clock.Now();
   while (!done()) {
     if (stop_ != Stop::kNone || system_.clock.Now() - begun >= patience) return false;

@@ -74,8 +74,7 @@ class NewFile {
   /// Path of a file that is whole and on the medium, but has not got its name; otherwise empty.
   const std::string& WholeCopy() const { return wholeCopy_; }
 
-  /// Whether a whole file waits for its name, which something else uses: asked while it lets
-  /// messages run.
+  /// Whether a whole file waits for its name, which something else uses. Any thread may ask.
   static bool WaitsForName();
   /// Closes and removes every file that is being made, at once: the program is about to be ended.
   static void RemoveUnfinished();

@@ -11,8 +11,8 @@
 /// no, the user has cancelled, or there is no time to go on.
 using GoOn = std::function<bool()>;
 
-/// Paces work on many blocks that runs on the program's one thread: fifty times a second, however
-/// slow the disk is, the windows get to breathe. Each breath is a talk with the system that may
+/// Paces work on many blocks, most of it on the thread that has the windows: fifty times a second,
+/// however slow the disk is, they get to breathe. Each breath is a talk with the system that may
 /// take longer than hundreds of blocks.
 class Pacer {
  public:

@@ -5,6 +5,7 @@
 #include <cwctype>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -138,7 +139,7 @@ class WindowsFiles : public Files {
                                    FILE_ATTRIBUTE_TEMPORARY, path);
     if (!Noted(file != INVALID_HANDLE_VALUE)) return {};
     // Marked, it cannot be opened again: the flush gets its handle before.
-    flushing_[NumberOf(file)] = std::make_shared<Flushing>(file);
+    FlushingOf(file);
     SetGoing(file, true);
     return {NumberOf(file), path};
   }
@@ -170,11 +171,7 @@ class WindowsFiles : public Files {
     return static_cast<std::uint64_t>(size.QuadPart);
   }
 
-  std::future<Flushed> Flush(FileHandle file) override {
-    auto& flushing = flushing_[file];
-    if (!flushing) flushing = std::make_shared<Flushing>(Handle(file));
-    return flushing->Begin();
-  }
+  std::future<Flushed> Flush(FileHandle file) override { return FlushingOf(Handle(file))->Begin(); }
 
   bool Keep(FileHandle file, const std::string&) override {
     // A file system that knows no mark refuses to take it back as well.
@@ -205,7 +202,7 @@ class WindowsFiles : public Files {
   }
 
   bool Close(FileHandle file) override {
-    flushing_.erase(file);
+    EndFlushing(file);
     return Noted(CloseHandle(Handle(file)));
   }
 
@@ -227,15 +224,32 @@ class WindowsFiles : public Files {
   Failure LastFailure() override { return lastFailure_; }
 
  private:
+  /// What flushes a file, from now on.
+  std::shared_ptr<Flushing> FlushingOf(HANDLE file) {
+    const std::lock_guard lock(mutex_);
+    auto& flushing = flushing_[NumberOf(file)];
+    if (!flushing) flushing = std::make_shared<Flushing>(file);
+    return flushing;
+  }
+
+  void EndFlushing(FileHandle file) {
+    decltype(flushing_)::node_type ended;  // Outlives the lock, which is not held while it waits.
+    const std::lock_guard lock(mutex_);
+    ended = flushing_.extract(file);
+  }
+
   /// Takes down the system's last error unless a call has succeeded, and hands its answer on.
   bool Noted(BOOL done) {
     if (!done) lastFailure_ = FailureOf(GetLastError());
     return done;
   }
 
+  std::mutex mutex_;
   std::map<FileHandle, std::shared_ptr<Flushing>> flushing_;
-  Failure lastFailure_;
+  static thread_local Failure lastFailure_;
 };
+
+thread_local Failure WindowsFiles::lastFailure_;
 
 }  // namespace
 
