@@ -2,7 +2,6 @@
 
 #include <dlgs.h>
 
-#include <cstdlib>
 #include <stdexcept>
 
 #include "forms/win32.h"
@@ -63,21 +62,6 @@ std::shared_ptr<void> Pause(const Window& window) {
   context.ContextFlags = CONTEXT_CONTROL;
   if (!GetThreadContext(thread.get(), &context)) throw std::runtime_error("The program goes on");
   return thread;
-}
-
-std::shared_ptr<void> CatchInTheMidst(const std::function<Window()>& begin,
-                                      const std::function<void()>& leave) {
-  // What is shown lags behind: a save may be nearer to its end than it says.
-  constexpr int kNearTheEnd = 50;
-  constexpr int kAttempts = 20;
-  for (int attempt = 0; attempt < kAttempts; ++attempt, leave()) {
-    const Window percentage = begin();
-    const auto percent = [&] { return std::atoi(percentage.Text().c_str()); };
-    Await("some percent", [&] { return percent() > 0; });
-    const auto pause = Pause(percentage);
-    if (percent() < kNearTheEnd) return pause;
-  }
-  throw std::runtime_error("Nothing was caught in its midst");
 }
 
 std::vector<Window> WindowsOf(DWORD process) {

@@ -48,11 +48,6 @@ std::vector<Window> WindowsOf(DWORD process);
 /// Has the program of a window stand still as long as the answer lives. What is posted meanwhile is
 /// there when it goes on.
 std::shared_ptr<void> Pause(const Window& window);
-/// The same in the midst of what `begin` begins, as the percentage that it answers shows. What has
-/// come too near to its end is left, and begun again.
-std::shared_ptr<void> CatchInTheMidst(const std::function<Window()>& begin,
-                                      const std::function<void()>& leave);
-
 /// A started program whose windows are worked from outside. It is ended with this object, if it
 /// still runs then.
 class Program {

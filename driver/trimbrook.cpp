@@ -3,6 +3,8 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <stdexcept>
 
 #include "forms/win32.h"
 
@@ -75,11 +77,6 @@ void Trimbrook::Drop(const std::vector<std::string>& paths) const {
   PostMessageW(main_.handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
 }
 
-void Trimbrook::OpenSource(const std::string& path) const {
-  AnswerSourceDialog(path);
-  AwaitSource(path);
-}
-
 void Trimbrook::AwaitSource(const std::string& path) const {
   Await("source " + path, [&] { return Text(IDC_frmTrimbrook_Text1) == path; });
 }
@@ -91,11 +88,6 @@ void Trimbrook::ChooseTarget(const std::string& path) const {
   if (exists) AnswerMessage(IDYES);
   dialog.AwaitGone();
   Await("target " + path, [&] { return !Text(IDC_frmTrimbrook_Text6).empty(); });
-}
-
-void Trimbrook::Prepare(const std::string& source, const std::string& target) const {
-  OpenSource(source);
-  ChooseTarget(target);
 }
 
 void Trimbrook::ChooseBlocks(int first, int last) const {
@@ -116,34 +108,15 @@ void Trimbrook::TypeTime(int firstBox, const std::vector<std::string>& time) con
   }
 }
 
-void Trimbrook::PressSaveToCd() const {
-  PostMessageW(main_.handle(), WM_COMMAND, MAKEWPARAM(IDC_frmTrimbrook_Command7, BN_CLICKED), 0);
-}
-
 Message Trimbrook::AnswerMessage(int button) const {
   Message message = Program::AnswerMessage(button);
   Settle();
   return message;
 }
 
-Message Trimbrook::MessageAfterClick(int id) const {
-  At(id).ClickAndGoOn();
-  return AnswerMessage();
-}
-
 Window Trimbrook::StartSave() const {
   At(IDC_frmTrimbrook_Command3).ClickAndGoOn();
   return AwaitShown(kSaveClass);
-}
-
-Window Trimbrook::Save() const {
-  StartSave();
-  return AwaitDone();
-}
-
-void Trimbrook::SaveAndLeave() const {
-  Save();
-  LeaveSave();
 }
 
 Window Trimbrook::AwaitDone() const {
@@ -155,11 +128,17 @@ Window Trimbrook::AwaitDone() const {
 }
 
 std::shared_ptr<void> Trimbrook::CatchSave() const {
-  return CatchInTheMidst([this] { return StartSave().Control(IDC_frmSaveFile_Label3); },
-                         [this] {
-                           AwaitDone();
-                           LeaveSave();
-                         });
+  // What is shown lags behind: a save may be nearer to its end than it says.
+  constexpr int kNearTheEnd = 50;
+  constexpr int kAttempts = 20;
+  for (int attempt = 0; attempt < kAttempts; ++attempt, FinishSave()) {
+    const Window percentage = StartSave().Control(IDC_frmSaveFile_Label3);
+    const auto percent = [&] { return std::atoi(percentage.Text().c_str()); };
+    Await("some percent", [&] { return percent() > 0; });
+    auto pause = Pause(percentage);
+    if (percent() < kNearTheEnd) return pause;
+  }
+  throw std::runtime_error("No save was caught in its midst");
 }
 
 void Trimbrook::AwaitGone(const std::string& className) const {

@@ -45,30 +45,47 @@ class Trimbrook : public Program {
   /// Drops files onto the main window.
   void Drop(const std::vector<std::string>& paths) const;
   /// Opens a recording that the program takes.
-  void OpenSource(const std::string& path) const;
+  void OpenSource(const std::string& path) const {
+    AnswerSourceDialog(path);
+    AwaitSource(path);
+  }
   /// Waits until this recording is open, or none.
   void AwaitSource(const std::string& path) const;
   /// Chooses a target; a file of this name is agreed to be replaced.
   void ChooseTarget(const std::string& path) const;
   /// Both.
-  void Prepare(const std::string& source, const std::string& target) const;
+  void Prepare(const std::string& source, const std::string& target) const {
+    OpenSource(source);
+    ChooseTarget(target);
+  }
   /// Narrows the range by the sliders' keys.
   void ChooseBlocks(int first, int last) const;
   /// Types hours, minutes and seconds into the fields of the custom range, of which the first is
   /// given.
   void TypeTime(int firstBox, const std::vector<std::string>& time) const;
   /// Presses the hidden "Save To CD".
-  void PressSaveToCd() const;
+  void PressSaveToCd() const {
+    PostMessageW(main_.handle(), WM_COMMAND, IDC_frmTrimbrook_Command7, 0);
+  }
   /// Answers a message box with the button of this id, and waits for what follows.
   Message AnswerMessage(int button = IDOK) const;
   /// The one message box that a click opens, answered.
-  Message MessageAfterClick(int id) const;
+  Message MessageAfterClick(int id) const {
+    At(id).ClickAndGoOn();
+    return AnswerMessage();
+  }
   /// Presses "Save File"; the progress window.
   Window StartSave() const;
   /// Saves to the end; the progress window in its finished look.
-  Window Save() const;
+  Window Save() const {
+    StartSave();
+    return AwaitDone();
+  }
   /// Saves to the end and leaves the progress window.
-  void SaveAndLeave() const;
+  void SaveAndLeave() const {
+    StartSave();
+    FinishSave();
+  }
   /// Waits until the progress window has its finished look.
   Window AwaitDone() const;
   /// Saves, again and again if need be, until a save is caught: it stands still in its midst as
@@ -78,6 +95,11 @@ class Trimbrook : public Program {
   void AwaitGone(const std::string& className) const;
   /// Leaves the progress window by its last button.
   void LeaveSave() const;
+  /// The same when the save that is under way is done.
+  void FinishSave() const {
+    AwaitDone();
+    LeaveSave();
+  }
 
  private:
   FileDialog OpenDialog(int button) const;

@@ -27,7 +27,7 @@ BOOL CALLBACK AddToWindows(HWND handle, LPARAM windows) {
 LRESULT Window::Ask(UINT message, WPARAM wParam, LPARAM lParam) const {
   DWORD_PTR answer = 0;
   if (!SendMessageTimeoutW(handle_, message, wParam, lParam, SMTO_NORMAL, kPatience, &answer) &&
-      Exists())
+      IsWindow(handle_))
     throw std::runtime_error("No answer to message " + std::to_string(message));
   return static_cast<LRESULT>(answer);
 }

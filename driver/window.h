@@ -33,7 +33,6 @@ class Window {
   explicit Window(HWND handle) : handle_(handle) {}
 
   HWND handle() const { return handle_; }
-  bool Exists() const { return IsWindow(handle_) != FALSE; }
   bool IsShown() const { return IsWindowVisible(handle_) != FALSE; }
   bool IsEnabled() const { return IsWindowEnabled(handle_) != FALSE; }
   bool IsUsable() const { return IsShown() && IsEnabled(); }

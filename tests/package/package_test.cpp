@@ -86,8 +86,7 @@ TEST(Package, InstallsUpdatesAndGoes) {
     auto pause = program.CatchSave();
     EXPECT_EQ(ExitCodeOf(kSetup), kAborted);
     pause.reset();
-    program.AwaitDone();
-    program.LeaveSave();
+    program.FinishSave();
     EXPECT_TRUE(HoldsBlocks(InWork("long.60D"), recording, 1, kLongBlocks));
     EXPECT_NE(Read(changed), notice);
 

@@ -1,5 +1,5 @@
 // What the kinds of controls do that Windows' own do not.
-#include <array>
+#include <algorithm>
 #include <set>
 
 #include "driver/window.h"
@@ -16,18 +16,23 @@ std::string ClipPath() {
   return program.substr(0, program.rfind('\\')) + "\\..\\..\\..\\windows\\FILECOPY.avi";
 }
 
-/// Pixels of a window that are not of its background.
-int Marked(HWND window) {
-  RECT client = {};
-  GetClientRect(window, &client);
+/// The pixels of a part of a window, row by row.
+std::vector<COLORREF> Pixels(HWND window, const RECT& part) {
   UpdateWindow(window);
   const HDC screen = GetDC(window);
-  const COLORREF ground = GetPixel(screen, 4, 4);
-  int marked = 0;
-  for (int y = 4; y < client.bottom - 4; ++y)
-    for (int x = 4; x < client.right - 4; ++x) marked += GetPixel(screen, x, y) != ground;
+  std::vector<COLORREF> colors;
+  for (int y = part.top; y < part.bottom; ++y)
+    for (int x = part.left; x < part.right; ++x) colors.push_back(GetPixel(screen, x, y));
   ReleaseDC(window, screen);
-  return marked;
+  return colors;
+}
+
+/// Pixels of a window that are not of its background.
+auto Marked(HWND window) {
+  RECT client = {};
+  GetClientRect(window, &client);
+  const auto pixels = Pixels(window, {4, 4, client.right - 4, client.bottom - 4});
+  return std::ranges::count_if(pixels, [&](COLORREF pixel) { return pixel != pixels.front(); });
 }
 
 // At twice the resolution with four times the pixels, and grey with more than one colour.
@@ -38,21 +43,15 @@ TEST_F(FormsTest, PicturesGrowWithTheirControlsAndGoPaleWithThem) {
   clip.SetVisible(true);
   ASSERT_TRUE(clip.Open(ClipPath()));
   progress.Show();
-  const int usual = Marked(clip.window());
+  const auto usual = Marked(clip.window());
   EXPECT_GT(usual, 100);
-  const RECT suggested = {10, 10, 500, 500};
-  SendMessageW(progress.window(), WM_DPICHANGED, MAKELONG(192, 192),
-               reinterpret_cast<LPARAM>(&suggested));
+  ChangeDpi(progress, 192);
   EXPECT_GT(Marked(clip.window()), 3 * usual);
 
   const HWND button = form.ControlById(IDC_frmTrimbrook_Command1).window();
   const auto colors = [&] {
-    UpdateWindow(button);
-    std::set<COLORREF> seen;
-    const HDC screen = GetDC(button);
-    for (int i = 0; i < 16 * 16; ++i) seen.insert(GetPixel(screen, 9 + i % 16, 5 + i / 16));
-    ReleaseDC(button, screen);
-    return seen.size();
+    const auto pixels = Pixels(button, {9, 5, 25, 21});
+    return std::set(pixels.begin(), pixels.end()).size();
   };
   EXPECT_GT(colors(), 5u);
   form.ControlById(IDC_frmTrimbrook_Command1).SetEnabled(false);
@@ -79,20 +78,12 @@ TEST_F(FormsTest, AsksForTheTextOfATipWhenItIsToShow) {
 
 TEST_F(FormsTest, ShowsTheFocusOfABoxWithoutACaption) {
   const HWND box = form.Cameras(0).window();
-  const auto pixels = [&] {
-    UpdateWindow(box);
-    const HDC screen = GetDC(box);
-    std::array<COLORREF, 15 * 19> colors;
-    for (int i = 0; i < 15 * 19; ++i)
-      colors[static_cast<std::size_t>(i)] = GetPixel(screen, i % 15, i / 15);
-    ReleaseDC(box, screen);
-    return colors;
-  };
-  const auto before = pixels();
+  const RECT part = {0, 0, 15, 19};
+  const auto before = Pixels(box, part);
   form.Cameras(0).SetFocus();
-  EXPECT_NE(pixels(), before);
+  EXPECT_NE(Pixels(box, part), before);
   form.Save.SetFocus();
-  EXPECT_EQ(pixels(), before);
+  EXPECT_EQ(Pixels(box, part), before);
 }
 
 TEST_F(FormsTest, ALabelIsPartOfItsBox) {

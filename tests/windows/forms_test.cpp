@@ -9,9 +9,7 @@ using layout::Kind;
 
 TEST_F(FormsTest, PlacesControlsRelativeToTheirFramesAtAnyDpi) {
   for (const int dpi : {96, 144, 192}) {
-    const RECT suggested = {10, 10, 500, 500};
-    SendMessageW(form.window(), WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
-                 reinterpret_cast<LPARAM>(&suggested));
+    ChangeDpi(form, dpi);
     RECT place = {};
     GetWindowRect(form.Hour.window(), &place);
     MapWindowPoints(nullptr, form.window(), reinterpret_cast<POINT*>(&place), 2);
@@ -28,8 +26,7 @@ TEST_F(FormsTest, PlacesControlsRelativeToTheirFramesAtAnyDpi) {
     EXPECT_LE(text.bottom - form.place().LineHeight() - 2 * HIWORD(first), 2) << dpi;
     for (const int width : {3450, 2300}) {
       form.Calendar.SetWidth(width);
-      SendMessageW(form.window(), WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
-                   reinterpret_cast<LPARAM>(&suggested));
+      ChangeDpi(form, dpi);
       RECT least = {}, room = {};
       SendMessageW(form.Calendar.window(), MCM_GETMINREQRECT, 0, reinterpret_cast<LPARAM>(&least));
       GetClientRect(form.Calendar.window(), &room);
@@ -38,35 +35,27 @@ TEST_F(FormsTest, PlacesControlsRelativeToTheirFramesAtAnyDpi) {
   }
 }
 
-const auto kWarning = reinterpret_cast<LONG_PTR>(IDI_WARNING);
-const auto kError = reinterpret_cast<LONG_PTR>(IDI_ERROR);
-const auto kQuestion = reinterpret_cast<LONG_PTR>(IDI_QUESTION);
-
 TEST_F(FormsTest, ABoxHasTheIconThatFits) {
-  static LONG_PTR icon;
+  static LRESULT shown;
   const auto answer = [](HWND, UINT, UINT_PTR timer, DWORD) {
     const HWND box = FindWindowW(L"#32770", nullptr);
     if (!box) return;
     KillTimer(nullptr, timer);
-    LRESULT shown = 0;
     for (HWND text = nullptr; !shown && (text = FindWindowExW(box, text, L"Static", nullptr));)
       shown = SendMessageW(text, STM_GETICON, 0, 0);
-    for (const LONG_PTR known : {kWarning, kError, kQuestion})
-      if (reinterpret_cast<LRESULT>(LoadIconW(nullptr, MAKEINTRESOURCEW(known))) == shown)
-        icon = known;
     PostMessageW(box, WM_COMMAND, GetDlgItem(box, IDNO) ? IDNO : IDCANCEL, 0);
   };
-  const auto iconOf = [&](const auto& show) {
-    icon = 0;
+  const auto expect = [&](LPCWSTR icon, const auto& show) {
+    shown = 0;
     SetTimer(nullptr, 0, 20, answer);
     show();
-    return icon;
+    EXPECT_EQ(shown, reinterpret_cast<LRESULT>(LoadIconW(nullptr, icon)));
   };
-  EXPECT_EQ(iconOf([&] { form.ShowMessage("refused"); }), kWarning);
-  EXPECT_EQ(iconOf([&] { form.ShowMessage("failed", Tone::kError); }), kError);
-  EXPECT_EQ(iconOf([&] { form.ShowApplicationMessage("failed"); }), kError);
-  EXPECT_EQ(iconOf([&] { form.AskYesNo("sure?"); }), kQuestion);
-  EXPECT_EQ(iconOf([&] { form.AskYesNoCancel("sure?"); }), kQuestion);
+  expect(IDI_WARNING, [&] { form.ShowMessage("refused"); });
+  expect(IDI_ERROR, [&] { form.ShowMessage("failed", Tone::kError); });
+  expect(IDI_ERROR, [&] { form.ShowApplicationMessage("failed"); });
+  expect(IDI_QUESTION, [&] { form.AskYesNo("sure?"); });
+  expect(IDI_QUESTION, [&] { form.AskYesNoCancel("sure?"); });
 }
 
 TEST_F(FormsTest, ShowsAndEnablesAControlOnlyWhileItsFramesAre) {

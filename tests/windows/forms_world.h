@@ -53,6 +53,13 @@ class TestForm : public Form {
   }
 };
 
+/// Moves a form to a display of this resolution.
+inline void ChangeDpi(const Form& form, int dpi) {
+  const RECT suggested = {10, 10, 500, 500};
+  SendMessageW(form.window(), WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
+               reinterpret_cast<LPARAM>(&suggested));
+}
+
 using Controls = std::vector<const Control*>;
 
 class FormsTest : public testing::Test {

@@ -143,12 +143,10 @@ TEST_F(Range, ASaveAsksAboutTimesThatWereNotConfirmed) {
 
   program_.TypeTime(IDC_frmTrimbrook_Text11, {"15", "7", "0"});
   answer(IDNO, false);
-  program_.AwaitDone();
-  program_.LeaveSave();
+  program_.FinishSave();
   EXPECT_TRUE(HoldsBlocks(target, path_, 1, 3));
   answer(IDYES, false);
-  program_.AwaitDone();
-  program_.LeaveSave();
+  program_.FinishSave();
   EXPECT_TRUE(HoldsBlocks(target, path_, 1, 2));
   program_.SaveAndLeave();
   program_.TypeTime(IDC_frmTrimbrook_Text11, {"15", "6", "0"});

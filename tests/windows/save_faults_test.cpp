@@ -120,8 +120,7 @@ TEST_P(SaveFaults, ATargetThatIsReadMeanwhileIsReplacedWhenItIsLetGo) {
   const Window words = program_.AwaitShown("frmSaveFile").Control(IDC_frmSaveFile_Label2);
   Await("patience", [&] { return words.Text() == "The file name is in use. Trying again ..."; });
   reader.close();
-  program_.AwaitDone();
-  program_.LeaveSave();
+  program_.FinishSave();
   ExpectLongSaved(GetParam(), target);
 }
 
@@ -138,8 +137,7 @@ TEST_P(SaveFaults, ASourceThatGoesOrGrowsInTheMidstIsSavedAsItWas) {
       return goes ? !FileExists(source) : Read(source, kLongBlocks * kBlock) == "more";
     });
     pause.reset();
-    program_.AwaitDone();
-    program_.LeaveSave();
+    program_.FinishSave();
     ExpectLongSaved(GetParam(), target);
   }
 }

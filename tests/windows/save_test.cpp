@@ -68,6 +68,11 @@ TEST_F(Save, GivesTheBytesThatTheCommandGives) {
                             byCommand + "\" --blocks 1-2 --cameras " + cameras);
       EXPECT_EQ(command.AwaitEnd(), 0u);
       EXPECT_TRUE(Read(byWindow) == Read(byCommand));
+      if (cameras != "1") continue;
+      // What was rebuilt, one short block, is opened as any other.
+      program_.OpenSource(byWindow);
+      EXPECT_THAT((std::vector{program_.First(), program_.Last()}), testing::Each(1));
+      EXPECT_EQ(program_.EnabledCameras().front(), 1);
     }
 }
 
