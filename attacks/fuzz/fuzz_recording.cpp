@@ -134,9 +134,10 @@ class HostileRecording {
       tools::Victim victim = {layout, begin, random};
       return kinds[kind].apply(victim);
     }
-    // Some bytes of the trailer, or of what lies at the edges of a sector: tails and texts.
+    // Some bytes of the trailer's header and its first entries, or of what lies at the edges of a
+    // sector: tails and texts.
     const int place = data.ConsumeBool()
-                          ? layout.trailer + data.ConsumeIntegralInRange(0, layout.trailerBytes - 5)
+                          ? layout.trailer + data.ConsumeIntegralInRange(0, 2 * layout.list)
                           : data.ConsumeIntegralInRange(0, 255) * kSectorBytes +
                                 data.PickValueInArray({0, 4, 8, 456, 460, 464});
     const std::string junk =
@@ -198,10 +199,11 @@ struct Run {
   void Save() {
     const SaveResult result = RunSave(world.system, progress, job);
     Demand(result.end != SaveEnd::kFault, "nothing happens that no one foresaw");
-    if (result.end != SaveEnd::kSaved)
-      Demand(disk.Bytes(kTarget).value_or("old") == "old", "no half file is left");
-    else
-      job.mode == SaveJob::Mode::kWholeBlocks ? DemandBlocks() : DemandImages(result);
+    const bool isSaved = result.end == SaveEnd::kSaved;
+    Demand(isSaved || disk.Bytes(kTarget).value_or("old") == "old", "no half file is left");
+    if (isSaved && job.mode == SaveJob::Mode::kWholeBlocks) return DemandBlocks();
+    if (isSaved) DemandImages(result, ImagesOf(disk.View(kTarget), recording.is20D));
+    if (result.end == SaveEnd::kNoImages) DemandImages(result, {});
   }
 
   void DemandBlocks() const {
@@ -216,9 +218,8 @@ struct Run {
   }
 
   /// What is damaged is judged, too, unless a part of the last block is gone.
-  void DemandImages(const SaveResult& result) const {
+  void DemandImages(const SaveResult& result, const std::vector<tools::Image>& stored) const {
     if (!recording.isSound && size % kBlock != 0) return;
-    const auto stored = ImagesOf(disk.View(kTarget), recording.is20D);
     auto next = stored.begin();
     std::int64_t lost = 0;
     for (int number = job.firstBlock; number <= job.lastBlock; ++number) {
