@@ -49,13 +49,6 @@ TEST(Demonstration, MainJob) {
   Show("Chose cameras 1 and 3");
   SaveAs(program, InWork("cameras.60D"), "cameras 1 and 3, rebuilt");
   CheckLater({"--compare", wavelet, "--cameras", "1,3", "--blocks", "2-3", InWork("cameras.60D")});
-
-  const std::string pictures = Recording("sample.20D");
-  program.OpenSource(pictures);
-  program.ChooseCameras({2});
-  Show("Opened sample.20D and chose camera 2");
-  SaveAs(program, InWork("pictures.20D"), "camera 2, rebuilt");
-  CheckLater({"--compare", pictures, "--cameras", "2", InWork("pictures.20D")});
 }
 
 }  // namespace
