@@ -18,14 +18,6 @@ std::filesystem::path PathOf(const std::string& path) {
 
 }  // namespace
 
-std::string Recording(const std::string& name) {
-  return kRecordings + name;
-}
-
-std::string InWork(const std::string& name) {
-  return kWork + name;
-}
-
 bool FileExists(const std::string& path) {
   return GetFileAttributesW(forms::Wide(path).c_str()) != INVALID_FILE_ATTRIBUTES;
 }

@@ -18,9 +18,13 @@ inline constexpr std::uint64_t kBlock = 2 * 1024 * 1024;
 inline constexpr int kLongBlocks = 100;
 
 /// A recording made for these tests.
-std::string Recording(const std::string& name);
+inline std::string Recording(const std::string& name) {
+  return kRecordings + name;
+}
 /// A path for a file that a test makes.
-std::string InWork(const std::string& name);
+inline std::string InWork(const std::string& name) {
+  return kWork + name;
+}
 
 bool FileExists(const std::string& path);
 /// Names of the files that match a pattern with a star.

@@ -116,6 +116,5 @@ inline constexpr const char* kSourceDialog = "Select Source File";
 inline constexpr const char* kTargetDialog = "Save New File";
 inline constexpr const char* kDone = "File saving has been done!";
 inline constexpr const char* kNoSource = "Please select the source file first!";
-inline constexpr const char* kInvalidSource = "This file is not a valid source file!";
 
 }  // namespace driver

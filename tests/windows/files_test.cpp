@@ -95,7 +95,7 @@ TEST(Source, OpensWhatIsHandedToItIfItEndsAsARecording) {
   for (const std::uint64_t size : {kBlock, 2 * kBlock + 1}) {
     Resize(blocks, size);
     program.Drop({blocks});
-    EXPECT_EQ(program.AnswerMessage(), Refusal(kInvalidSource)) << size;
+    EXPECT_EQ(program.AnswerMessage(), Refusal("This file is not a valid source file!")) << size;
     program.AwaitSource("");
   }
   Resize(blocks, 2 * kBlock);
@@ -156,8 +156,6 @@ TEST(LongSource, CanBeStoppedAndKeepsItsCamerasWhenTheirCheckIs) {
   Resize(path, 0);
 }
 
-constexpr const char* kNoTarget = "Please select the target file first!";
-constexpr const char* kNoCamera = "Please select at least one camera!";
 constexpr const char* kNoSpace = "There is not enough space on the disk for the selected file!";
 
 class Target : public testing::Test {
@@ -226,10 +224,12 @@ TEST_F(Target, CamerasAreThoseOfTheRangeThatWasLookedAtLast) {
   for (int block = 0; block < 2; ++block)  // Camera 3 is in the last block only.
     Patch(source, block * kBlock + 0x1FFC00 + 19, "\x03");
   program_.OpenSource(source);
-  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoTarget));
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3),
+            Refusal("Please select the target file first!"));
   program_.ChooseTarget(target);
   program_.At(IDC_frmTrimbrook_cmdClear).Click();
-  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3), Refusal(kNoCamera));
+  EXPECT_EQ(program_.MessageAfterClick(IDC_frmTrimbrook_Command3),
+            Refusal("Please select at least one camera!"));
   program_.At(IDC_frmTrimbrook_cmdSet).Click();
   program_.ChooseBlocks(1, 2);
   EXPECT_THAT(program_.EnabledCameras(), ElementsAre(1, 2, 3));

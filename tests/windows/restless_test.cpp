@@ -20,10 +20,6 @@ bool IsForm(const Window& window) {
   return window.ClassName().starts_with("frm");
 }
 
-void Press(const Window& window, int button) {
-  if (const HWND handle = GetDlgItem(window.handle(), button)) PostMessageW(handle, BM_CLICK, 0, 0);
-}
-
 /// Does anything that a user can do, in an order that a seed settles.
 class RestlessUser {
  public:
@@ -40,7 +36,7 @@ class RestlessUser {
     last_ = front.Text();
     const bool isMain = front.handle() == program_->main().handle();
     if (FileDialog::Is(front))
-      Chance(20) ? Press(front, IDCANCEL) : AcceptFile(front);
+      Chance(20) ? PressAnyButton(front) : AcceptFile(front);
     else if (isMain && Chance(15))
       program_->At(IDC_frmTrimbrook_Command1).ClickAndGoOn();
     else if (isMain && Chance(4))
