@@ -59,7 +59,7 @@ tools::Image NextImage(FuzzedDataProvider& data, const tools::Layout& layout, st
   // Up to the trailer, or of any size. Two in a recording, which need not fit one new block, tell
   // all, and take the time of hundreds of small ones; bytes that are not there, which read as 0,
   // make none.
-  if (large > 0 && data.ConsumeIntegralInRange(0, 15) >= 8) {
+  if (large > 0 && data.ConsumeIntegralInRange(0, 15) >= 14) {
     --large;
     const int all = std::max(1, Builder().FreeSectors() - parts);
     sectors = image.tail && data.ConsumeBool() ? all : data.ConsumeIntegralInRange(1, 2000);
