@@ -6,6 +6,12 @@
 
 #include "forms/win32.h"
 
+// All threads of a process: one of them has the windows, another one saves.
+extern "C" {
+LONG NTAPI NtSuspendProcess(HANDLE process);
+LONG NTAPI NtResumeProcess(HANDLE process);
+}
+
 namespace driver {
 namespace {
 
@@ -50,18 +56,14 @@ void FileDialog::AwaitGone() const {
 }
 
 std::shared_ptr<void> Pause(const Window& window) {
-  std::shared_ptr<void> thread(OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT, FALSE,
-                                          GetWindowThreadProcessId(window.handle(), nullptr)),
-                               [](HANDLE paused) {
-                                 ResumeThread(paused);
-                                 CloseHandle(paused);
-                               });
-  SuspendThread(thread.get());
-  // This comes back when the thread really stands.
-  CONTEXT context = {};
-  context.ContextFlags = CONTEXT_CONTROL;
-  if (!GetThreadContext(thread.get(), &context)) throw std::runtime_error("The program goes on");
-  return thread;
+  DWORD id = 0;
+  GetWindowThreadProcessId(window.handle(), &id);
+  const HANDLE program = OpenProcess(PROCESS_SUSPEND_RESUME, FALSE, id);
+  if (NtSuspendProcess(program) != 0) throw std::runtime_error("The program goes on");
+  return {program, [](HANDLE paused) {
+            NtResumeProcess(paused);
+            CloseHandle(paused);
+          }};
 }
 
 std::vector<Window> WindowsOf(DWORD process) {
