@@ -1,10 +1,11 @@
 #include "save/background_save.h"
 
 #include <chrono>
+#include <utility>
 
 namespace {
 
-/// How often messages run, and what was done is shown.
+/// How often messages run, and what was done is shown, while nothing is asked.
 constexpr std::chrono::milliseconds kBreath{15};
 
 }  // namespace
@@ -13,42 +14,46 @@ BackgroundSave::BackgroundSave(platform::Core& system, SaveJob job)
     : save_(std::async(std::launch::async, [this, &system, job = std::move(job)] {
         SaveResult result = RunSave(system, *this, job);
         const std::lock_guard lock(mutex_);
-        hasEnded_ = true;
+        news_.isLast = true;
         changed_.notify_all();
         return result;
       })) {}
 
-bool BackgroundSave::Show(SaveProgress& progress) {
-  const News news = Take();
+SaveResult BackgroundSave::Watch(SaveProgress& progress) {
+  for (News news; !news.isLast;) {
+    news = Take();
+    Show(news, progress);
+    if (!news.isLast) Answer(news, progress.GoOn());
+  }
+  return save_.get();
+}
+
+void BackgroundSave::Show(const News& news, SaveProgress& progress) {
   if (news.hourglass != std::exchange(shownHourglass_, news.hourglass))
     progress.ShowHourglass(news.hourglass);
   if (news.total > 0) progress.ShowBlocksDone(news.done, news.total);
-  if (news.message) {
-    progress.ShowBlockMessage(*news.message);
-    const std::lock_guard lock(mutex_);
-    isAsking_ = false;
-    changed_.notify_all();
-  }
-  return !news.isLast;
+  if (!news.message.empty()) progress.ShowBlockMessage(news.message);
 }
 
 BackgroundSave::News BackgroundSave::Take() {
   std::unique_lock lock(mutex_);
-  changed_.wait_for(lock, kBreath, [this] { return hasEnded_ || news_.message; });
-  if (isCancelled_) news_.message.reset();  // There may be no window left to show it.
-  news_.hourglass = hourglass_;
-  news_.isLast = hasEnded_;
-  return std::exchange(news_, {});
+  changed_.wait_for(lock, kBreath, [this] { return news_.isAsked || news_.isLast; });
+  if (isCancelled_) news_.message.clear();  // There may be no window left to show it.
+  News news = news_;
+  news_.total = 0;
+  news_.message.clear();
+  return news;
 }
 
-void BackgroundSave::Cancel() {
+void BackgroundSave::Answer(const News& news, bool goOn) {
   const std::lock_guard lock(mutex_);
-  isCancelled_ = true;
+  if (!goOn) isCancelled_ = true;
+  if (news.isAsked) news_.isAsked = false;
   changed_.notify_all();
 }
 
 void BackgroundSave::End() {
-  Cancel();
+  Answer({}, false);
   if (save_.valid()) save_.wait();
 }
 
@@ -59,14 +64,19 @@ void BackgroundSave::ShowBlocksDone(std::int32_t done, std::int32_t total) {
 }
 
 void BackgroundSave::ShowBlockMessage(const std::string& text) {
-  std::unique_lock lock(mutex_);
-  news_.message = text;
-  isAsking_ = true;
-  changed_.notify_all();
-  changed_.wait(lock, [this] { return !isAsking_ || isCancelled_; });
+  Ask(text);
 }
 
 void BackgroundSave::ShowHourglass(bool on) {
   const std::lock_guard lock(mutex_);
-  hourglass_ = on;
+  news_.hourglass = on;
+}
+
+bool BackgroundSave::Ask(const std::string& message) {
+  std::unique_lock lock(mutex_);
+  news_.message = message;
+  news_.isAsked = true;
+  changed_.notify_all();
+  changed_.wait(lock, [this] { return !news_.isAsked || isCancelled_; });
+  return !isCancelled_;
 }

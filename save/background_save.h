@@ -1,20 +1,17 @@
 #pragma once
 
-#include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <future>
 #include <mutex>
-#include <optional>
 #include <string>
-#include <utility>
 
 #include "platform/platform.h"
 #include "save/operations.h"
 #include "save/save_progress.h"
 
 /// A save on a thread of its own: for however long a disk keeps it waiting, the windows answer. The
-/// thread that has them shows here what it does, and alone decides that it is cancelled.
+/// thread that has them watches it, and decides whether it goes on.
 class BackgroundSave : private SaveProgress {
  public:
   /// Begins it. `system` outlives it; its files may be used by several threads.
@@ -24,40 +21,39 @@ class BackgroundSave : private SaveProgress {
   BackgroundSave(const BackgroundSave&) = delete;
   BackgroundSave& operator=(const BackgroundSave&) = delete;
 
-  /// Waits for a breath, or until it has ended or has a message, and shows at `progress` what it
-  /// has done meanwhile. False once it has ended.
-  bool Show(SaveProgress& progress);
-  /// Cancels it: it ends as soon as its disks let it.
-  void Cancel();
+  /// Shows at `progress` what it does until it has ended, and lets messages run there; cancels it
+  /// when it is not to go on. Its answer.
+  SaveResult Watch(SaveProgress& progress);
   /// Cancels it and waits until it has ended: what was not whole is removed then.
   void End();
-  /// Its answer, once, when it has ended.
-  SaveResult Result() { return save_.get(); }
 
  private:
   /// What was done since it was shown last.
   struct News {
     std::int32_t done = 0;  ///< Blocks, of `total`; 0 for no other than before.
     std::int32_t total = 0;
-    std::optional<std::string> message;  ///< Waits for its answer.
+    std::string message;  ///< Empty for none.
     bool hourglass = false;
-    bool isLast = false;  ///< The save has ended.
+    bool isAsked = false;  ///< The save waits for an answer.
+    bool isLast = false;   ///< The save has ended.
   };
+  /// Waits for a breath, or until it asks something or has ended.
   News Take();
+  void Show(const News& news, SaveProgress& progress);
+  void Answer(const News& news, bool goOn);
 
   // SaveProgress, for the thread that saves.
   void ShowBlocksDone(std::int32_t done, std::int32_t total) override;
   void ShowBlockMessage(const std::string& text) override;
   void ShowHourglass(bool on) override;
-  bool GoOn() override { return !isCancelled_; }
+  /// What was pressed by now counts: the windows' messages have run when this answers.
+  bool GoOn() override { return Ask({}); }
+  bool Ask(const std::string& message);
 
   std::mutex mutex_;
   std::condition_variable changed_;
   News news_;
-  bool isAsking_ = false;   ///< A message has not been answered.
-  bool hourglass_ = false;  ///< Is to be seen.
-  bool hasEnded_ = false;
-  std::atomic<bool> isCancelled_ = false;
+  bool isCancelled_ = false;
   bool shownHourglass_ = false;  ///< For the thread that shows.
   std::future<SaveResult> save_;
 };

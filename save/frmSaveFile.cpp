@@ -26,8 +26,6 @@ constexpr double kSomeCamerasPercent = 97;
 // No more is shown than a person can see.
 constexpr milliseconds kBetweenPercents{40};
 constexpr milliseconds kBetweenWords{1000};
-// Of a short save each block is to be seen.
-constexpr std::int32_t kFewBlocks = 20;
 
 constexpr char kAllFiles[] = "All Files (*.*)|*.*";
 
@@ -68,9 +66,7 @@ SaveResult frmSaveFile::SaveAsChosen() {
   const ScopedFlag saving(blnSaving);
   const forms::SystemHold hold(window());
   save_.emplace(system_, mainWindow_.ChosenJob());
-  while (save_->Show(*this))
-    if (!GoOn()) save_->Cancel();
-  const SaveResult result = save_->Result();
+  const SaveResult result = save_->Watch(*this);
   save_.reset();
   return result;
 }
@@ -151,7 +147,7 @@ void frmSaveFile::ShowBlocksDone(std::int32_t done, std::int32_t total) {
   const double share = static_cast<double>(done) / total;
   percent_ = share * (blnSomeCameras ? kSomeCamerasPercent : kBlocksPercent);
   const TimeLeft::Time now = system_.clock.Now();
-  if (total > kFewBlocks && done < total && now - shownAt_ < kBetweenPercents) return;
+  if (done < total && now - shownAt_ < kBetweenPercents) return;
   shownAt_ = now;
   ShowPercent();
   ShowTimeLeft(now, share);

@@ -1,8 +1,5 @@
 #include "save/background_save.h"
 
-#include <functional>
-#include <optional>
-
 #include "tests/save/save_world.h"
 
 namespace {
@@ -17,34 +14,37 @@ SaveJob AskingJob(SaveWorld& save) {
   return save.job;
 }
 
-/// Shows a save to its end, as a window does: cancels it once `progress` says so.
-SaveEnd Watch(BackgroundSave& save, FakeProgress& progress) {
-  while (save.Show(progress))
-    if (!progress.GoOn()) save.Cancel();
-  return save.Result().end;
-}
-
 TEST(BackgroundSave, ShowsAllThatItDoesToTheThreadThatHasTheWindows) {
   SaveWorld save;
   BackgroundSave running(save.world.system, AskingJob(save));
-  EXPECT_EQ(Watch(running, save.progress), SaveEnd::kSaved);
+  EXPECT_EQ(running.Watch(save.progress).end, SaveEnd::kSaved);
   EXPECT_EQ(save.progress.done, 2);
   EXPECT_THAT(save.progress.messages, testing::ElementsAre("Error reading file ..."));
   save.ExpectNothingLeft();
 }
 
-/// Each way to stop it while it waits for what it has asked to be answered.
-TEST(BackgroundSave, LeavesTheOldFileWhenItIsStopped) {
-  const std::function<void(std::optional<BackgroundSave>&)> ways[] = {
-      [](auto& save) { save->Cancel(); },
-      [](auto& save) { save->End(); },
-      [](auto& save) { save.reset(); },
-  };
-  for (const auto& stop : ways) {
+/// What is pressed before the file takes its name counts, however fast the save is.
+TEST(BackgroundSave, IsCancelledAfterItsLastBlock) {
+  SaveWorld save;
+  save.progress.cancelBefore = 3;
+  save.job = AskingJob(save);
+  save.disk.fault = {};
+  EXPECT_EQ(BackgroundSave(save.world.system, save.job).Watch(save.progress).end,
+            SaveEnd::kCancelled);
+  save.ExpectRefusal("");
+}
+
+/// The session ends, or the window is gone, while a message waits for its answer.
+TEST(BackgroundSave, LeavesTheOldFileWhenItIsEnded) {
+  for (const bool isWatched : {false, true}) {
     SaveWorld save;
-    std::optional<BackgroundSave> running(std::in_place, save.world.system, AskingJob(save));
-    stop(running);
-    if (running) EXPECT_EQ(Watch(*running, save.progress), SaveEnd::kCancelled);
+    {
+      BackgroundSave running(save.world.system, AskingJob(save));
+      if (isWatched) {
+        running.End();
+        EXPECT_EQ(running.Watch(save.progress).end, SaveEnd::kCancelled);
+      }
+    }
     save.ExpectRefusal("");
   }
 }
