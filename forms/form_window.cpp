@@ -168,7 +168,7 @@ std::optional<LRESULT> Form::OnSystemCommand(WPARAM command, LPARAM key) {
   // Windows would leave a disabled window as it is, and what is above it behind other programs.
   if (command == SC_RESTORE && !IsWindowEnabled(window_)) {
     ShowWindow(window_, SW_RESTORE);
-    SetForegroundWindow(GetWindow(window_, GW_ENABLEDPOPUP));
+    SetForegroundWindow(GetLastActivePopup(window_));
     return 0;
   }
   return {};
