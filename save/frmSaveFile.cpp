@@ -66,7 +66,7 @@ SaveResult frmSaveFile::SaveAsChosen() {
   const ScopedFlag saving(blnSaving);
   const forms::SystemHold hold(window());
   save_.emplace(system_, mainWindow_.ChosenJob());
-  const SaveResult result = save_->Watch(*this);
+  SaveResult result = save_->Watch(*this);
   save_.reset();
   return result;
 }
