@@ -14,41 +14,41 @@ BackgroundSave::BackgroundSave(platform::Core& system, SaveJob job)
     : save_(std::async(std::launch::async, [this, &system, job = std::move(job)] {
         SaveResult result = RunSave(system, *this, job);
         const std::lock_guard lock(mutex_);
-        news_.isLast = true;
+        state_.isLast = true;
         changed_.notify_all();
         return result;
       })) {}
 
 SaveResult BackgroundSave::Watch(SaveProgress& progress) {
-  for (News news; !news.isLast;) {
-    news = Take();
-    Show(news, progress);
-    if (!news.isLast) Answer(news, progress.GoOn());
+  for (State state; !state.isLast;) {
+    state = Await();
+    Show(state, progress);
+    if (!state.isLast) Answer(state, progress.GoOn());
   }
   return save_.get();
 }
 
-void BackgroundSave::Show(const News& news, SaveProgress& progress) {
-  if (news.hourglass != std::exchange(shownHourglass_, news.hourglass))
-    progress.ShowHourglass(news.hourglass);
-  if (news.total > 0) progress.ShowBlocksDone(news.done, news.total);
-  if (!news.message.empty()) progress.ShowBlockMessage(news.message);
-}
-
-BackgroundSave::News BackgroundSave::Take() {
+BackgroundSave::State BackgroundSave::Await() {
   std::unique_lock lock(mutex_);
-  changed_.wait_for(lock, kBreath, [this] { return news_.isAsked || news_.isLast; });
-  if (isCancelled_) news_.message.clear();  // There may be no window left to show it.
-  News news = news_;
-  news_.total = 0;
-  news_.message.clear();
-  return news;
+  changed_.wait_for(lock, kBreath, [this] { return state_.isAsked || state_.isLast; });
+  if (isCancelled_) state_.message.clear();  // There may be no window left to show it.
+  return state_;
 }
 
-void BackgroundSave::Answer(const News& news, bool goOn) {
+void BackgroundSave::Show(const State& state, SaveProgress& progress) {
+  if (state.hourglass != shown_.hourglass) progress.ShowHourglass(state.hourglass);
+  if (state.done != shown_.done) progress.ShowBlocksDone(state.done, state.total);
+  if (!state.message.empty()) progress.ShowBlockMessage(state.message);
+  shown_ = state;
+}
+
+void BackgroundSave::Answer(const State& state, bool goOn) {
   const std::lock_guard lock(mutex_);
   if (!goOn) isCancelled_ = true;
-  if (news.isAsked) news_.isAsked = false;
+  if (state.isAsked) {
+    state_.isAsked = false;
+    state_.message.clear();
+  }
   changed_.notify_all();
 }
 
@@ -59,8 +59,8 @@ void BackgroundSave::End() {
 
 void BackgroundSave::ShowBlocksDone(std::int32_t done, std::int32_t total) {
   const std::lock_guard lock(mutex_);
-  news_.done = done;
-  news_.total = total;
+  state_.done = done;
+  state_.total = total;
 }
 
 void BackgroundSave::ShowBlockMessage(const std::string& text) {
@@ -69,14 +69,22 @@ void BackgroundSave::ShowBlockMessage(const std::string& text) {
 
 void BackgroundSave::ShowHourglass(bool on) {
   const std::lock_guard lock(mutex_);
-  news_.hourglass = on;
+  state_.hourglass = on;
+}
+
+bool BackgroundSave::GoOn() {
+  {
+    const std::lock_guard lock(mutex_);
+    if (state_.total == 0 || state_.done < state_.total) return !isCancelled_;
+  }
+  return Ask({});
 }
 
 bool BackgroundSave::Ask(const std::string& message) {
   std::unique_lock lock(mutex_);
-  news_.message = message;
-  news_.isAsked = true;
+  state_.message = message;
+  state_.isAsked = true;
   changed_.notify_all();
-  changed_.wait(lock, [this] { return !news_.isAsked || isCancelled_; });
+  changed_.wait(lock, [this] { return !state_.isAsked || isCancelled_; });
   return !isCancelled_;
 }

@@ -28,32 +28,33 @@ class BackgroundSave : private SaveProgress {
   void End();
 
  private:
-  /// What was done since it was shown last.
-  struct News {
-    std::int32_t done = 0;  ///< Blocks, of `total`; 0 for no other than before.
+  /// How far it is.
+  struct State {
+    std::int32_t done = 0;  ///< Blocks, of `total`.
     std::int32_t total = 0;
-    std::string message;  ///< Empty for none.
+    std::string message;  ///< Waits for its answer; empty for none.
     bool hourglass = false;
     bool isAsked = false;  ///< The save waits for an answer.
     bool isLast = false;   ///< The save has ended.
   };
   /// Waits for a breath, or until it asks something or has ended.
-  News Take();
-  void Show(const News& news, SaveProgress& progress);
-  void Answer(const News& news, bool goOn);
+  State Await();
+  void Show(const State& state, SaveProgress& progress);
+  void Answer(const State& state, bool goOn);
 
   // SaveProgress, for the thread that saves.
   void ShowBlocksDone(std::int32_t done, std::int32_t total) override;
   void ShowBlockMessage(const std::string& text) override;
   void ShowHourglass(bool on) override;
-  /// What was pressed by now counts: the windows' messages have run when this answers.
-  bool GoOn() override { return Ask({}); }
+  /// When all blocks are done the windows' messages have run before this answers: what was pressed
+  /// before the file takes its name counts. Until then the save need not wait for them.
+  bool GoOn() override;
   bool Ask(const std::string& message);
 
   std::mutex mutex_;
   std::condition_variable changed_;
-  News news_;
+  State state_;
   bool isCancelled_ = false;
-  bool shownHourglass_ = false;  ///< For the thread that shows.
+  State shown_;  ///< For the thread that shows.
   std::future<SaveResult> save_;
 };
