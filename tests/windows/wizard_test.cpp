@@ -77,6 +77,16 @@ class Wizard : public testing::Test {
     AwaitBurner(kDirectCd);
     At(IDC_frmSaveToCD_Text1).SetText(fileName);
   }
+  /// Goes there with a recording whose last block has become shorter since it was chosen: its
+  /// message stands in the midst of the copy.
+  void GoToNamePageWithLess(const std::string& recording, const std::string& fileName) {
+    Register(kDirectCd);
+    CopyTo(Recording("day.60D"), recording);
+    program_.OpenSource(recording);
+    program_.ChooseBlocks(2, 3);
+    Resize(recording, 2 * kBlock + 1);
+    GoToNamePage(fileName);
+  }
   Trimbrook program_;
   std::unique_ptr<Window> window_;
 
@@ -93,16 +103,9 @@ class Wizard : public testing::Test {
 
 const Message kFormat = Refusal("Do you want to format this CD?");
 
-// The last block has become shorter since the recording was chosen: its message stands in the
-// midst.
 TEST_F(Wizard, WritesBlocksThroughDirectCdAndIsNotClosedMeanwhile) {
-  Register(kDirectCd);
   const std::string recording = InWork("shrinking.60D");
-  CopyTo(Recording("day.60D"), recording);
-  program_.OpenSource(recording);
-  program_.ChooseBlocks(2, 3);
-  Resize(recording, 2 * kBlock + 1);
-  GoToNamePage(" cam 1? ");
+  GoToNamePageWithLess(recording, " cam 1? ");
   Press(kCopy);
   EXPECT_EQ(program_.AnswerMessage(), Refusal("You must input a file name!"));
   AwaitFocus(At(IDC_frmSaveToCD_Text1));
@@ -198,6 +201,17 @@ TEST_F(Wizard, APressTurnsOnePageAndCamerasAreWrittenThroughDragToDisc) {
   Await("eject dialog in front",
         [] { return GetForegroundWindow() == FindWindowA(nullptr, kEjectDialog); });
   Press(kFinish);
+  program_.AwaitGone(kWizard);
+}
+
+TEST_F(Wizard, LeavesNoHalfFileWhenTheSessionEnds) {
+  GoToNamePageWithLess(InWork("shrinking.60D"), "half");
+  Press(kCopy);
+  Await("box", [&] { return program_.ShowsDialog(); });
+  EXPECT_FALSE(FilesLike("E:\\half*").empty());
+  window_->Ask(WM_ENDSESSION, TRUE);
+  EXPECT_TRUE(FilesLike("E:\\half*").empty()) << "while a box is up";
+  EXPECT_EQ(program_.AnswerMessage(), (Message{"Trimbrook", "Error reading file ..."}));
   program_.AwaitGone(kWizard);
 }
 
