@@ -16,7 +16,7 @@ endfunction()
 
 set(rooms cdwizard sendkeys trim trim_recording recording_reader list_recording)
 if(TRIMBROOK_SANITIZE)
-  # The fuzzers have these compiled in a way of their own.
+  # The fuzzer has these compiled in a way of their own.
   share_headers("save;storage;capture" ${standard_headers})
 else()
   list(PREPEND rooms save storage capture)
