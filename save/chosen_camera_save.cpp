@@ -115,15 +115,16 @@ class Rebuild {
 
   SaveEnd AddRun(std::int32_t number, const IndexedBlock& block, Run run) {
     const std::int32_t origin = run.front().Begin();
-    const std::int32_t length = run.back().End() - origin;
+    const auto length = static_cast<std::size_t>(run.back().End() - origin);
+    if (bytRecord_.size() < length) bytRecord_.resize(length);
     // With other bytes than its own no image may be saved.
-    if (source_.Read(number, origin, std::span(bytRecord_).first(length)) != length) {
+    const std::span read(bytRecord_.data(), length);
+    if (source_.Read(number, origin, read) != std::ssize(read)) {
       result_.why = source_.Reason();
       return SaveEnd::kNotRead;
     }
     for (const IndexedImage& image : run) {
-      const auto bytes =
-          std::span(bytRecord_).subspan(image.Begin() - origin, image.End() - image.Begin());
+      const auto bytes = read.subspan(image.Begin() - origin, image.End() - image.Begin());
       if (!Add(DecodeImage(block, image, bytes))) return EndOfFile();
     }
     return EndOfFile();
@@ -150,7 +151,7 @@ class Rebuild {
   NewFile& file_;
   clsCreate60D writer_;
   SaveResult result_;
-  std::vector<std::uint8_t> bytRecord_ = std::vector<std::uint8_t>(format::kBlockSize);
+  std::vector<std::uint8_t> bytRecord_;  // As long as the longest run so far.
 };
 
 }  // namespace

@@ -245,10 +245,8 @@ void Times::Add(std::int64_t stamp) {
 }
 
 void Contents::Add(const StoredImage& image) {
-  if (!image.trouble.empty()) {
-    ++damagedImages;
-    return;
-  }
+  damagedImages += image.trouble.empty() ? 0 : 1;
+  if (!image.trouble.empty()) return;
   for (Images* images : {&all, &cameras[image.camera + 1]}) {
     ++images->count;
     images->titles.insert(image.title);

@@ -47,11 +47,11 @@ std::string ListedTitle(const StoredBlock& block, int camera) {
 void ParseBytes(const StoredBlock& block, int end, StoredImage& image) {
   const std::uint8_t* tail = block.At(end - kTailBytes);
   image.tail = block.layout->isOfToday || std::equal(kTailMark.begin(), kTailMark.end(), tail);
-  image.bytes = {block.At(image.begin), image.tail ? tail : block.At(end)};
+  image.bytes = block.Text(image.begin, image.tail ? end - kTailBytes : end);
   std::int64_t stamp = ListedTime(block, image.index - 1);
   if (image.tail) {
     stamp = Get(tail + kTailTime, 4);
-    image.tailTitle = {tail + kTailTitle, block.At(end)};
+    image.tailTitle = block.Text(end - kTailTitleBytes, end);
     image.tailTitle.erase(image.tailTitle.find_last_not_of('\0') + 1);
   }
   image.seconds = static_cast<std::int32_t>(stamp);
@@ -78,7 +78,7 @@ StoredImage ParseImage(const StoredBlock& block, int i) {
   if (!image.trouble.empty()) return image;
   ParseBytes(block, text, image);
   if (text < sound) image.text = ParseText(block.At(text));
-  image.sound = {block.At(sound), block.At(image.end)};
+  image.sound = block.Text(sound, image.end);
   return image;
 }
 

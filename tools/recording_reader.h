@@ -36,6 +36,10 @@ struct StoredBlock {
   int damagedImages = 0;  ///< Those that cannot be read.
 
   const std::uint8_t* At(int place) const { return bytes.data() + place; }
+  /// The bytes between two places, the second not before the first.
+  std::string Text(int from, int to) const {
+    return {reinterpret_cast<const char*>(At(from)), static_cast<std::size_t>(to - from)};
+  }
   const std::uint8_t* Trailer() const { return At(trailer); }
 };
 

@@ -78,7 +78,7 @@ class HostileRecording {
       : is20D(data.ConsumeIntegralInRange(0, 3) == 0), bytes(std::move(room)) {
     bytes.clear();
     const int count = data.ConsumeIntegralInRange(1, kMostBlocks);
-    int large = data.ConsumeIntegralInRange(0, 7) == 7 ? 2 : 0;
+    int large = data.ConsumeIntegralInRange(0, 15) == 15 ? 2 : 0;
     while (Blocks() < count) AddBlock(data, large);
     isSound = data.ConsumeBool();
     if (!isSound) Damage(data);
@@ -214,7 +214,8 @@ struct Run {
     std::int64_t lost = 0;
     for (int number = job.firstBlock; number <= job.lastBlock; ++number) {
       const auto bytes = disk.View(kSource).substr((number - 1) * kBlock, kBlock);
-      const tools::StoredBlock block = BlockOf(bytes, recording.is20D);
+      static tools::StoredBlock block;
+      block = BlockOf(bytes, recording.is20D, std::move(block.bytes));
       for (const tools::StoredImage& image : block.images) {
         if (image.camera >= 16 || (job.cameras >> image.camera & 1) == 0) continue;
         const auto kept = KeptOf(block, image);

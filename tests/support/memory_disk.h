@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <map>
 #include <memory>
 #include <optional>
@@ -158,9 +157,9 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     if (end > LimitOf(largest, file.volume)) return false;
     if (end > file.bytes.size()) {
       file.unflushed += end - file.bytes.size();
-      file.bytes.resize(end);
+      file.bytes.resize(std::max<std::size_t>(open->position, file.bytes.size()));
     }
-    std::memcpy(file.bytes.data() + open->position, buffer, bytes);
+    file.bytes.replace(open->position, bytes, static_cast<const char*>(buffer), bytes);
     open->position = end;
     bytesWritten = bytes;
     file.written = ++time_;

@@ -5,11 +5,10 @@
 
 namespace {
 
-tools::Image CopyOf(const tools::StoredImage& image) {
-  tools::Image copy = image;
-  copy.bytes.erase(copy.bytes.find_last_not_of('\0') + 1);
-  copy.title = image.tailTitle;
-  return copy;
+tools::Image AsAdded(tools::StoredImage&& image) {
+  image.bytes.erase(image.bytes.find_last_not_of('\0') + 1);
+  image.title = std::move(image.tailTitle);
+  return std::move(image);
 }
 
 }  // namespace
@@ -54,8 +53,8 @@ std::string Shortened(const std::string& recording, int type) {
          recording.substr(last + static_cast<std::size_t>(layout.trailer));
 }
 
-tools::StoredBlock BlockOf(std::string_view bytes, bool is20D) {
-  tools::StoredBlock block;
+tools::StoredBlock BlockOf(std::string_view bytes, bool is20D, tools::Bytes&& room) {
+  tools::StoredBlock block = {.bytes = std::move(room)};
   block.bytes.assign(BytesOf(bytes).begin(), BytesOf(bytes).end());
   block.trailer = static_cast<int>(bytes.size()) - tools::FormOf(is20D).trailerBytes;
   tools::ParseBlock(block, is20D);
@@ -82,7 +81,7 @@ std::vector<tools::StoredBlock> BlocksOf(std::string_view recording, bool is20D)
 
 std::vector<tools::Image> ImagesOf(std::string_view recording, bool is20D) {
   std::vector<tools::Image> images;
-  for (const tools::StoredBlock& block : BlocksOf(recording, is20D))
-    for (const tools::StoredImage& image : block.images) images.push_back(CopyOf(image));
+  for (tools::StoredBlock& block : BlocksOf(recording, is20D))
+    for (tools::StoredImage& image : block.images) images.push_back(AsAdded(std::move(image)));
   return images;
 }

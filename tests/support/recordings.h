@@ -45,8 +45,9 @@ std::string Recording(int type, const std::vector<BlockPlan>& blocks);
 /// The recording with its last block, which holds an image, as short as that of a rebuilt file.
 std::string Shortened(const std::string& recording, int type);
 
-/// A block from its first byte to its trailer's last one, taken apart by its own type.
-tools::StoredBlock BlockOf(std::string_view bytes, bool is20D);
+/// A block from its first byte to its trailer's last one, taken apart by its own type. Its bytes
+/// are stored in `room`.
+tools::StoredBlock BlockOf(std::string_view bytes, bool is20D, tools::Bytes&& room = {});
 
 /// All blocks of a recording of type 0x30 or 0x60, a compact last one included. Throws
 /// `std::out_of_range` where the recording breaks its own layout.
