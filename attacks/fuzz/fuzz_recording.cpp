@@ -78,7 +78,7 @@ class HostileRecording {
       : is20D(data.ConsumeIntegralInRange(0, 3) == 0), bytes(std::move(room)) {
     bytes.clear();
     const int count = data.ConsumeIntegralInRange(1, kMostBlocks);
-    int large = data.ConsumeIntegralInRange(0, 15) == 15 ? 2 : 0;
+    int large = data.ConsumeIntegralInRange(0, 7) == 7 ? 2 : 0;
     while (Blocks() < count) AddBlock(data, large);
     isSound = data.ConsumeBool();
     if (!isSound) Damage(data);
