@@ -121,6 +121,12 @@ bool IsHeld(const std::string& path) {
   return !isFree;
 }
 
+/// What keeps the opening of a pipe that nothing writes to from waiting for ever.
+int FlagsOfPipe(const std::string& path) {
+  struct stat status = {};
+  return stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode) ? O_NONBLOCK : 0;
+}
+
 /// Whether the name is the open file's.
 bool IsNameOf(const std::string& path, int file) {
   struct stat opened = {}, named = {};
@@ -154,7 +160,7 @@ class PosixFiles : public Files {
  public:
   FileHandle Open(const std::string& path, OpenMode mode) override {
     const bool anew = mode == OpenMode::kWriteNew;
-    const int flags = anew ? O_WRONLY | O_CREAT : O_RDONLY;
+    const int flags = anew ? O_WRONLY | O_CREAT : O_RDONLY | FlagsOfPipe(path);
     const int opened = open(path.c_str(), flags | O_CLOEXEC, kNewFileMode);
     const FileHandle file = Locked(opened, anew ? LOCK_EX : LOCK_SH);
     // Cut only once the lock is ours: the file may be the source that is being read.

@@ -37,6 +37,7 @@ make_sources() {
   head -c 3000000 day.60D >odd.60D
   head -c 4194304 /dev/zero | tr '\0' '\177' >noise.60D
   mkdir folder.60D
+  mkfifo pipe.60D
 }
 
 whole_blocks_are_those_that_the_times_fall_into() {
@@ -121,6 +122,8 @@ what_cannot_be_is_refused() {
 1|odd.60D old.60D|old.60D: exists already
 1|day.60D folder.60D|folder.60D: exists already
 1|day.60D folder.60D --replace|folder.60D: Error writing file ... A folder has this name.
+1|day.60D pipe.60D --replace|pipe.60D: Error writing file ...
+1|pipe.60D new.60D|pipe.60D: This file is not a valid source file!
 1|day.60D none/new.60D|none/new.60D: Error writing file ... The folder does not exist.
 1|day.60D link.60D --replace|link.60D: Error writing file ... The target is the recording itself.
 1|day.60D ./day.60D --replace --cameras 1|./day.60D: Error writing file ... The target is the recording itself.
