@@ -158,7 +158,9 @@ TEST_P(DiskContract, TakesPathsApartAtItsOwnSeparators) {
   EXPECT_EQ(names.FolderOf(Path("file")), world.folder);
   EXPECT_EQ(names.FolderOf("a/b"), "a");
   EXPECT_EQ(names.FolderOf("/b"), "/");
-  EXPECT_EQ(names.FolderOf("a\\b"), world.separator == '\\' ? "a" : ".");
+  const bool hasDrives = world.separator == '\\';
+  EXPECT_EQ(names.FolderOf("a\\b"), hasDrives ? "a" : ".");
+  EXPECT_EQ(names.FolderOf("c:b"), hasDrives ? "c:." : ".");
 }
 
 TEST_P(DiskContract, TellsVolumesApart) {
