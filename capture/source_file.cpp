@@ -16,10 +16,11 @@ using mdlFileProcessing::ReadBigEndian;
 
 namespace mdlFileProcessing {
 
-double FileSize64(platform::Files& files, platform::FileHandle file) {
+std::optional<double> FileSize64(platform::Files& files, platform::FileHandle file) {
   constexpr std::uint64_t kLowHalf = 0xFFFFFFFF;
-  const std::uint64_t size = files.Size(file).value_or(0);
-  return (size & kLowHalf) == kLowHalf ? 0 : static_cast<double>(size);
+  const std::optional<std::uint64_t> size = files.Size(file);
+  if (!size) return {};
+  return (*size & kLowHalf) == kLowHalf ? 0 : static_cast<double>(*size);
 }
 
 std::int32_t BlocksInFile(double size) {
@@ -66,10 +67,14 @@ void SourceFile::Close() {
 
 /// Finds out where the file ends. False when that cannot be read.
 bool SourceFile::Measure() {
-  const double size = mdlFileProcessing::FileSize64(files_, hSourceFile);
-  const double whole = std::floor(size / format::kBlockSize);
-  const auto lngBlockRemainder = static_cast<std::int32_t>(size - whole * format::kBlockSize);
-  blockCount_ = mdlFileProcessing::BlocksInFile(size);
+  const auto size = mdlFileProcessing::FileSize64(files_, hSourceFile);
+  if (!size) {
+    reason_ = files_.LastFailure();
+    return false;
+  }
+  const double whole = std::floor(*size / format::kBlockSize);
+  const auto lngBlockRemainder = static_cast<std::int32_t>(*size - whole * format::kBlockSize);
+  blockCount_ = mdlFileProcessing::BlocksInFile(*size);
   if (blockCount_ > kMostBlocks) blockCount_ = 0;
   isRecording_ = lngBlockRemainder == 0 && blockCount_ >= kFewestBlocks;
   const std::int32_t place = lngBlockRemainder - variant_.trailerLength;

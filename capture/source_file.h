@@ -10,8 +10,8 @@
 
 namespace mdlFileProcessing {
 
-/// Size of an open file in bytes; 0 when its low 32 bits are all ones.
-double FileSize64(platform::Files& files, platform::FileHandle file);
+/// Size of an open file in bytes; 0 when its low 32 bits are all ones, none when it cannot be told.
+std::optional<double> FileSize64(platform::Files& files, platform::FileHandle file);
 
 /// Number of blocks in a file of `size` bytes: rounded to the nearest, halves to even; at most
 /// 2^31 - 1.

@@ -188,8 +188,8 @@ TEST_F(Source, IsClosedAndToldOfWhateverCallFails) {
     fault = disk.fault;
     EXPECT_EQ(disk.OpenHandles(), 0u) << fault;
     EXPECT_EQ(disk.View("r"), recording) << fault;
-    // What ends early reads as zeros, and a file without a size has no blocks.
-    const bool isReading = fault.met == "open" || fault.met == "seek" || fault.met == "read";
+    // What ends early reads as zeros.
+    const bool isReading = !fault.met.empty() && fault.met != "close";
     const bool fails = isReading && fault.kind == Fault::Kind::kError;
     EXPECT_EQ(scanned.end == ReadEnd::kFailed || checked.end == ReadEnd::kFailed, fails) << fault;
     for (const auto& [end, why] : {scanned, checked})
