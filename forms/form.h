@@ -115,6 +115,9 @@ class Form : protected EventTable {
   void MarkDefaultButton(const Control* focused);
   Control* FindControl(int id) const;
   HWND VisibleWindow() const;
+  /// The form, box or dialog of the program that can be used, where others are disabled; null for
+  /// none.
+  static HWND WindowAbove();
 
   const layout::Form& layout_;
   FormPlace place_;

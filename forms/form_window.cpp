@@ -73,6 +73,11 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
       return 0;
     case WM_SYSCOMMAND:
       return OnSystemCommand(wParam & 0xFFF0, lParam);
+    case WM_ACTIVATE:
+      // A disabled window hears no key, and what is above it must be answered.
+      if (LOWORD(wParam) != WA_INACTIVE && !IsWindowEnabled(window_))
+        SetForegroundWindow(WindowAbove());
+      return {};
     case WM_CLOSE:
       Close();
       return 0;
@@ -168,10 +173,26 @@ std::optional<LRESULT> Form::OnSystemCommand(WPARAM command, LPARAM key) {
   // Windows would leave a disabled window as it is, and what is above it behind other programs.
   if (command == SC_RESTORE && !IsWindowEnabled(window_)) {
     ShowWindow(window_, SW_RESTORE);
-    SetForegroundWindow(GetLastActivePopup(window_));
+    SetForegroundWindow(WindowAbove());
     return 0;
   }
   return {};
+}
+
+// Asked for it, Wine answers nothing; and the one that was active last may be the disabled one.
+HWND Form::WindowAbove() {
+  HWND above = nullptr;
+  const auto find = [](HWND window, LPARAM found) -> BOOL {
+    const Form* form = FromWindow(window);
+    // A tool tip has no caption.
+    const bool hasCaption = (GetWindowLongPtrW(window, GWL_STYLE) & WS_CAPTION) == WS_CAPTION;
+    const bool isUsable = hasCaption && IsWindowVisible(window) && IsWindowEnabled(window);
+    if (!isUsable || (form && form->IsClosed())) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+  };
+  EnumThreadWindows(GetCurrentThreadId(), find, reinterpret_cast<LPARAM>(&above));
+  return above;
 }
 
 void Form::WindowGone() {
