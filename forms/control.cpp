@@ -164,7 +164,7 @@ void Control::CreateIn(HWND parent) {
                                : caption_;
   DWORD style = WS_CHILD | WindowStyle();
   if (!HasStyle(layout::kNoTabStop) && CanHaveFocus(row_->kind)) style |= WS_TABSTOP;
-  if (HasStyle(layout::kGroup)) style |= WS_GROUP;
+  if (BeginsGroup()) style |= WS_GROUP;
   const RECT place = PixelRect();
   window_ = CreateWindowExW(ExtendedStyle(), WindowClass(), Wide(text).c_str(), style, place.left,
                             place.top, place.right - place.left, place.bottom - place.top, parent,
@@ -177,6 +177,13 @@ void Control::CreateIn(HWND parent) {
   if (ToolTipSource()) form_.toolTips_.SetAsked(window_);
   if (ArrowGroup* group = Group()) group->Add(window_);
   Created();
+}
+
+// What is only shown stands by itself: the arrow keys would move the focus to it.
+bool Control::BeginsGroup() const {
+  const auto self = std::ranges::find(form_.inOrder_, this);
+  return HasStyle(layout::kGroup) || !CanHaveFocus(row_->kind) || self == form_.inOrder_.begin() ||
+         !CanHaveFocus((*std::prev(self))->row_->kind);
 }
 
 RECT Control::PixelRect() const {

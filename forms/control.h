@@ -118,6 +118,8 @@ class Control {
   /// Puts the window, and for a frame all that it holds, where the state has it.
   void Place();
   void PlaceWindow();
+  /// Whether the arrow keys do not lead here from the control before it.
+  bool BeginsGroup() const;
   RECT PixelRect() const;
   /// Gives the window its font and place anew.
   void LayOut();

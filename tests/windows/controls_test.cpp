@@ -120,6 +120,11 @@ TEST_F(FormsTest, ArrowsWalkBoxesThatTabPassesAsOne) {
   }
   form.Cameras(9).SetEnabled(false);
   EXPECT_EQ(stops(), "0");
+  // The button behind the boxes; not to the number before it.
+  form.ControlById(IDC_frmTrimbrook_cmdSet).SetFocus();
+  PostMessageW(GetFocus(), WM_KEYDOWN, VK_LEFT, 0);
+  DoEvents();
+  EXPECT_TRUE(GetWindowLongW(GetFocus(), GWL_STYLE) & WS_TABSTOP);
 }
 
 TEST_F(FormsTest, OnlyTheFocusedButtonLooksLikeTheDefaultOne) {
