@@ -117,13 +117,13 @@ ExitCode List(const std::string& path, const Request& request, std::ostream& out
     const StoredBlock& block = reader.Read(number);
     listed.Add(block);
     out << DescribeBlock(block) << '\n';
-    if (!request.listImages) continue;
     for (const StoredImage& image : block.images)
-      if (!cameras || cameras->count(image.camera + 1) > 0)
+      if (request.listImages && (!cameras || cameras->count(image.camera + 1) > 0))
         out << DescribeImage(block, image) << '\n';
   }
   if (range.last >= reader.BlockCount()) listed.rest = reader.Rest();
-  out << listed.Verdict() << '\n';
+  if (listed.blocks == 0) throw std::runtime_error(path + " has no such blocks");
+  out << (request.narrowing.blocks ? "these blocks: " : "") << listed.Verdict() << '\n';
   return listed.IsWhole() ? kWhole : kDamaged;
 }
 

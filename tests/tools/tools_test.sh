@@ -38,6 +38,9 @@ recordings_are_the_same_each_time_and_listed_as_made() {
   "$make" --damage sectors-reversed@2 damaged.60D >/dev/null
   expect 1 '^2.2 .*DAMAGED: has an empty extent' "$list" --list-images damaged.60D
   expect 1 '^block 2 .*DAMAGED: 93 images' "$list" --list-blocks damaged.60D
+  # Nobody is to take what a few blocks are for what the recording is.
+  expect 0 '^these blocks: whole$' "$list" --list-blocks --blocks 1 damaged.60D
+  expect 2 'no such blocks' "$list" --list-blocks --blocks 4-5 damaged.60D
 }
 
 # What a report says of a recording of each state, and how it ends.
