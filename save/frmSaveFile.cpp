@@ -184,7 +184,8 @@ void frmSaveFile::ShowFailed() {
 }
 
 bool frmSaveFile::GoOn() {
-  if (NewFile::WaitsForName()) Label2.SetCaption("The file name is in use. Trying again ...");
+  Label2.SetCaption(NewFile::WaitsForName() ? "The file name is in use. Trying again ..."
+                                            : Label2.row().caption);
   forms::DoEvents();
   return blnSaving;
 }
