@@ -83,9 +83,12 @@ bool NewFile::Create(const std::string& target) {
 
 bool NewFile::CreateTemporary() {
   const std::string folder = system_.names.FolderOf(target_);
-  return (system_.names.OnSameVolume(system_.programFolder, folder) &&
-          OpenTemporary(system_.programFolder)) ||
-         OpenTemporary(folder) || Stopped(Stop::kNotWritten, system_.files.LastFailure());
+  // Where no file can be made the finished one could not get its name: known before the long copy.
+  if (!OpenTemporary(folder)) return Stopped(Stop::kNotWritten, system_.files.LastFailure());
+  if (!system_.names.OnSameVolume(system_.programFolder, folder)) return true;
+  Close();
+  return OpenTemporary(system_.programFolder) || OpenTemporary(folder) ||
+         Stopped(Stop::kNotWritten, system_.files.LastFailure());
 }
 
 bool NewFile::OpenTemporary(const std::string& folder) {

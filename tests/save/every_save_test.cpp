@@ -257,11 +257,13 @@ TEST_P(EverySave, RefusalsAreToldOnceAndHarmNothing) {
       {"held target", Why(kWriteError, "The file is in use by another program."), 1, kHeld},
       {"no folder", Why(kWriteError, "The folder does not exist."), 1, "C:\\nowhere\\part.60D"},
       {"folder as target", Why(kWriteError, "A folder has this name."), 1, "C:\\Saved"},
+      {"sealed folder", Why(kWriteError, "The disk is write-protected."), 1, "C:\\Seal\\part.60D"},
   };
   for (const auto& refusal : kRefusals) {
     SCOPED_TRACE(refusal.name);
     SaveWorld save;
     save.disk.Link(kSource, kLink);
+    save.disk.MakeFolder(save.disk.sealed = "C:\\Seal");
     for (const char* path : {kHidden, kReadOnly, kHeld}) save.disk.Put(path, "");
     save.disk.At(kHidden)->hidden = save.disk.At(kReadOnly)->readOnly = true;
     const auto held = {save.disk.Open(kHeld, platform::OpenMode::kReadExisting),

@@ -58,6 +58,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   Limits room;
   /// The most bytes that a file on a volume can have, unlimited where none are given.
   Limits largest;
+  /// A folder in which no file can be made.
+  std::string sealed;
   /// Folders that are, with what lies below them, a volume of their own ("F:").
   std::map<std::string, std::string, CaseBlind> mounts;
   /// So many of the next calls of `Rename` fail, and their files stay as they are.
@@ -124,6 +126,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   platform::TemporaryFile MakeTemporary(const std::string& folder,
                                         const std::string& prefix) override {
     if (Fails("temporary file") || !IsFolder(folder)) return {};
+    if (IsSamePath(folder, sealed)) return {Refused(Failure::Kind::kDiskProtected), ""};
     const std::string path =
         platform::WithoutEnd(folder) + "\\" + prefix + std::to_string(++temporaryNames_) + ".tmp";
     Put(path, "");
@@ -207,6 +210,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     if (standing.hindrance || (standing.isTaken && ifTaken == platform::IfTaken::kRefuse))
       return false;
     if (!IsSamePath(handle->file->volume, VolumeOf(to))) return false;
+    if (IsSamePath(ParentOf(to), sealed)) return false;
     if (refusedRenames-- > 0) return false;
     if (!std::exchange(handle->letsGo, true)) --handle->file->handles;
     beforeRename_ = files;
