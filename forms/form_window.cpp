@@ -74,10 +74,10 @@ std::optional<LRESULT> Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_SYSCOMMAND:
       return OnSystemCommand(wParam & 0xFFF0, lParam);
     case WM_ACTIVATE:
+      if (LOWORD(wParam) == WA_INACTIVE || IsWindowEnabled(window_)) return {};
       // A disabled window hears no key, and what is above it must be answered.
-      if (LOWORD(wParam) != WA_INACTIVE && !IsWindowEnabled(window_))
-        SetForegroundWindow(WindowAbove());
-      return {};
+      SetForegroundWindow(WindowAbove());
+      return 0;
     case WM_CLOSE:
       Close();
       return 0;
