@@ -101,12 +101,7 @@ class Flushing {
  public:
   explicit Flushing(HANDLE file)
       : own_(ReOpenFile(file, GENERIC_WRITE, kShareAll, 0)),
-        used_(own_ != INVALID_HANDLE_VALUE ? own_ : file) {}
-  ~Flushing() {
-    if (own_ != INVALID_HANDLE_VALUE) CloseHandle(own_);
-  }
-  Flushing(const Flushing&) = delete;
-  Flushing& operator=(const Flushing&) = delete;
+        used_(own_.get() != INVALID_HANDLE_VALUE ? own_.get() : file) {}
 
   std::future<Flushed> Begin() {
     return flusher_.Begin([used = used_]() -> Flushed {
@@ -119,7 +114,13 @@ class Flushing {
   }
 
  private:
-  HANDLE own_;
+  struct Closer {
+    void operator()(HANDLE handle) const {
+      if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
+    }
+  };
+
+  std::unique_ptr<void, Closer> own_;
   HANDLE used_;
   Flusher flusher_;  // Ends before the handle is closed: below, so destroyed first.
 };
