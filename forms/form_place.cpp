@@ -124,8 +124,7 @@ RECT FormPlace::WorkArea() const {
   return monitor.rcWork;
 }
 
-void FormPlace::Fit() {
-  if (!window_) return;
+SIZE FormPlace::FittingSize() const {
   const SIZE content = ContentSize();
   const SIZE frame = FrameSize();
   const SIZE wanted = {content.cx + frame.cx, content.cy + frame.cy};
@@ -136,6 +135,12 @@ void FormPlace::Fit() {
     size.cx = std::min<LONG>(size.cx + GetSystemMetricsForDpi(SM_CXVSCROLL, dpi_), WidthOf(area));
   if (size.cx < wanted.cx)
     size.cy = std::min<LONG>(size.cy + GetSystemMetricsForDpi(SM_CYHSCROLL, dpi_), HeightOf(area));
+  return size;
+}
+
+void FormPlace::Fit() {
+  if (!window_) return;
+  const SIZE size = FittingSize();
   SetWindowPos(window_, nullptr, 0, 0, size.cx, size.cy,
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   FitScrollBars();
@@ -148,21 +153,18 @@ int FormPlace::Top() const {
                  : 0;
 }
 
-void FormPlace::SetHeight(int twips) {
+void FormPlace::SetHeight(int twips, int down) {
   outerHeight_ = twips;
   if (!window_) return;
-  Fit();
-  const RECT area = WorkArea();
-  const RECT own = WindowRect(window_);
-  MoveTo(own.left, Inside(own.top, HeightOf(own), area.top, area.bottom));
-}
-
-void FormPlace::MoveBy(int twips) {
-  if (!window_) return;
+  const SIZE size = FittingSize();
   const RECT area = WorkArea();
   const RECT before = WindowRect(window_);
   const int lowest = area.bottom - GetSystemMetricsForDpi(SM_CYCAPTION, dpi_);
-  MoveTo(before.left, std::clamp<int>(before.top + PixelsDown(twips), area.top, lowest));
+  const int wanted = before.top + PixelsDown(down);
+  const int top = down > 0 ? std::clamp<int>(wanted, area.top, lowest)
+                           : Inside(wanted, size.cy, area.top, area.bottom);
+  SetWindowPos(window_, nullptr, before.left, top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+  FitScrollBars();
 }
 
 void FormPlace::MoveTo(int left, int top) {

@@ -32,11 +32,9 @@ class FormPlace {
 
   /// Where the window begins, twips.
   int Top() const;
-  /// Sets the height of the whole window with its frame, in twips. A window that would stand off
-  /// the work area moves up.
-  void SetHeight(int twips);
-  /// Moves the window up (negative) or down, its title bar never off the work area.
-  void MoveBy(int twips);
+  /// Sets the height of the whole window with its frame and moves it down, or up (negative), in one
+  /// step; twips. On its way down its title bar stays on the work area, otherwise all of it.
+  void SetHeight(int twips, int down = 0);
   void MoveTo(int left, int top);
   /// Puts the window in the middle of another one, or of the work area for null.
   void Center(HWND over);
@@ -58,6 +56,8 @@ class FormPlace {
  private:
   SIZE FrameSize() const;
   SIZE ContentSize() const;
+  /// What a window has that is as large as its layout and the work area have it.
+  SIZE FittingSize() const;
   RECT WorkArea() const;
   void FitScrollBars();
 

@@ -54,13 +54,12 @@ void frmTrimbrook::Calendar_MonthChange(RangeEnd& end) {
 void frmTrimbrook::CheckCTRS_Click() {
   const bool custom = CheckCTRS.Value();
   const int before = place().Top();
-  if (custom) place().MoveBy(-layout::kExpandedRise);
-  place().SetHeight(custom ? layout::kExpandedHeight : layout::kCompactHeight);
-  Apply(custom ? layout::kExpanded : layout::kCompact, *this);
   if (custom)
-    rise_ = before - place().Top();
+    place().SetHeight(layout::kExpandedHeight, -layout::kExpandedRise);
   else
-    place().MoveBy(rise_);
+    place().SetHeight(layout::kCompactHeight, rise_);
+  Apply(custom ? layout::kExpanded : layout::kCompact, *this);
+  if (custom) rise_ = before - place().Top();
 }
 
 /// Moves the sliders to the custom range; false when it is refused.
