@@ -83,7 +83,7 @@ Program::Program(const std::string& commandLine) {
   std::wstring wide = forms::Wide(commandLine);
   if (!CreateProcessW(nullptr, wide.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                       &process_))
-    throw std::runtime_error("Cannot start " + commandLine);
+    throw std::runtime_error("Cannot start " + commandLine + ": " + std::to_string(GetLastError()));
 }
 
 Program::~Program() {
