@@ -86,7 +86,7 @@ bool NewFile::CreateTemporary() {
   // Where no file can be made the finished one could not get its name: known before the long copy.
   if (!OpenTemporary(folder)) return Stopped(Stop::kNotWritten, system_.files.LastFailure());
   if (!system_.names.OnSameVolume(system_.programFolder, folder)) return true;
-  Close();
+  Discard();
   return OpenTemporary(system_.programFolder) || OpenTemporary(folder) ||
          Stopped(Stop::kNotWritten, system_.files.LastFailure());
 }

@@ -100,6 +100,7 @@ TEST_P(EverySave, LiesOnTheTargetsVolumeUnderATemporaryName) {
     save.disk.MakeFolder("D:\\Saved");
     save.disk.mounts[c.mounted] = "F:";
     save.disk.RemoveFolder(c.missing);
+    save.disk.removesTemporary = false;
     int seen = 0;
     const auto before = save.disk.Bytes(c.target);
     save.progress.onMessages = [&] {

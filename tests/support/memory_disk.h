@@ -58,6 +58,8 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
   Limits room;
   /// The most bytes that a file on a volume can have, unlimited where none are given.
   Limits largest;
+  /// Whether a temporary file goes by itself when it is closed, as not every disk lets it.
+  bool removesTemporary = true;
   /// A folder in which no file can be made.
   std::string sealed;
   /// Folders that are, with what lies below them, a volume of their own ("F:").
@@ -224,7 +226,7 @@ class MemoryDisk : public platform::Files, public platform::FileNames, public pl
     if (!closed) return false;
     const std::shared_ptr<File> gone = closed.mapped().file;
     if (!closed.mapped().letsGo) --gone->handles;
-    if (gone->temporary)
+    if (gone->temporary && removesTemporary)
       std::erase_if(files, [&](const auto& each) { return each.second == gone; });
     return Keeps("close", *gone);
   }
