@@ -61,12 +61,8 @@ OpenedEntry::OpenedEntry(const std::string& path, DWORD rights, DWORD flags)
                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                           OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr)) {}
 
-OpenedEntry::~OpenedEntry() {
-  if (handle_ != INVALID_HANDLE_VALUE) CloseHandle(handle_);
-}
-
 std::wstring OpenedEntry::FinalPath() const {
-  return handle_ == INVALID_HANDLE_VALUE ? std::wstring() : FinalPathOf(handle_);
+  return handle() == INVALID_HANDLE_VALUE ? std::wstring() : FinalPathOf(handle());
 }
 
 }  // namespace platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/paths.h"
@@ -19,22 +20,29 @@ HANDLE MakeUnique(const std::string& folder, const std::string& prefix, DWORD ri
 /// Where an open file or folder really lies; empty when that cannot be told.
 std::wstring FinalPathOf(HANDLE opened);
 
+/// Closes what is open.
+struct HandleCloser {
+  void operator()(HANDLE handle) const {
+    if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
+  }
+};
+
+/// A handle that is closed in the end; `INVALID_HANDLE_VALUE` for none.
+using OwnedHandle = std::unique_ptr<void, HandleCloser>;
+
 /// A file or folder that is open for itself rather than for what it holds; closed in the end.
 class OpenedEntry {
  public:
   /// `flags` go with those that open folders as well.
   explicit OpenedEntry(const std::string& path, DWORD rights = 0, DWORD flags = 0);
-  ~OpenedEntry();
-  OpenedEntry(const OpenedEntry&) = delete;
-  OpenedEntry& operator=(const OpenedEntry&) = delete;
 
   /// `INVALID_HANDLE_VALUE` when it could not be opened.
-  HANDLE handle() const { return handle_; }
+  HANDLE handle() const { return handle_.get(); }
   /// Where it really lies; empty when that cannot be told.
   std::wstring FinalPath() const;
 
  private:
-  HANDLE handle_;
+  OwnedHandle handle_;
 };
 
 }  // namespace platform

@@ -114,13 +114,7 @@ class Flushing {
   }
 
  private:
-  struct Closer {
-    void operator()(HANDLE handle) const {
-      if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
-    }
-  };
-
-  std::unique_ptr<void, Closer> own_;
+  OwnedHandle own_;
   HANDLE used_;
   Flusher flusher_;  // Ends before the handle is closed: below, so destroyed first.
 };
