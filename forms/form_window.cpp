@@ -179,7 +179,7 @@ std::optional<LRESULT> Form::OnSystemCommand(WPARAM command, LPARAM key) {
   return {};
 }
 
-// Asked for it, Wine answers nothing; and the one that was active last may be the disabled one.
+// Wine knows no GW_ENABLEDPOPUP, and GetLastActivePopup may answer the disabled window itself.
 HWND Form::WindowAbove() {
   HWND above = nullptr;
   const auto find = [](HWND window, LPARAM found) -> BOOL {
