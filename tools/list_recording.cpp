@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 #include <fstream>
@@ -112,8 +111,10 @@ ExitCode List(const std::string& path, const Request& request, std::ostream& out
   RecordingReader reader(path);
   const Range range = request.narrowing.blocks.value_or(Range{1, reader.BlockCount()});
   const auto& cameras = request.narrowing.cameras;
+  if (range.last > reader.BlockCount())
+    throw std::runtime_error(path + " has only " + Counted(reader.BlockCount(), "block"));
   Report listed;
-  for (int number = range.first; number <= std::min(range.last, reader.BlockCount()); ++number) {
+  for (int number = range.first; number <= range.last; ++number) {
     const StoredBlock& block = reader.Read(number);
     listed.Add(block);
     out << DescribeBlock(block) << '\n';
@@ -121,8 +122,7 @@ ExitCode List(const std::string& path, const Request& request, std::ostream& out
       if (request.listImages && (!cameras || cameras->count(image.camera + 1) > 0))
         out << DescribeImage(block, image) << '\n';
   }
-  if (range.last >= reader.BlockCount()) listed.rest = reader.Rest();
-  if (listed.blocks == 0) throw std::runtime_error(path + " has no such blocks");
+  if (range.last == reader.BlockCount()) listed.rest = reader.Rest();
   out << (request.narrowing.blocks ? "these blocks: " : "") << listed.Verdict() << '\n';
   return listed.IsWhole() ? kWhole : kDamaged;
 }
@@ -152,7 +152,7 @@ ExitCode ForEachFile(const Request& request, std::ostream& out) {
       if (request.files.size() == 1) throw;
       std::cerr << "list_recording: " << failure.what() << '\n';
     }
-    worst = std::max(worst, code);
+    if (code > worst) worst = code;
     if (request.files.size() > 1 && !request.json) out << '\n';
   }
   return worst;

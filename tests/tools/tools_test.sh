@@ -40,7 +40,7 @@ recordings_are_the_same_each_time_and_listed_as_made() {
   expect 1 '^block 2 .*DAMAGED: 93 images' "$list" --list-blocks damaged.60D
   # Nobody is to take what a few blocks are for what the recording is.
   expect 0 '^these blocks: whole$' "$list" --list-blocks --blocks 1 damaged.60D
-  expect 2 'no such blocks' "$list" --list-blocks --blocks 4-5 damaged.60D
+  expect 2 'has only 3 blocks' "$list" --list-blocks --blocks 3-5 damaged.60D
 }
 
 # What a report says of a recording of each state, and how it ends.
